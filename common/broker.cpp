@@ -1,0 +1,3 @@
+#include "common/broker.h"
+
+const CMPIBroker* _broker = nullptr;
