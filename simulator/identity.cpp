@@ -1,0 +1,52 @@
+#include "simulator/identity.h"
+#include "simulator/call.h"
+#include "simulator/state.h"
+
+#include <cstdio>
+
+using namespace switchsim;
+
+namespace switchsim {
+
+const char* switch_name() {
+    return current().has_name ? current().name.c_str() : nullptr;
+}
+
+const char* system_name() {
+    if (!current().has_name)
+        return nullptr;
+    return current().system_name.empty() ? current().name.c_str() : current().system_name.c_str();
+}
+
+} // namespace switchsim
+
+const char* getCSName(void) {
+    const Call call(Function::getCSName);
+    return call.returns_null() ? nullptr : switch_name();
+}
+
+const char* CSgetName(mts_queue queue) {
+    const Call call(Function::CSgetName);
+    return !call.expect_queue(queue) || call.returns_null() ? nullptr : system_name();
+}
+
+int system_cim_get_switch_wwn(mts_queue queue, std::uint8_t wwn[8]) {
+    const Call call(Function::system_cim_get_switch_wwn);
+    if (!call.expect_queue(queue) || !call.expect_pointer("the WWN", wwn))
+        return failed;
+    if (const auto fault = call.fault_on_storage(wwn, 8))
+        return *fault;
+    std::memcpy(wwn, current().wwn.data(), current().wwn.size());
+    return 0;
+}
+
+int cim_sprintf_wwn(char* text, const std::uint8_t wwn[8]) {
+    const Call call(Function::cim_sprintf_wwn);
+    if (!call.expect_pointer("the text", text) || !call.expect_pointer("the WWN", wwn))
+        return failed;
+    if (const auto fault = call.fault_on_storage(text, 1))
+        return *fault;
+    std::snprintf(text, 32, "%02x:%02x:%02x:%02x:%02x:%02x:%02x:%02x", wwn[0], wwn[1], wwn[2], wwn[3], wwn[4], wwn[5],
+                  wwn[6], wwn[7]);
+    return 0;
+}

@@ -1,0 +1,156 @@
+#include "simulator/scenario.h"
+
+#include "simulator/scenario_parts.h"
+#include "simulator/scenario_text.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace switchsim {
+namespace {
+
+constexpr std::size_t largest_file = 64 << 20;
+
+/// [switch]
+void read_identity(TableReader& root, Switch& contents) {
+    auto reader = root.table("switch");
+    if (!reader)
+        root.missing<void>("switch", "a table [switch]");
+    const auto name = reader->text("name");
+    contents.name = name ? *name : reader->missing<std::string>("name", "a text");
+    contents.system_name = reader->text("system_name").value_or("");
+    contents.has_name = reader->boolean("has_name").value_or(true);
+    contents.wwn = reader->wwn("wwn").value_or(contents.wwn);
+    contents.slots = reader->bytes("slots").value_or(std::vector<std::uint8_t>{1});
+    reader->finish();
+}
+
+/// [ip]
+void read_ip_configuration(TableReader& root, Switch& contents) {
+    auto reader = root.table("ip");
+    if (!reader)
+        return;
+    contents.ip_configuration.emplace();
+    contents.ip_configuration->forwarding = reader->flag("forwarding").value_or(0);
+    contents.ip_configuration->default_ttl = reader->number<std::uint8_t>("default_ttl").value_or(64);
+    reader->finish();
+}
+
+/// [[vsan]]
+void read_vsans(TableReader& root, Switch& contents) {
+    for (TableReader& reader : root.tables("vsan")) {
+        const auto id = reader.required<std::uint32_t>("id", 1, 4094);
+        Vsan vsan;
+        vsan.name = reader.text("name").value_or("VSAN" + std::to_string(id));
+        if (!reader.is_false("domain")) {
+            vsan.domain = reader.text("domain");
+            if (!vsan.domain)
+                reader.missing<void>("domain", "a text, or false for a VSAN without a domain entry");
+        }
+        reader.finish();
+        if (!contents.vsans.emplace(id, std::move(vsan)).second)
+            reader.fail("id", "an id that no other VSAN has");
+    }
+}
+
+/// [generate]: everything but the switch's identity and IP configuration is made up.
+void read_generator(TableReader& root, TableReader& reader, Switch& contents) {
+    GeneratorSizes sizes;
+    sizes.tunnels = reader.required("tunnels", 0U, 1000000U);
+    sizes.profiles = reader.number("profiles", 1U, 65535U).value_or(0);
+    sizes.ethernet_ports = reader.number("ethernet_ports", 1U, 64U).value_or(sizes.ethernet_ports);
+    sizes.vsans = reader.number("vsans", 1U, 4094U).value_or(sizes.vsans);
+    reader.finish();
+    for (const char* key : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel"}) {
+        if (root.has(key))
+            root.fail(key, "nothing but [switch] and [ip] beside [generate]");
+    }
+    Switch made = generate_switch(sizes);
+    made.name = std::move(contents.name);
+    made.system_name = std::move(contents.system_name);
+    made.has_name = contents.has_name;
+    made.wwn = contents.wwn;
+    if (root.table("switch")->has("slots"))
+        made.slots = std::move(contents.slots);
+    if (contents.ip_configuration)
+        made.ip_configuration = contents.ip_configuration;
+    contents = std::move(made);
+}
+
+Switch read_switch(const toml::table& document) {
+    Switch contents;
+    TableReader root(document, "");
+    read_identity(root, contents);
+    read_ip_configuration(root, contents);
+    if (auto generator = root.table("generate")) {
+        read_generator(root, *generator, contents);
+    } else {
+        read_vsans(root, contents);
+        read_ports(root, contents);
+        read_profiles(root, contents);
+        read_tunnels(root, contents);
+    }
+    root.finish();
+    return contents;
+}
+
+template <class Place>
+std::string located(const std::string& origin, const Place& where) {
+    return origin + ":" + std::to_string(where.line) + ":" + std::to_string(where.column) + ": ";
+}
+
+/// Messages quote keys, which may hold any character.
+std::string one_line(std::string message) {
+    for (char& character : message) {
+        if (static_cast<unsigned char>(character) < ' ')
+            character = '?';
+    }
+    return message;
+}
+
+/// The file's contents, or the reason why there are none.
+std::optional<std::string> read_file(const std::string& name, std::string& reason) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "rb"), std::fclose);
+    std::string text;
+    char block[16384];
+    std::size_t got = 1;
+    while (file && got > 0 && text.size() <= largest_file) {
+        got = std::fread(block, 1, sizeof block, file.get());
+        text.append(block, got);
+    }
+    if (!file || std::ferror(file.get())) {
+        reason = std::strerror(errno);
+        return std::nullopt;
+    }
+    if (text.size() > largest_file) {
+        reason = "larger than 64 MB";
+        return std::nullopt;
+    }
+    return text;
+}
+
+} // namespace
+
+ScenarioResult read_scenario(std::string_view toml, const std::string& origin) {
+    if (const auto stray = stray_character(toml))
+        return {{}, located(origin, *stray) + "TOML: expected ASCII outside comments and strings of one line"};
+    try {
+        return {read_switch(toml::parse(toml, origin)), {}};
+    } catch (const toml::parse_error& error) {
+        return {{}, one_line(located(origin, error.source().begin) + "TOML: " + std::string(error.description()))};
+    } catch (const ScenarioError& error) {
+        return {{}, one_line(located(origin, error.where) + error.key + ": expected " + error.expected)};
+    }
+}
+
+ScenarioResult read_scenario_file(const std::string& file) {
+    std::string reason;
+    const auto text = read_file(file, reason);
+    if (!text)
+        return {{}, file + ": cannot read: " + reason};
+    return read_scenario(*text, file);
+}
+
+} // namespace switchsim

@@ -1,0 +1,155 @@
+#include "simulator/interface_numbers.h"
+#include "simulator/scenario_parts.h"
+
+#include <algorithm>
+
+namespace switchsim {
+namespace {
+
+/// A kind of port that a scenario lists.
+struct PortKind {
+    const char* section;
+    std::uint8_t kind;
+    std::uint32_t base;      ///< of derived interface indexes
+    std::uint32_t lowest;    ///< interface index that is allowed
+    const char* name;        ///< before slot and port
+    const char* kernel_name; ///< before slot and port
+    std::uint32_t mtu;       ///< bytes
+    bool has_fc_interface;
+};
+
+constexpr PortKind ethernet{"ethernet",        kind_ethernet, ethernet_base, ethernet_base,
+                            "GigabitEthernet", "eth",         1500,          false};
+constexpr PortKind fibre_channel{"fibre_channel", kind_fibre_channel, fibre_channel_base, 1, "fc", "fc", 2112, true};
+constexpr PortKind port_channel{
+    "port_channel", kind_port_channel, port_channel_base, 1, "port-channel", "po", 2112, true};
+
+/// Slot and port, each of which a port may be without.
+void read_place(TableReader& reader, const Switch& contents, Port& port) {
+    if (!reader.is_false("slot"))
+        port.slot = reader.required<std::uint8_t>("slot");
+    if (!reader.is_false("port"))
+        port.port = reader.required<std::uint8_t>("port");
+    const bool card_missing = reader.boolean("card_missing").value_or(false);
+    if (port.slot && !card_missing && std::ranges::count(contents.slots, *port.slot) == 0)
+        reader.fail("slot", "a slot of [switch] slots, or card_missing = true");
+}
+
+std::uint32_t read_if_index(TableReader& reader, const PortKind& kind, const Port& port) {
+    if (const auto given = reader.number<std::uint32_t>("if_index", kind.lowest))
+        return *given;
+    if (!port.slot || !port.port)
+        reader.fail("if_index", "an interface index, for it cannot be derived without slot and port");
+    return slot_and_port(kind.base, *port.slot, *port.port);
+}
+
+std::vector<std::uint8_t> read_statistics(TableReader& reader, std::string_view key,
+                                          std::span<const CounterField> fields, std::size_t size) {
+    auto statistics = reader.table(key);
+    if (!statistics)
+        return {};
+    Payload payload(size);
+    statistics->counters(fields, payload.data());
+    statistics->finish();
+    return payload;
+}
+
+std::vector<Payload> read_tcp_statistics(TableReader& reader) {
+    auto statistics = reader.table("tcp_statistics");
+    if (!statistics)
+        return {};
+    std::vector<Payload> replies{Payload(tcp_statistics_size)};
+    statistics->counters(tcp_statistics_fields, replies[0].data());
+    const std::uint32_t continuations = statistics->number("continuations", 0U, 1000U).value_or(1);
+    for (std::uint32_t left = continuations; left > 0; --left) {
+        Payload reply(tcp_continuation_size);
+        put_big(reply.data(), tcp_more_offset, static_cast<std::uint16_t>(left - 1));
+        replies.push_back(std::move(reply));
+    }
+    statistics->finish();
+    return replies;
+}
+
+std::optional<PmPortCounters> read_counters(TableReader& reader) {
+    auto counters = reader.table("counters");
+    if (!counters)
+        return std::nullopt;
+    PmPortCounters record{};
+    counters->counters(port_counter_fields, record.bytes);
+    counters->finish();
+    return record;
+}
+
+void read_ethernet_facts(TableReader& reader, Port& port) {
+    port.network_address = reader.mac("mac").value_or("");
+    port.subnet_mask = reader.ipv4("subnet_mask");
+    port.prefix_length = reader.number<std::uint8_t>("prefix_length", 0, 128);
+    if (!reader.is_false("counter_mtu"))
+        port.eth_stats_mtu = reader.number<std::uint32_t>("counter_mtu").value_or(port.mtu);
+    port.mac_statistics = read_statistics(reader, "mac_statistics", mac_statistics_fields, mac_statistics_size);
+    port.ip_statistics = read_statistics(reader, "ip_statistics", ip_statistics_fields, ip_statistics_size);
+    port.tcp_statistics = read_tcp_statistics(reader);
+}
+
+void read_port(TableReader& reader, const PortKind& kind, Switch& contents) {
+    Port port;
+    port.kind = kind.kind;
+    port.mtu = kind.mtu;
+    port.fc_interface = kind.has_fc_interface;
+    read_place(reader, contents, port);
+    const std::uint32_t if_index = read_if_index(reader, kind, port);
+    const std::string slot = port.slot ? std::to_string(*port.slot) : "";
+    const std::string number = port.port ? std::to_string(*port.port) : "";
+    read_interface(reader, contents, port, kind.name + slot + "/" + number, kind.kernel_name + slot + "_" + number);
+    port.counters = read_counters(reader);
+    if (kind.kind == kind_ethernet)
+        read_ethernet_facts(reader, port);
+    reader.finish();
+    add_port(reader, contents, reader.has("if_index") ? "if_index" : "port", if_index, std::move(port));
+}
+
+} // namespace
+
+void read_interface(TableReader& reader, const Switch& contents, Port& port, const std::string& name,
+                    const std::string& kernel_name) {
+    port.name = reader.text("name").value_or(name);
+    port.kernel_name = reader.text("kernel_name").value_or(kernel_name);
+    port.type_known = reader.boolean("type_known").value_or(true);
+    port.fc_interface = reader.boolean("fc_interface").value_or(port.fc_interface);
+    port.mtu = reader.number<std::uint32_t>("mtu").value_or(port.mtu);
+    port.vsan_id = reader.number<std::uint32_t>("vsan").value_or(1);
+    const bool vsan_missing = reader.boolean("vsan_missing").value_or(false);
+    if (!vsan_missing && !contents.vsans.contains(port.vsan_id))
+        reader.fail("vsan", "the id of a [[vsan]], or vsan_missing = true");
+    port.config_word = reader.number<std::uint32_t>("config_word");
+}
+
+void add_port(const TableReader& reader, Switch& contents, std::string_view key, std::uint32_t if_index, Port port) {
+    if (!contents.ports.emplace(if_index, std::move(port)).second)
+        reader.fail(key, "an interface index that no other interface has, not " + std::to_string(if_index));
+}
+
+std::optional<std::uint32_t> read_ethernet_reference(TableReader& reader, const Switch& contents, std::string_view key,
+                                                     std::string_view raw_key) {
+    const auto raw = reader.number<std::uint32_t>(raw_key);
+    const auto place = reader.place(key);
+    if (!place)
+        return raw;
+    if (raw)
+        reader.fail(key, "either this key or " + std::string(raw_key));
+    const auto port = std::ranges::find_if(contents.ports, [&](const auto& row) {
+        return row.second.kind == kind_ethernet && row.second.slot == place->first && row.second.port == place->second;
+    });
+    if (port == contents.ports.end())
+        reader.fail(key, "slot and port of an [[ethernet]] port; for any other index use " + std::string(raw_key));
+    return port->first;
+}
+
+void read_ports(TableReader& root, Switch& contents) {
+    for (const PortKind& kind : {ethernet, fibre_channel, port_channel}) {
+        for (TableReader& reader : root.tables(kind.section))
+            read_port(reader, kind, contents);
+    }
+}
+
+} // namespace switchsim

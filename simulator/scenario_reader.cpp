@@ -1,0 +1,230 @@
+#include "simulator/scenario_reader.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include <arpa/inet.h>
+
+namespace switchsim {
+namespace {
+
+/// Reads all of a text as a number.
+template <class Number>
+bool parse_number(std::string_view text, Number& value, int base = 10) {
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value, base);
+    return result.ec == std::errc{} && result.ptr == end;
+}
+
+/// Reads "xx:xx:...", two hexadecimal digits each.
+bool parse_octets(std::string_view text, std::uint8_t* octets, std::size_t count) {
+    if (text.size() != 3 * count - 1)
+        return false;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (!parse_number(text.substr(3 * i, 2), octets[i], 16) || (i + 1 < count && text[3 * i + 2] != ':'))
+            return false;
+    }
+    return true;
+}
+
+bool parse_address(const std::string& text, ip_addr_value& value) {
+    value = {};
+    if (text == "none")
+        return true;
+    value.family = text.find(':') == std::string::npos ? ip_family_ipv4 : ip_family_ipv6;
+    return inet_pton(value.family == ip_family_ipv4 ? AF_INET : AF_INET6, text.c_str(), value.address) == 1;
+}
+
+bool parse_ipv4(const std::string& text, std::array<std::uint8_t, 4>& value) {
+    return inet_pton(AF_INET, text.c_str(), value.data()) == 1;
+}
+
+bool parse_wwn(const std::string& text, std::array<std::uint8_t, 8>& value) {
+    return parse_octets(text, value.data(), value.size());
+}
+
+bool parse_mac(const std::string& text, std::string& value) {
+    std::uint8_t octets[6];
+    value = text;
+    return parse_octets(text, octets, sizeof octets);
+}
+
+bool parse_place(const std::string& text, std::pair<std::uint8_t, std::uint8_t>& value) {
+    const std::size_t slash = text.find('/');
+    return slash != std::string::npos && parse_number(std::string_view(text).substr(0, slash), value.first) &&
+           parse_number(std::string_view(text).substr(slash + 1), value.second);
+}
+
+std::string joined(const std::vector<std::string>& words) {
+    std::string list;
+    for (const std::string& word : words)
+        list += (list.empty() ? "" : ", ") + word;
+    return list;
+}
+
+} // namespace
+
+const toml::node* TableReader::find(std::string_view key) {
+    if (std::find(known_.begin(), known_.end(), key) == known_.end())
+        known_.emplace_back(key);
+    return table_->get(key);
+}
+
+bool TableReader::has(std::string_view key) {
+    return find(key) != nullptr;
+}
+
+bool TableReader::is_false(std::string_view key) {
+    const toml::node* node = find(key);
+    return node && node->is_boolean() && !node->ref<bool>();
+}
+
+void TableReader::fail(std::string_view key, std::string expected) const {
+    const toml::node* node = table_->get(key);
+    const auto& where = (node ? *node : *table_).source().begin;
+    throw ScenarioError{where, path_.empty() ? std::string(key) : path_ + "." + std::string(key), std::move(expected)};
+}
+
+std::string TableReader::range_text(std::uint64_t lowest, std::uint64_t highest) {
+    return "an integer from " + std::to_string(lowest) + " to " + std::to_string(highest);
+}
+
+std::optional<std::uint64_t> TableReader::integer(std::string_view key, std::uint64_t lowest, std::uint64_t highest) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    std::uint64_t value = 0;
+    bool good = false;
+    if (const auto* integer = node->as_integer()) {
+        good = integer->get() >= 0;
+        value = static_cast<std::uint64_t>(integer->get());
+    } else if (const auto* digits = node->as_string()) {
+        good = parse_number(digits->get(), value);
+    }
+    if (!good || value < lowest || value > highest)
+        fail(key, range_text(lowest, highest));
+    return value;
+}
+
+std::optional<std::uint32_t> TableReader::flag(std::string_view key) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    if (const auto* boolean = node->as_boolean())
+        return boolean->get() ? 1U : 0U;
+    const auto* word = node->as_integer();
+    if (!word || word->get() < 0 || word->get() > any_word)
+        fail(key, "true, false or " + range_text(0, any_word));
+    return static_cast<std::uint32_t>(word->get());
+}
+
+std::optional<bool> TableReader::boolean(std::string_view key) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    if (!node->is_boolean())
+        fail(key, "true or false");
+    return node->ref<bool>();
+}
+
+std::optional<std::string> TableReader::text(std::string_view key) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    if (!node->is_string() || node->ref<std::string>().find('\0') != std::string::npos)
+        fail(key, "a text");
+    return node->ref<std::string>();
+}
+
+template <class Value>
+std::optional<Value> TableReader::parsed(std::string_view key, const char* expected,
+                                         bool (*parse)(const std::string& text, Value& value)) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    Value value{};
+    const auto* text = node->as_string();
+    if (!text || !parse(text->get(), value))
+        fail(key, expected);
+    return value;
+}
+
+std::optional<ip_addr_value> TableReader::address(std::string_view key) {
+    return parsed<ip_addr_value>(key, "an IPv4 or IPv6 address or \"none\"", parse_address);
+}
+
+std::optional<std::array<std::uint8_t, 4>> TableReader::ipv4(std::string_view key) {
+    return parsed<std::array<std::uint8_t, 4>>(key, "four numbers like \"255.255.255.0\"", parse_ipv4);
+}
+
+std::optional<std::array<std::uint8_t, 8>> TableReader::wwn(std::string_view key) {
+    return parsed<std::array<std::uint8_t, 8>>(key, "a WWN like \"20:00:00:00:5e:11:22:33\"", parse_wwn);
+}
+
+std::optional<std::string> TableReader::mac(std::string_view key) {
+    return parsed<std::string>(key, "a MAC address like \"02:00:00:aa:bb:cc\"", parse_mac);
+}
+
+std::optional<std::pair<std::uint8_t, std::uint8_t>> TableReader::place(std::string_view key) {
+    return parsed<std::pair<std::uint8_t, std::uint8_t>>(key, "slot and port like \"1/2\"", parse_place);
+}
+
+std::optional<std::vector<std::uint8_t>> TableReader::bytes(std::string_view key) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    const char* expected = "an array of different integers from 0 to 255";
+    const auto* array = node->as_array();
+    if (!array)
+        fail(key, expected);
+    std::vector<std::uint8_t> values;
+    for (const toml::node& element : *array) {
+        const auto value = element.value_exact<std::int64_t>();
+        if (!value || *value < 0 || *value > 255 || std::find(values.begin(), values.end(), *value) != values.end())
+            fail(key, expected);
+        values.push_back(static_cast<std::uint8_t>(*value));
+    }
+    return values;
+}
+
+std::optional<TableReader> TableReader::table(std::string_view key) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    const auto* inner = node->as_table();
+    if (!inner)
+        fail(key, "a table");
+    return TableReader(*inner, path_.empty() ? std::string(key) : path_ + "." + std::string(key));
+}
+
+std::vector<TableReader> TableReader::tables(std::string_view key) {
+    std::vector<TableReader> readers;
+    const toml::node* node = find(key);
+    if (!node)
+        return readers;
+    const auto* array = node->as_array();
+    if (!array || !std::all_of(array->begin(), array->end(), [](const toml::node& one) { return one.is_table(); }))
+        fail(key, "an array of tables [[" + std::string(key) + "]]");
+    for (std::size_t i = 0; i < array->size(); ++i)
+        readers.emplace_back(*(*array)[i].as_table(), std::string(key) + "[" + std::to_string(i) + "]");
+    return readers;
+}
+
+void TableReader::counters(std::span<const CounterField> fields, std::uint8_t* record) {
+    for (const CounterField& field : fields) {
+        const std::uint64_t highest = field.bits == 64 ? std::numeric_limits<std::uint64_t>::max() : any_word;
+        if (const auto value = integer(field.key, 0, highest))
+            field.put(record, *value);
+    }
+}
+
+void TableReader::finish() const {
+    for (const auto& [key, node] : *table_) {
+        if (std::find(known_.begin(), known_.end(), key.str()) == known_.end())
+            throw ScenarioError{key.source().begin,
+                                path_.empty() ? std::string(key.str()) : path_ + "." + std::string(key.str()),
+                                "one of the keys " + joined(known_)};
+    }
+}
+
+} // namespace switchsim

@@ -1,0 +1,34 @@
+// What the services share: the tables, the interprocess queue's reset, and the complaints.
+#pragma once
+
+#include "simulator/functions.h"
+#include "simulator/switchsim.h"
+
+#include <string>
+#include <string_view>
+
+namespace switchsim {
+
+/// Loads the switch if that was not yet tried. Cheap afterwards.
+void ensure_loaded();
+
+/// The switch, loaded already: for use inside a platform call.
+Switch& current();
+
+/// Whether the switch that SWITCHSIM_SCENARIO names could not be loaded.
+bool load_failed();
+
+/// Notes what a caller did wrong, and aborts if that is wanted.
+void complain(Function function, std::string_view what);
+
+/// Forgets the IPC queue's messages and the last request.
+void reset_ipc();
+
+/// The port row of an interface index; null if there is none.
+inline const Port* find_port(std::uint32_t if_index) {
+    const auto& ports = current().ports;
+    const auto found = ports.find(if_index);
+    return found == ports.end() ? nullptr : &found->second;
+}
+
+} // namespace switchsim

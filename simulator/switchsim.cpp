@@ -1,0 +1,90 @@
+#include "simulator/switchsim.h"
+
+#include "simulator/call.h"
+#include "simulator/scenario.h"
+#include "simulator/state.h"
+
+#include <atomic>
+#include <cstdio>
+
+namespace switchsim {
+namespace {
+
+Switch the_tables;
+std::atomic<bool> loaded = false;
+bool bad_scenario = false;
+
+/// Fills the switch as a process finds it at its first platform call.
+void load_first() {
+    const char* file = std::getenv("SWITCHSIM_SCENARIO");
+    const std::string error =
+        file && *file ? load(file) : load_text(built_in_scenario(), "the built-in two-site scenario");
+    if (error.empty())
+        return;
+    std::fprintf(stderr, "%s\n", error.c_str());
+    bad_scenario = true;
+    loaded = true;
+}
+
+/// Puts a scenario in place, or gives its error.
+std::string take(ScenarioResult result) {
+    if (!result.error.empty())
+        return result.error;
+    the_tables = std::move(result.contents);
+    bad_scenario = false;
+    loaded = true;
+    return {};
+}
+
+} // namespace
+
+void ensure_loaded() {
+    if (!loaded.load(std::memory_order_relaxed))
+        load_first();
+}
+
+Switch& current() {
+    return the_tables;
+}
+
+bool load_failed() {
+    return bad_scenario;
+}
+
+Switch& the_switch() {
+    ensure_loaded();
+    return the_tables;
+}
+
+void reset() {
+    the_tables = {};
+    bad_scenario = false;
+    loaded = true;
+    clear_faults();
+    clear_counts();
+    clear_complaints();
+    reset_ipc();
+}
+
+std::string load(const std::string& file) {
+    return take(read_scenario_file(file));
+}
+
+std::string load_text(std::string_view toml, const std::string& origin) {
+    return take(read_scenario(toml, origin));
+}
+
+void generate(unsigned tunnels) {
+    the_tables = generate_switch({.tunnels = tunnels});
+    bad_scenario = false;
+    loaded = true;
+}
+
+} // namespace switchsim
+
+int switchsim_load_scenario(const char* file, char* message, std::size_t size) {
+    const std::string error = file ? switchsim::load(file) : "no scenario file was named";
+    if (message && size > 0)
+        switchsim::write_text(message, size, error);
+    return error.empty() ? 0 : -1;
+}

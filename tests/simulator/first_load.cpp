@@ -1,0 +1,92 @@
+// What a process finds at its first platform call. Each check runs in a child process, since a switch is loaded once;
+// nothing here touches the switch in the parent.
+#include "platform/services.h"
+#include "simulator/switchsim.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace {
+
+using switchsim::the_switch;
+
+int open_queue() {
+    mutex_lock();
+    const int result = init_mts(&mts_q);
+    mutex_unlock();
+    return result;
+}
+
+/// Ends the child: 0 if all is as expected.
+[[noreturn]] void finish(bool as_expected) {
+    std::exit(as_expected ? 0 : 1);
+}
+
+const auto success = ::testing::ExitedWithCode(0);
+
+} // namespace
+
+TEST(FirstLoad, WithoutAScenarioItIsTheBuiltInSwitch) {
+    EXPECT_EXIT(
+        {
+            unsetenv("SWITCHSIM_SCENARIO");
+            finish(open_queue() == 0 && the_switch().name == "dc-east-sw1");
+        },
+        success, "^$");
+}
+
+TEST(FirstLoad, AnEmptyVariableCountsAsNone) {
+    EXPECT_EXIT(
+        {
+            setenv("SWITCHSIM_SCENARIO", "", 1);
+            finish(the_switch().name == "dc-east-sw1");
+        },
+        success, "^$");
+}
+
+TEST(FirstLoad, TheVariableNamesTheScenario) {
+    EXPECT_EXIT(
+        {
+            setenv("SWITCHSIM_SCENARIO", FCIP_SOURCE_DIR "/scenarios/single-tunnel.toml", 1);
+            mutex_lock();
+            const std::string name = getCSName();
+            mutex_unlock();
+            finish(name == "edge-sw1");
+        },
+        success, "^$");
+}
+
+TEST(FirstLoad, ABadScenarioIsReportedOnceAndLeavesTheSwitchEmpty) {
+    EXPECT_EXIT(
+        {
+            setenv("SWITCHSIM_SCENARIO", "no-such-file.toml", 1);
+            const bool queue_closed = open_queue() == -1 && open_queue() == -1 && mts_q == nullptr;
+            finish(queue_closed && the_switch().ports.empty() && the_switch().profiles.empty() &&
+                   switchsim::complaints().empty());
+        },
+        success, "^no-such-file.toml: cannot read: No such file or directory\n$");
+}
+
+TEST(FirstLoad, AScenarioThatIsLoadedLaterMendsThat) {
+    EXPECT_EXIT(
+        {
+            setenv("SWITCHSIM_SCENARIO", "no-such-file.toml", 1);
+            const bool failed = open_queue() == -1;
+            const std::string error = switchsim::load(FCIP_SOURCE_DIR "/scenarios/single-tunnel.toml");
+            finish(failed && error.empty() && open_queue() == 0);
+        },
+        success, "");
+}
+
+TEST(FirstLoad, ALoadBeforehandReplacesIt) {
+    EXPECT_EXIT(
+        {
+            setenv("SWITCHSIM_SCENARIO", "no-such-file.toml", 1);
+            char message[8] = "before";
+            const int result =
+                switchsim_load_scenario(FCIP_SOURCE_DIR "/scenarios/single-tunnel.toml", message, sizeof message);
+            finish(result == 0 && message[0] == '\0' && the_switch().name == "edge-sw1");
+        },
+        success, "^$");
+}

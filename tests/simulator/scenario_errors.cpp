@@ -1,0 +1,272 @@
+// What is wrong with a scenario, and the line that says so.
+#include "platform_test.h"
+
+using ScenarioErrors = PlatformTest;
+
+namespace {
+
+struct Bad {
+    const char* name;
+    const char* toml;
+    const char* message;
+};
+
+constexpr const char* word_range = "an integer from 0 to 4294967295";
+
+void expect_errors(const std::vector<Bad>& rows) {
+    for (const Bad& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(switchsim::load_text(row.toml, "bad.toml"), std::string("bad.toml:") + row.message);
+    }
+}
+
+} // namespace
+
+TEST_F(ScenarioErrors, Syntax) {
+    expect_errors({
+        {"no value", "[switch]\nname =\n", "2:7: TOML: Error while parsing key-value pair: expected value, saw '\\n'"},
+        {"key twice", "[switch]\nname = \"a\"\nname = \"b\"\n",
+         "3:8: TOML: Error while parsing key-value pair: cannot redefine existing string 'name'"},
+    });
+}
+
+TEST_F(ScenarioErrors, TableHeaderOverTwoLines) {
+    EXPECT_EQ(switchsim::load_text("[\nswitch]\n", "bad.toml").find("bad.toml:1:2: TOML: "), 0U);
+}
+
+TEST_F(ScenarioErrors, CharactersBeyondAscii) {
+    const std::string expected = " TOML: expected ASCII outside comments and strings of one line";
+    const std::vector<std::pair<const char*, const char*>> rows = {
+        {"\u0128 = 1", "1:1:"},
+        {"[switch]\nname = \"\u00fc\" \u00fc", "2:12:"},
+        {"\xEF\xBB\xBF\u0128", "1:1:"},
+        {"# \u00fc \"\n\u00fc", "2:1:"},
+        {"a = '\\' \u00fc", "1:9:"},
+        {"a = \"\\\"#\" \u00fc", "1:11:"},
+        {"a = \"\"\"b\nc\"\"\"\"\" \u00fc", "2:8:"},
+        {"a = \"\"\"b\\\n\u00fc\"\"\"", "2:1:"},
+        {"a = '''\n\u00fc'''", "2:1:"},
+        {"a = \"open\n\u00fc", "2:1:"},
+    };
+    for (const auto& [toml, place] : rows) {
+        SCOPED_TRACE(toml);
+        EXPECT_EQ(switchsim::load_text(toml, "bad.toml"), std::string("bad.toml:") + place + expected);
+    }
+}
+
+TEST_F(ScenarioErrors, CharactersBeyondAsciiInCommentsAndStringsAreNone) {
+    EXPECT_EQ(switchsim::load_text("\xEF\xBB\xBF# \u00fc\n[switch] # \u00fc\n"
+                                   "name = \"Z\u00fcrich \\\"1\\\" \u0128\" # \u0128\n"
+                                   "system_name = 'Z\u00fcrich'",
+                                   "good.toml"),
+              "");
+    EXPECT_EQ(switchsim::the_switch().name, "Z\u00fcrich \"1\" \u0128");
+    EXPECT_EQ(switchsim::the_switch().system_name, "Z\u00fcrich");
+}
+
+TEST_F(ScenarioErrors, SwitchTable) {
+    expect_errors({
+        {"missing", "", "1:1: switch: expected a table [switch], but the key is missing"},
+        {"not a table", "switch = 1", "1:10: switch: expected a table"},
+        {"no name", "[switch]\nwwn = \"20:00:00:00:5e:11:22:33\"",
+         "1:1: switch.name: expected a text, but the key is missing"},
+        {"name no text", "[switch]\nname = 1", "2:8: switch.name: expected a text"},
+        {"NUL in the name", "[switch]\nname = \"a\\u0000b\"", "2:8: switch.name: expected a text"},
+        {"has_name no boolean", "[switch]\nname = \"a\"\nhas_name = 1",
+         "3:12: switch.has_name: expected true or false"},
+        {"short WWN", "[switch]\nname = \"a\"\nwwn = \"20:00\"",
+         "3:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\""},
+        {"WWN with other signs", "[switch]\nname = \"a\"\nwwn = \"20-00-00-0d-ec-11-22-33\"",
+         "3:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\""},
+        {"WWN with a letter beyond f", "[switch]\nname = \"a\"\nwwn = \"20:00:00:0g:ec:11:22:33\"",
+         "3:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\""},
+        {"slots no array", "[switch]\nname = \"a\"\nslots = 1",
+         "3:9: switch.slots: expected an array of different integers from 0 to 255"},
+        {"slot too large", "[switch]\nname = \"a\"\nslots = [256]",
+         "3:9: switch.slots: expected an array of different integers from 0 to 255"},
+        {"slot twice", "[switch]\nname = \"a\"\nslots = [1, 1]",
+         "3:9: switch.slots: expected an array of different integers from 0 to 255"},
+        {"unknown key", "[switch]\nname = \"a\"\ncolour = \"grey\"",
+         "3:1: switch.colour: expected one of the keys name, system_name, has_name, wwn, slots"},
+        {"unknown table", "[switch]\nname = \"a\"\n[router]",
+         "3:2: router: expected one of the keys switch, ip, generate, vsan, ethernet, fibre_channel, port_channel, "
+         "profile, tunnel"},
+    });
+}
+
+TEST_F(ScenarioErrors, AreOneLineWhateverTheKey) {
+    expect_errors({{"line end in a key", "[switch]\nname = \"a\"\n\"a\\nb\" = 1\n",
+                    "3:1: switch.a?b: expected one of the keys name, system_name, has_name, wwn, slots"}});
+}
+
+TEST_F(ScenarioErrors, IpTable) {
+    expect_errors({
+        {"forwarding", "[switch]\nname = \"a\"\n[ip]\nforwarding = \"yes\"",
+         "4:14: ip.forwarding: expected true, false or an integer from 0 to 4294967295"},
+        {"negative flag", "[switch]\nname = \"a\"\n[ip]\nforwarding = -1",
+         "4:14: ip.forwarding: expected true, false or an integer from 0 to 4294967295"},
+        {"time to live", "[switch]\nname = \"a\"\n[ip]\ndefault_ttl = 256",
+         "4:15: ip.default_ttl: expected an integer from 0 to 255"},
+    });
+}
+
+TEST_F(ScenarioErrors, Vsans) {
+    expect_errors({
+        {"no array", "[switch]\nname = \"a\"\n[vsan]\nid = 1", "3:1: vsan: expected an array of tables [[vsan]]"},
+        {"no array of tables", "vsan = [1]\n[switch]\nname = \"a\"", "1:8: vsan: expected an array of tables [[vsan]]"},
+        {"id 0", "[switch]\nname = \"a\"\n[[vsan]]\nid = 0", "4:6: vsan[0].id: expected an integer from 1 to 4094"},
+        {"no domain", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1",
+         "3:1: vsan[0].domain: expected a text, or false for a VSAN without a domain entry, but the key is missing"},
+        {"domain true", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1\ndomain = true",
+         "5:10: vsan[0].domain: expected a text"},
+        {"id twice", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1\ndomain = \"d\"\n[[vsan]]\nid = 1\ndomain = \"d\"",
+         "7:6: vsan[1].id: expected an id that no other VSAN has"},
+    });
+}
+
+namespace {
+
+const std::string head = "[switch]\nname = \"a\"\n[[vsan]]\nid = 1\ndomain = \"d\"\n"; // lines 1 to 5
+
+void expect_error_after_head(const std::string& lines, const std::string& message) {
+    SCOPED_TRACE(lines);
+    EXPECT_EQ(switchsim::load_text(head + lines, "bad.toml"), "bad.toml:" + message);
+}
+
+} // namespace
+
+TEST_F(ScenarioErrors, Ports) {
+    const std::string port = "[[ethernet]]\nslot = 1\nport = 1\n"; // lines 6 to 8
+    expect_error_after_head("[[ethernet]]\nport = 1\n",
+                            "6:1: ethernet[0].slot: expected an integer from 0 to 255, but the key is missing");
+    expect_error_after_head("[[ethernet]]\nslot = true\nport = 1\n",
+                            "7:8: ethernet[0].slot: expected an integer from 0 to 255");
+    expect_error_after_head("[[ethernet]]\nslot = 2\nport = 1\n",
+                            "7:8: ethernet[0].slot: expected a slot of [switch] slots, or card_missing = true");
+    expect_error_after_head("[[fibre_channel]]\nslot = false\nport = 1\n",
+                            "6:1: fibre_channel[0].if_index: expected an interface index, for it cannot be derived "
+                            "without slot and port");
+    expect_error_after_head(port + "if_index = 0x82FFFFFF\n",
+                            "9:12: ethernet[0].if_index: expected an integer from 2197815296 to 4294967295");
+    expect_error_after_head("[[port_channel]]\nslot = 1\nport = 1\nif_index = 0\n",
+                            "9:12: port_channel[0].if_index: expected an integer from 1 to 4294967295");
+    expect_error_after_head(port + port,
+                            "11:8: ethernet[1].port: expected an interface index that no other interface has, not "
+                            "2197880833");
+    expect_error_after_head(port + "[[fibre_channel]]\nslot = 1\nport = 1\nif_index = 0x83010001\n",
+                            "12:12: fibre_channel[0].if_index: expected an interface index that no other interface "
+                            "has, not 2197880833");
+    expect_error_after_head(port + "mac = \"02:00\"\n",
+                            "9:7: ethernet[0].mac: expected a MAC address like \"02:00:00:aa:bb:cc\"");
+    expect_error_after_head(port + "subnet_mask = \"255.255\"\n",
+                            "9:15: ethernet[0].subnet_mask: expected four numbers like \"255.255.255.0\"");
+    expect_error_after_head(port + "prefix_length = 129\n",
+                            "9:17: ethernet[0].prefix_length: expected an integer from 0 to 128");
+    expect_error_after_head(port + "counter_mtu = true\n",
+                            "9:15: ethernet[0].counter_mtu: expected an integer from 0 to 4294967295");
+    expect_error_after_head(port + "vsan = 2\n",
+                            "9:8: ethernet[0].vsan: expected the id of a [[vsan]], or vsan_missing = true");
+    expect_error_after_head(
+        "[[fibre_channel]]\nslot = 1\nport = 1\nmac = \"02:00:00:aa:bb:cc\"\n",
+        "9:1: fibre_channel[0].mac: expected one of the keys slot, port, card_missing, if_index, "
+        "name, kernel_name, type_known, fc_interface, mtu, vsan, vsan_missing, config_word, counters");
+}
+
+TEST_F(ScenarioErrors, Counters) {
+    const std::string port = "[[ethernet]]\nslot = 1\nport = 1\n"; // lines 6 to 8
+    expect_error_after_head(port + "counters = 1\n", "9:12: ethernet[0].counters: expected a table");
+    expect_error_after_head(port + "counters = {multicast_received = 4294967296}\n",
+                            "9:34: ethernet[0].counters.multicast_received: expected an integer from 0 to 4294967295");
+    expect_error_after_head(
+        port + "counters = {bytes_received = \"18446744073709551616\"}\n",
+        "9:30: ethernet[0].counters.bytes_received: expected an integer from 0 to 18446744073709551615");
+    expect_error_after_head(
+        port + "counters = {bytes_received = \"1x\"}\n",
+        "9:30: ethernet[0].counters.bytes_received: expected an integer from 0 to 18446744073709551615");
+    expect_error_after_head(
+        port + "counters = {bytes_received = -1}\n",
+        "9:30: ethernet[0].counters.bytes_received: expected an integer from 0 to 18446744073709551615");
+    expect_error_after_head(port + "counters = {bytes = 1}\n",
+                            "9:13: ethernet[0].counters.bytes: expected one of the keys multicast_received, "
+                            "broadcast_received, multicast_transmitted, broadcast_transmitted, bytes_received, "
+                            "unicast_received, bytes_transmitted, unicast_transmitted");
+    expect_error_after_head(port + "tcp_statistics = {continuations = 1001}\n",
+                            "9:35: ethernet[0].tcp_statistics.continuations: expected an integer from 0 to 1000");
+}
+
+TEST_F(ScenarioErrors, Profiles) {
+    expect_error_after_head("[[profile]]\naddress = \"10.0.0.1\"\n",
+                            "6:1: profile[0].id: expected an integer from 1 to 4294967295, but the key is missing");
+    expect_error_after_head("[[profile]]\nid = 0\naddress = \"10.0.0.1\"\n",
+                            "7:6: profile[0].id: expected an integer from 1 to 4294967295");
+    expect_error_after_head("[[profile]]\nid = 1\n",
+                            "6:1: profile[0].address: expected an IPv4 or IPv6 address, but the key is missing");
+    for (const char* address : {"10.0.0", "10.0.0.256", "2001:db8", "host", ""}) {
+        expect_error_after_head("[[profile]]\nid = 1\naddress = \"" + std::string(address) + "\"\n",
+                                "8:11: profile[0].address: expected an IPv4 or IPv6 address or \"none\"");
+    }
+    const std::string profile = "[[profile]]\nid = 1\naddress = \"10.0.0.1\"\n"; // lines 6 to 8
+    expect_error_after_head(profile + profile, "10:6: profile[1].id: expected an id that no other profile has");
+    expect_error_after_head(profile + "port = 4294967296\n",
+                            "9:8: profile[0].port: expected " + std::string(word_range));
+    expect_error_after_head(profile + "keep_alive = 1.5\n",
+                            "9:14: profile[0].keep_alive: expected " + std::string(word_range));
+    expect_error_after_head(profile + "sack = \"on\"\n",
+                            "9:8: profile[0].sack: expected true, false or " + std::string(word_range));
+    expect_error_after_head(profile + "address_interface = \"11\"\n",
+                            "9:21: profile[0].address_interface: expected slot and port like \"1/2\"");
+    expect_error_after_head(profile + "address_interface = \"1/300\"\n",
+                            "9:21: profile[0].address_interface: expected slot and port like \"1/2\"");
+    expect_error_after_head(profile + "address_interface = \"1/2\"\n",
+                            "9:21: profile[0].address_interface: expected slot and port of an [[ethernet]] port; for "
+                            "any other index use address_if_index");
+}
+
+TEST_F(ScenarioErrors, Tunnels) {
+    const std::string profile = "[[profile]]\nid = 1\naddress = \"10.0.0.1\"\n";                      // lines 6 to 8
+    const std::string tunnel = "[[tunnel]]\nprofile = 1\nindex = 0\nremote_address = \"10.0.0.2\"\n"; // 9 to 12
+    expect_error_after_head("[[tunnel]]\nprofile = 0\n",
+                            "7:11: tunnel[0].profile: expected an integer from 1 to 4294967295");
+    expect_error_after_head("[[tunnel]]\nprofile = 2\n",
+                            "7:11: tunnel[0].profile: expected the id of a [[profile]], or profile_missing = true");
+    expect_error_after_head(profile + "[[tunnel]]\nprofile = 1\n",
+                            "9:1: tunnel[0].index: expected an integer from 0 to 4294967295, but the key is missing");
+    expect_error_after_head(profile + "[[tunnel]]\nprofile = 1\nindex = 0\n",
+                            "9:1: tunnel[0].remote_address: expected an IPv4 or IPv6 address, but the key is missing");
+    expect_error_after_head(profile + tunnel + tunnel,
+                            "15:9: tunnel[1].index: expected an index that no other tunnel of the profile has");
+    expect_error_after_head(profile + "[[profile]]\nid = 2\naddress = \"none\"\n" + tunnel +
+                                "[[tunnel]]\nprofile = 2\nindex = 0\nremote_address = \"10.0.0.3\"\n",
+                            "18:9: tunnel[1].index: expected an interface index that no other interface has, not "
+                            "167772160");
+    expect_error_after_head(profile + tunnel + "vsan = 2\n",
+                            "13:8: tunnel[0].vsan: expected the id of a [[vsan]], or vsan_missing = true");
+    expect_error_after_head(profile + tunnel + "ethernet = \"1/1\"\n",
+                            "13:12: tunnel[0].ethernet: expected slot and port of an [[ethernet]] port; for any other "
+                            "index use ethernet_if_index");
+    expect_error_after_head(profile + tunnel + "[[ethernet]]\nslot = 1\nport = 1\n[tunnel.connection]\nwindow = 1\n",
+                            "17:1: tunnel[0].connection.window: expected one of the keys purpose, "
+                            "receiver_window_size, maximum_segment_size, timeout");
+    expect_error_after_head(profile + tunnel + "ethernet = \"1/1\"\nethernet_if_index = 5\n",
+                            "13:12: tunnel[0].ethernet: expected either this key or ethernet_if_index");
+    expect_error_after_head(profile + tunnel + "connection = 1\n", "13:14: tunnel[0].connection: expected a table");
+    expect_error_after_head(profile + tunnel + "errors = {lost = 1}\n",
+                            "13:11: tunnel[0].errors.lost: expected one of the keys lost_synchronisation, "
+                            "special_frames_not_received, special_frame_responses_not_received, "
+                            "special_frame_response_mismatches, special_frame_invalid_nonces, "
+                            "duplicate_special_frames, special_frame_invalid_wwns, bb2_keep_alive_timeouts, "
+                            "timestamp_expiries");
+}
+
+TEST_F(ScenarioErrors, GeneratorTable) {
+    const std::string name = "[switch]\nname = \"a\"\n";
+    const auto load = [&](const std::string& lines) { return switchsim::load_text(name + lines, "bad.toml"); };
+    EXPECT_EQ(load("[generate]\n"),
+              "bad.toml:3:1: generate.tunnels: expected an integer from 0 to 1000000, but the key is missing");
+    EXPECT_EQ(load("[generate]\ntunnels = 1000001\n"),
+              "bad.toml:4:11: generate.tunnels: expected an integer from 0 to 1000000");
+    EXPECT_EQ(load("[generate]\ntunnels = 1\nethernet_ports = 0\n"),
+              "bad.toml:5:18: generate.ethernet_ports: expected an integer from 1 to 64");
+    EXPECT_EQ(load("[generate]\ntunnels = 1\n[[vsan]]\nid = 1\ndomain = \"d\"\n"),
+              "bad.toml:5:1: vsan: expected nothing but [switch] and [ip] beside [generate]");
+}
