@@ -1,0 +1,53 @@
+#include "classes/fcip/fcip_profile.h"
+
+#include "common/text.h"
+#include "common/trace.h"
+#include "common/values.h"
+#include "platform/addresses.h"
+#include "platform/systems.h"
+
+#include <cstdio>
+
+namespace fcip {
+
+namespace {
+
+void set_properties(CMPIInstance* instance, const FcipEntityEntry& profile, const char* id) {
+    set_string(instance, "InstanceID", id);
+    set_string(instance, "Name", id);
+    set_string(instance, "Caption", id);
+    set_string(instance, "ElementName", id);
+    set_string(instance, "FcipEntityAddress", address_text(profile.local_address).data());
+    set_uint32(instance, "FcipEntityTcpConnPort", profile.listen_port);
+    set_boolean(instance, "FcipEntitySeqNumWrap", profile.sequence_number_wrap == 1);
+    set_boolean(instance, "FcipEntitySACKOption", profile.sack == 1);
+    set_boolean(instance, "FcipEntityPHBSupport", profile.phb_support == 1);
+}
+
+} // namespace
+
+CMPIInstance* fcip_profile_build_instance(const char* class_name, const char* name_space,
+                                          const FcipEntityEntry* profile, const char** properties) {
+    trace_entering(__func__);
+    CMPIInstance* instance = new_switch_instance(class_name, name_space, __func__);
+    if (!is_usable(instance))
+        return instance;
+    const auto id = index_text(profile->entity_id);
+    std::printf(" wwn_str %s \n", id.data()); // the profile's id, not a WWN
+    set_properties(instance, *profile, id.data());
+    filter_properties(instance, properties);
+    trace_exiting(__func__);
+    return instance;
+}
+
+CMPIObjectPath* fcip_profile_fill_reference(const char* class_name, const char* name_space,
+                                            const FcipEntityEntry* profile) {
+    CMPIObjectPath* path = new_path(name_space, class_name);
+    if (path == nullptr)
+        return nullptr;
+    // Eight characters at most, unlike the instance's InstanceID.
+    add_string_key(path, "InstanceID", format_text<9>("%d", as_signed(profile->entity_id)).data());
+    return path;
+}
+
+} // namespace fcip

@@ -1,0 +1,27 @@
+// A broker in front of the real one, for what the real one does not do: objects without handle, and a list of every
+// property that was set, repeats included.
+#pragma once
+
+#include "support/provider_test.h"
+
+namespace test {
+
+class FrontBroker {
+  public:
+    enum class makes { real_objects, paths_without_handle, instances_without_handle };
+
+    /// Stands in front of the real broker until the end of its scope.
+    explicit FrontBroker(makes what = makes::real_objects);
+    ~FrontBroker();
+    FrontBroker(const FrontBroker&) = delete;
+    FrontBroker& operator=(const FrontBroker&) = delete;
+
+    /// Every property that was set on an instance, in order.
+    static const Rows& set();
+
+    /// The objects that makes::..._without_handle hands out.
+    static const CMPIObjectPath* path_without_handle();
+    static const CMPIInstance* instance_without_handle();
+};
+
+} // namespace test
