@@ -1,0 +1,31 @@
+#include "provider/key_scan.h"
+
+#include "common/text.h"
+#include "common/values.h"
+#include "provider/class_catalogue.h"
+
+namespace fcip {
+
+found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* found_format) {
+    found_key key;
+    const CMPICount count = CMGetKeyCount(path, nullptr);
+    for (CMPICount index = 0; index < count && !key.found; ++index) {
+        CMPIString* name = nullptr;
+        const CMPIData data = CMGetKeyAt(path, index, &name, nullptr);
+        const auto key_name = format_text<254>("%s", chars_of(name));
+        if (check_key_name(class_name, key_name.data()) == 0)
+            continue;
+        key.found = true;
+        if (data.type == CMPI_string) {
+            key.value = format_text<254>("%s", chars_of(data.value.string));
+            std::printf(found_format, key_name.data(), key.value.data());
+        }
+    }
+    return key;
+}
+
+CMPIStatus key_not_found() {
+    return {CMPI_RC_OK, CMNewString(_broker, "invalid key name", nullptr)};
+}
+
+} // namespace fcip
