@@ -1,0 +1,99 @@
+// CMPIResult: collects what a provider returns, and tells the observer.
+#include "host/broker/refusals.h"
+#include "host/broker/scope.h"
+
+#include <atomic>
+#include <mutex>
+
+namespace cmpihost {
+
+namespace {
+
+struct Watch {
+    std::mutex mutex; // observers are called one at a time
+    Observer observer = nullptr;
+    void* closure = nullptr;
+    std::atomic<bool> set = false; // spares calls without an observer the lock
+};
+
+Watch& watch() {
+    static Watch the_watch;
+    return the_watch;
+}
+
+void tell_observer(const Object& object, bool is_instance) {
+    Watch& watching = watch();
+    if (!watching.set)
+        return;
+    const std::lock_guard lock(watching.mutex);
+    if (watching.observer != nullptr)
+        watching.observer(object, is_instance, watching.closure);
+}
+
+/// The scope whose result this is; null if it is no result or not that of the innermost scope of this thread.
+State* scope_of(const CMPIResult* self) {
+    State* const* scope = open(self, nullptr);
+    return scope != nullptr && *scope == State::innermost() ? *scope : nullptr;
+}
+
+const Object& object_of(const InstanceData& instance) {
+    return instance.object;
+}
+
+const Object& object_of(const Object& path) {
+    return path;
+}
+
+template <class Handle>
+CMPIStatus return_object(const CMPIResult* self, const Handle* handle) {
+    State* scope = scope_of(self);
+    if (scope == nullptr)
+        return status_of(CMPI_RC_ERR_INVALID_HANDLE);
+    if (handle == nullptr) {
+        ++scope->answer.null_results;
+        return status_of(CMPI_RC_ERR_INVALID_PARAMETER);
+    }
+    const DataOf<Handle>* data = scope->live(handle);
+    if (data == nullptr) {
+        ++scope->answer.invalid_results;
+        return status_of(CMPI_RC_ERR_INVALID_HANDLE);
+    }
+    scope->answer.objects.push_back(object_of(*data));
+    tell_observer(scope->answer.objects.back(), std::is_same_v<Handle, CMPIInstance>);
+    return status_of(CMPI_RC_OK);
+}
+
+CMPIStatus return_done(const CMPIResult* self) {
+    State* scope = scope_of(self);
+    if (scope == nullptr)
+        return status_of(CMPI_RC_ERR_INVALID_HANDLE);
+    scope->answer.done = true;
+    return status_of(CMPI_RC_OK);
+}
+
+/// A result ends with its call, not before.
+CMPIStatus release_result(CMPIResult* self) {
+    return status_of(scope_of(self) == nullptr ? CMPI_RC_ERR_INVALID_HANDLE : CMPI_RC_OK);
+}
+
+} // namespace
+
+const CMPIResultFT result_table{
+    .ftVersion = CMPIVersion100,
+    .release = release_result,
+    .clone = refuse_object,
+    .returnData = refuse,
+    .returnInstance = return_object,
+    .returnObjectPath = return_object,
+    .returnDone = return_done,
+};
+
+void observe(Observer observer, void* closure) {
+    Watch& watching = watch();
+    const std::lock_guard lock(watching.mutex);
+    watching.observer = observer;
+    watching.closure = closure;
+    watching.set = observer != nullptr;
+}
+
+} // namespace cmpihost

@@ -1,0 +1,91 @@
+// Questions about any object: what it is, whether it is of a type, how it reads as text.
+#include "host/objectpath.h"
+
+#include "host/broker/broker_tables.h"
+#include "host/broker/names.h"
+#include "host/broker/scope.h"
+
+namespace cmpihost {
+
+namespace {
+
+template <class Handle>
+bool is_a(const Node* node) {
+    return dynamic_cast<const Holder<Handle>*>(node) != nullptr;
+}
+
+template <class... Handles>
+const char* name_among(const Node* node) {
+    const char* name = nullptr;
+    ((name = name == nullptr && is_a<Handles>(node) ? Kind<Handles>::name : name), ...);
+    return name;
+}
+
+/// The CMPI name of a live object's type, null for any other pointer.
+const char* type_of(const void* object) {
+    const State* scope = State::innermost();
+    const Node* node = scope == nullptr ? nullptr : scope->find(object);
+    return name_among<CMPIString, CMPIObjectPath, CMPIInstance, CMPIArray, CMPIDateTime, CMPIEnumeration, CMPIContext,
+                      CMPIArgs>(node);
+}
+
+std::optional<std::string> text_of(const Node* node) {
+    if (const auto* text = dynamic_cast<const Holder<CMPIString>*>(node))
+        return text->data;
+    if (const auto* path = dynamic_cast<const Holder<CMPIObjectPath>*>(node))
+        return path_text(path->data);
+    if (const auto* instance = dynamic_cast<const Holder<CMPIInstance>*>(node))
+        return path_text(instance->data.object);
+    if (const auto* time = dynamic_cast<const Holder<CMPIDateTime>*>(node))
+        return format_date_time(time->data);
+    return std::nullopt;
+}
+
+} // namespace
+
+/// The class itself is known without a schema; whether another one is its superclass is not.
+CMPIBoolean class_path_is_a(const CMPIBroker*, const CMPIObjectPath* argument, const char* class_name,
+                            CMPIStatus* status) {
+    const Object* path = live(argument);
+    if (argument == nullptr || class_name == nullptr || path == nullptr) {
+        const bool missing = argument == nullptr || class_name == nullptr;
+        report(status, missing ? CMPI_RC_ERR_INVALID_PARAMETER : CMPI_RC_ERR_INVALID_HANDLE);
+        return 0;
+    }
+    const bool same = same_name(path->class_name, class_name);
+    report(status, same ? CMPI_RC_OK : CMPI_RC_ERR_NOT_SUPPORTED);
+    return same ? 1 : 0;
+}
+
+/// Strings, date-times and paths as they are, instances as their path; other kinds have no text.
+CMPIString* to_string(const CMPIBroker*, const void* object, CMPIStatus* status) {
+    if (type_of(object) == nullptr) {
+        report(status, CMPI_RC_ERR_INVALID_HANDLE);
+        return nullptr;
+    }
+    auto text = text_of(State::innermost()->find(object));
+    if (text)
+        return make<CMPIString>(std::move(*text), status);
+    report(status, CMPI_RC_ERR_NOT_SUPPORTED);
+    return nullptr;
+}
+
+CMPIBoolean is_of_type(const CMPIBroker*, const void* object, const char* type, CMPIStatus* status) {
+    const char* actual = type_of(object);
+    if (actual == nullptr || type == nullptr) {
+        report(status, actual == nullptr ? CMPI_RC_ERR_INVALID_HANDLE : CMPI_RC_ERR_INVALID_PARAMETER);
+        return 0;
+    }
+    report(status, CMPI_RC_OK);
+    return std::string_view(actual) == type ? 1 : 0;
+}
+
+CMPIString* get_type(const CMPIBroker*, const void* object, CMPIStatus* status) {
+    const char* actual = type_of(object);
+    if (actual != nullptr)
+        return make<CMPIString>(actual, status);
+    report(status, CMPI_RC_ERR_INVALID_HANDLE);
+    return nullptr;
+}
+
+} // namespace cmpihost

@@ -1,0 +1,16 @@
+#include "host/cli/command_line.h"
+
+#include "host/cli/verbs.h"
+
+namespace cmpihost {
+
+int run_command_line(const std::vector<std::string>& arguments, std::FILE* out, std::FILE* err) {
+    const CommandLine line = read_command_line(arguments);
+    if (line.options)
+        return line.options->verb->handler(*line.options, {out, err});
+    std::fputs(line.error.c_str(), err);
+    const int printed = print({out, err}, line.output);
+    return printed == exit_ok ? line.exit_code : printed;
+}
+
+} // namespace cmpihost

@@ -1,0 +1,175 @@
+#include "host/cli/graph.h"
+
+#include "host/objectpath.h"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+
+namespace cmpihost {
+
+namespace {
+
+using enum Request::Operation;
+
+constexpr const char* no_association = "CMPIHOST_NoSuchAssociation";
+
+std::string lower(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), mof::lower);
+    return text;
+}
+
+/// The object as all of its spellings have it in common.
+Object plain(const Object& object) {
+    Object same;
+    same.class_name = lower(object.class_name);
+    for (Property key : object.keys) {
+        key.name = lower(key.name);
+        if (const auto* reference = std::get_if<Value::Reference>(&key.value.data))
+            key.value.data = std::make_shared<const Object>(plain(**reference));
+        same.keys.push_back(std::move(key));
+    }
+    std::sort(same.keys.begin(), same.keys.end(), [](const Property& a, const Property& b) { return a.name < b.name; });
+    return same;
+}
+
+std::string identity(const Object& object) {
+    return path_text(plain(object));
+}
+
+/// Whether an instance has the class of a pattern and every key of it.
+bool matches(const Object& instance, const Object& pattern) {
+    Object same = instance;
+    std::erase_if(same.keys, [&pattern](const Property& key) { return pattern.key(key.name) == nullptr; });
+    return identity(same) == identity(pattern);
+}
+
+bool is_not_served(int rc) {
+    return rc == CMPI_RC_ERR_NOT_SUPPORTED || rc == CMPI_RC_ERR_INVALID_CLASS;
+}
+
+} // namespace
+
+GraphWalk::GraphWalk(const mof::Schema& schema, Ask ask, std::string name_space, std::size_t limit)
+    : schema_(schema), ask_(std::move(ask)), name_space_(std::move(name_space)), limit_(limit) {}
+
+void GraphWalk::note_status(const Request& request, const Answer& answer) {
+    notes_.null_results += answer.null_results;
+    notes_.invalid_results += answer.invalid_results;
+    if (answer.rc == CMPI_RC_OK || is_not_served(answer.rc))
+        return;
+    if (notes_.errors++ == 0)
+        notes_.first_error = path_text(request.path) + (request.assoc_class ? " by " + *request.assoc_class : "") +
+                             ": CIM error " + std::to_string(answer.rc) + " (" + std::string(rc_name(answer.rc)) + ")";
+}
+
+/// Asks for instance names (without an association), associator names or reference names.
+std::vector<Object> GraphWalk::names(Request::Operation operation, const Object& path, const std::string& association) {
+    Request request;
+    request.operation = operation;
+    request.path = path;
+    if (request.path.name_space.empty())
+        request.path.name_space = name_space_;
+    if (!association.empty())
+        request.assoc_class = association;
+    Answer answer = ask_(request);
+    if (association != no_association)
+        note_status(request, answer);
+    return std::move(answer.objects);
+}
+
+/// Where an object stands in the graph, after putting it there if it is new and there is room.
+std::optional<std::size_t> GraphWalk::place_of(const Object& object) {
+    const std::string id = identity(object);
+    const auto known = places_.find(id);
+    if (known != places_.end())
+        return known->second;
+    if (graph_.objects.size() == limit_) {
+        notes_.limited = true;
+        return std::nullopt;
+    }
+    places_.emplace(id, graph_.objects.size());
+    graph_.objects.push_back(object);
+    return graph_.objects.size() - 1;
+}
+
+void GraphWalk::start_everywhere() {
+    for (const mof::ClassDeclaration& declaration : schema_.classes()) {
+        if (declaration.association || declaration.abstract)
+            continue;
+        Object path;
+        path.class_name = declaration.name;
+        for (const Object& instance : names(enumerate_instance_names, path, {}))
+            place_of(instance);
+    }
+}
+
+void GraphWalk::start_at(const Object& object) {
+    Object path = object;
+    path.keys.clear();
+    for (const Object& instance : names(enumerate_instance_names, path, {}))
+        if (matches(instance, object))
+            place_of(instance);
+    if (graph_.objects.empty() && !object.keys.empty())
+        place_of(object);
+}
+
+bool GraphWalk::is_confirmed(std::size_t source, const std::string& association, const Object& target) {
+    for (const Object& reference : names(reference_names, graph_.objects[source], association))
+        for (const Property& key : reference.keys)
+            if (const auto* end = std::get_if<Value::Reference>(&key.value.data);
+                end != nullptr && identity(**end) == identity(target))
+                return true;
+    return false;
+}
+
+void GraphWalk::add_edge(std::size_t source, const std::string& association, const Object& target) {
+    const auto end = place_of(target);
+    if (!end)
+        return;
+    const auto [known, is_new] =
+        edges_.emplace(std::tuple(association, std::min(source, *end), std::max(source, *end)), graph_.edges.size());
+    if (is_new)
+        graph_.edges.push_back({association, source, *end, false});
+    else if (GraphEdge& edge = graph_.edges[known->second]; edge.from != source)
+        edge.both = true;
+}
+
+void GraphWalk::visit(std::size_t source) {
+    const Object path = graph_.objects[source]; // a copy: objects may move when new ones are found
+    std::set<std::string> always;
+    for (const Object& answer : names(associator_names, path, no_association))
+        always.insert(identity(answer));
+    for (const mof::ClassDeclaration& declaration : schema_.classes()) {
+        if (!declaration.association || declaration.abstract)
+            continue;
+        for (const Object& target : names(associator_names, path, declaration.name)) {
+            if (always.contains(identity(target)) && !is_confirmed(source, declaration.name, target))
+                ++notes_.left_out;
+            else
+                add_edge(source, declaration.name, target);
+        }
+    }
+}
+
+/// A provider that answers to the superclass of an association as well gives the same tie under both names; the
+/// subclass tells more.
+void GraphWalk::drop_inherited() {
+    std::map<std::pair<std::size_t, std::size_t>, std::set<std::string>> ties;
+    for (const GraphEdge& edge : graph_.edges)
+        ties[std::minmax(edge.from, edge.to)].insert(edge.association);
+    std::erase_if(graph_.edges, [&](const GraphEdge& edge) {
+        const auto& names = ties[std::minmax(edge.from, edge.to)];
+        return std::any_of(names.begin(), names.end(), [&](const std::string& name) {
+            return name != edge.association && schema_.is_a(name, edge.association);
+        });
+    });
+}
+
+void GraphWalk::run() {
+    for (std::size_t i = 0; i < graph_.objects.size(); ++i)
+        visit(i);
+    drop_inherited();
+}
+
+} // namespace cmpihost

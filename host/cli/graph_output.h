@@ -1,0 +1,14 @@
+// A graph of objects as text and for Graphviz.
+#pragma once
+
+#include "host/cli/graph.h"
+
+namespace cmpihost {
+
+/// For people: every object with the associations that it has, and how many there are.
+std::string text_of(const Graph& graph, const mof::Schema& schema);
+
+/// In the language of dot: objects as boxes in the colour of their family.
+std::string dot_of(const Graph& graph, const mof::Schema& schema);
+
+} // namespace cmpihost

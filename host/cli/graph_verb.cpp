@@ -1,0 +1,74 @@
+#include "host/cli/graph_verb.h"
+
+#include "host/cli/answer_check.h"
+#include "host/cli/graph_output.h"
+#include "host/cli/output.h"
+#include "host/cli/schema_files.h"
+#include "host/cli/session.h"
+
+#include <stdexcept>
+
+namespace cmpihost {
+
+namespace {
+
+/// @throws std::runtime_error: a class that no graph can start at
+void check_start(const mof::Schema& schema, const std::optional<Object>& start) {
+    if (!start)
+        return;
+    const mof::ClassDeclaration* declaration = schema.find(start->class_name);
+    if (declaration == nullptr)
+        throw std::runtime_error("OBJECT: class " + start->class_name + " is not declared in the schema");
+    if (declaration->association)
+        throw std::runtime_error("OBJECT: class " + start->class_name + " is an association, expected one of objects");
+}
+
+void note(std::FILE* err, unsigned count, const char* what, const char* more) {
+    if (count > 0)
+        std::fprintf(err, "note: %u %s%s%s\n", count, what, count == 1 ? "" : "s", more);
+}
+
+void tell(const GraphWalk::Notes& notes, std::size_t limit, std::FILE* err) {
+    note(err, notes.null_results, "null result", "");
+    note(err, notes.invalid_results, "invalid result", "");
+    note(err, notes.left_out, "answer", " left out: given to any association, and not among the reference names");
+    if (notes.limited)
+        std::fprintf(err, "note: there are more than %zu objects; --limit takes another number\n", limit);
+    if (notes.errors > 0)
+        std::fprintf(err, "%u request%s failed, the first: %s\n", notes.errors, notes.errors == 1 ? "" : "s",
+                     printable(notes.first_error).c_str());
+}
+
+} // namespace
+
+int show_graph(const Options& options, const Streams& streams) {
+    std::optional<mof::Schema> schema;
+    std::optional<AnswerCheck> check;
+    std::optional<GraphWalk> walk;
+    try {
+        schema = load_schema(options);
+        check_start(*schema, options.start);
+        check.emplace(options);
+        const Session session(options, streams);
+        const auto ask = [&](const Request& request) {
+            Answer answer = session.ask(request);
+            check->add(request, answer);
+            return answer;
+        };
+        walk.emplace(*schema, ask, options.name_space, options.limit);
+        options.start ? walk->start_at(*options.start) : walk->start_everywhere();
+        walk->run();
+    } catch (const std::runtime_error& error) {
+        return refuse(streams, error.what());
+    }
+    const bool dot = options.graph_format == GraphFormat::dot;
+    if (print(streams, dot ? dot_of(walk->graph(), *schema) : text_of(walk->graph(), *schema)) != exit_ok)
+        return exit_output;
+    tell(walk->notes(), options.limit, streams.err);
+    check->tell(streams.err);
+    if (walk->notes().errors > 0)
+        return exit_cim_error;
+    return check->found() ? exit_findings : exit_ok;
+}
+
+} // namespace cmpihost

@@ -1,0 +1,47 @@
+#include "host/cli/verbs.h"
+
+#include "host/cli/answer.h"
+#include "host/cli/classes.h"
+#include "host/cli/graph_verb.h"
+
+#include <algorithm>
+#include <array>
+
+namespace cmpihost {
+
+namespace {
+
+using enum Request::Operation;
+
+constexpr std::array verbs{
+    Verb{"ei", "enumerate instances", Shape::request, Filters::none, enumerate_instances, answer_request},
+    Verb{"ein", "enumerate instance names", Shape::request, Filters::none, enumerate_instance_names, answer_request},
+    Verb{"gi", "get instance", Shape::request, Filters::none, get_instance, answer_request},
+    Verb{"ai", "associators", Shape::request, Filters::associators, associators, answer_request},
+    Verb{"ain", "associator names", Shape::request, Filters::associators, associator_names, answer_request},
+    Verb{"ri", "references", Shape::request, Filters::references, references, answer_request},
+    Verb{"rin", "reference names", Shape::request, Filters::references, reference_names, answer_request},
+    Verb{"ci", "create instance (an empty one)", Shape::request, Filters::none, create_instance, answer_request},
+    Verb{"mi", "modify instance (to an empty one)", Shape::request, Filters::none, modify_instance, answer_request},
+    Verb{"di", "delete instance", Shape::request, Filters::none, delete_instance, answer_request},
+    Verb{"xq", "execute the WQL query SELECT PROPERTY... FROM the class", Shape::request, Filters::none, exec_query,
+         answer_request},
+    Verb{"classes", "list the classes of the schema with their keys; no provider is loaded", Shape::classes,
+         Filters::none, enumerate_instances, list_classes},
+    Verb{"graph", "show all objects, or those that can be reached from OBJECT, and what ties them", Shape::graph,
+         Filters::none, associator_names, show_graph},
+};
+
+} // namespace
+
+std::span<const Verb> all_verbs() {
+    return verbs;
+}
+
+const Verb* find_verb(std::string_view name) {
+    const auto* found =
+        std::find_if(verbs.begin(), verbs.end(), [name](const Verb& verb) { return verb.name == name; });
+    return found == verbs.end() ? nullptr : found;
+}
+
+} // namespace cmpihost

@@ -1,0 +1,150 @@
+#include "host/mof/check.h"
+
+#include <algorithm>
+
+namespace cmpihost::mof {
+
+namespace {
+
+const Property* find(const std::vector<Property>& values, std::string_view name) {
+    const auto found = std::find_if(values.begin(), values.end(),
+                                    [&](const Property& value) { return equal_names(value.name, name); });
+    return found == values.end() ? nullptr : &*found;
+}
+
+bool is_null(const Property& property) {
+    return std::holds_alternative<std::monostate>(property.value.data);
+}
+
+/// The references by which an object came to be looked at, innermost first.
+struct Trail {
+    const Trail* outer;
+    std::string_view class_name;
+    std::string_view role;
+
+    std::string text() const {
+        return (outer ? outer->text() : std::string()) + std::string(class_name) + '.' + std::string(role) + " > ";
+    }
+};
+
+class Check {
+  public:
+    Check(const Schema& schema, std::vector<std::string>& findings) : schema_(schema), findings_(findings) {}
+
+    void object(const Object& object, Kind kind, const Trail* trail);
+
+  private:
+    /// One object, with the class that it claims.
+    struct Subject {
+        const ClassDeclaration& declaration;
+        const Trail* trail;
+        bool second_set; ///< the references that are no keys stand in for the keys
+    };
+
+    static bool has_second_set(const ClassDeclaration& declaration, const std::vector<Property>& values);
+    static bool is_wanted(const Subject& subject, const PropertyDeclaration& property) {
+        return subject.second_set ? property.type == "reference" && !property.key : property.key;
+    }
+
+    void values(const Subject& subject, const std::vector<Property>& values, bool keys);
+    void type(const Subject& subject, const PropertyDeclaration& declared, const Property& value);
+    void reference(const Subject& subject, const PropertyDeclaration& declared, const Object& target);
+    void completeness(const Subject& subject, const std::vector<Property>& values);
+    void report(const Subject& subject, std::string_view name, const std::string& what);
+
+    const Schema& schema_;
+    std::vector<std::string>& findings_;
+};
+
+void Check::report(const Subject& subject, std::string_view name, const std::string& what) {
+    std::string line = subject.trail ? subject.trail->text() : std::string();
+    line += subject.declaration.name;
+    if (!name.empty())
+        line.append(".").append(name);
+    findings_.push_back(line + ": " + what);
+}
+
+/// Whether all references that are no keys are there, and none of those that are.
+bool Check::has_second_set(const ClassDeclaration& declaration, const std::vector<Property>& values) {
+    if (!declaration.association)
+        return false;
+    bool any = false;
+    for (const PropertyDeclaration& property : declaration.properties) {
+        if (property.type != "reference")
+            continue;
+        if ((find(values, property.name) != nullptr) == property.key)
+            return false;
+        any = any || !property.key;
+    }
+    return any;
+}
+
+void Check::reference(const Subject& subject, const PropertyDeclaration& declared, const Object& target) {
+    const ClassDeclaration* target_class = schema_.find(target.class_name);
+    if (target_class && !schema_.is_a(target.class_name, declared.reference_class))
+        report(subject, declared.name, "refers to " + target_class->name + ", expected " + declared.reference_class);
+    const Trail trail{subject.trail, subject.declaration.name, declared.name};
+    object(target, Kind::path, &trail);
+}
+
+void Check::type(const Subject& subject, const PropertyDeclaration& declared, const Property& value) {
+    if (value.type != declared.type)
+        return report(subject, declared.name, "type " + value.type + ", expected " + declared.type);
+    if (const auto* target = std::get_if<Value::Reference>(&value.value.data); target && *target)
+        reference(subject, declared, **target);
+}
+
+void Check::values(const Subject& subject, const std::vector<Property>& values, bool keys) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const Property& value = values[i];
+        const PropertyDeclaration* declared = subject.declaration.property(value.name);
+        if (!declared) {
+            report(subject, value.name, "is not declared");
+            continue;
+        }
+        if (find(values, value.name) != &value)
+            report(subject, declared->name, "is there twice");
+        if (keys && !is_wanted(subject, *declared))
+            report(subject, declared->name, "is no key");
+        type(subject, *declared, value);
+    }
+}
+
+void Check::completeness(const Subject& subject, const std::vector<Property>& values) {
+    for (const PropertyDeclaration& declared : subject.declaration.properties) {
+        if (!is_wanted(subject, declared))
+            continue;
+        const Property* value = find(values, declared.name);
+        if (!value)
+            report(subject, declared.name, "key is missing");
+        else if (is_null(*value))
+            report(subject, declared.name, "key is NULL");
+    }
+}
+
+void Check::object(const Object& object, Kind kind, const Trail* trail) {
+    const ClassDeclaration* declaration = schema_.find(object.class_name);
+    if (!declaration) {
+        findings_.push_back((trail ? trail->text() : std::string()) + object.class_name + ": class is not declared");
+        return;
+    }
+    const bool is_path = kind == Kind::path;
+    const Subject subject{*declaration, trail, has_second_set(*declaration, is_path ? object.keys : object.properties)};
+    if (declaration->abstract)
+        report(subject, {}, "class is abstract");
+    values(subject, object.keys, true);
+    if (!is_path)
+        values(subject, object.properties, false);
+    if (kind != Kind::partial_instance)
+        completeness(subject, is_path ? object.keys : object.properties);
+}
+
+} // namespace
+
+std::vector<std::string> check(const Schema& schema, const Object& object, Kind kind) {
+    std::vector<std::string> findings;
+    Check(schema, findings).object(object, kind, nullptr);
+    return findings;
+}
+
+} // namespace cmpihost::mof

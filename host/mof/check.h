@@ -1,0 +1,33 @@
+// Holds what a provider answers against the declarations of its classes.
+#pragma once
+
+#include "host/mof/schema.h"
+
+namespace cmpihost::mof {
+
+/// What an object is, and so which of its keys must be there.
+enum class Kind {
+    path,             ///< every key of the class, and nothing else
+    instance,         ///< every key of the class as a property: servers rebuild the path from them
+    partial_instance, ///< keys may be absent, as where the client asked for some properties
+};
+
+/// What is wrong with an object, one line each; empty if nothing is. Names are as declared, values are left out, so
+/// that the same fault gives the same line:
+///
+///     CLASS: class is not declared
+///     CLASS: class is abstract
+///     CLASS.NAME: is not declared
+///     CLASS.NAME: is there twice
+///     CLASS.NAME: type uint16, expected string
+///     CLASS.NAME: is no key
+///     CLASS.NAME: key is missing
+///     CLASS.NAME: key is NULL
+///     CLASS.NAME: refers to CLASS, expected CLASS
+///
+/// The path behind a reference is checked likewise; its lines begin with "CLASS.NAME > ". A class may declare a second
+/// set of references beside its keys: an object that has all of those and none of the key references is checked for
+/// the second set in place of the keys.
+std::vector<std::string> check(const Schema& schema, const Object& object, Kind kind);
+
+} // namespace cmpihost::mof

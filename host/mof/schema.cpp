@@ -1,0 +1,62 @@
+#include "host/mof/schema.h"
+
+#include "host/mof/builder.h"
+#include "host/mof/reader.h"
+#include "host/mof/refusal.h"
+
+namespace cmpihost::mof {
+
+std::string Place::text() const {
+    return line == 0 ? file : file + ':' + std::to_string(line) + ':' + std::to_string(column);
+}
+
+std::string Error::text() const {
+    return place.text() + ": " + what;
+}
+
+const PropertyDeclaration* ClassDeclaration::property(std::string_view property_name) const {
+    const auto found = property_index.find(property_name);
+    return found == property_index.end() ? nullptr : &properties[found->second];
+}
+
+const Value* InstanceDeclaration::value(std::string_view property_name) const {
+    for (const NamedValue& property : properties)
+        if (equal_names(property.name, property_name))
+            return &property.value;
+    return nullptr;
+}
+
+std::variant<Schema, Error> Schema::read(std::span<const std::string> files) {
+    try {
+        Builder builder;
+        for (const std::string& file : files)
+            read_file(file, builder);
+        return builder.finish();
+    } catch (const Refusal& refusal) {
+        return refusal.error();
+    }
+}
+
+std::variant<Schema, Error> Schema::read_text(const std::string& name, std::string_view text) {
+    try {
+        Builder builder;
+        mof::read_text(name, text, builder);
+        return builder.finish();
+    } catch (const Refusal& refusal) {
+        return refusal.error();
+    }
+}
+
+const ClassDeclaration* Schema::find(std::string_view name) const {
+    const auto found = index_.find(name);
+    return found == index_.end() ? nullptr : &classes_[found->second];
+}
+
+bool Schema::is_a(std::string_view name, std::string_view ancestor) const {
+    for (const ClassDeclaration* declaration = find(name); declaration; declaration = find(declaration->superclass))
+        if (equal_names(declaration->name, ancestor))
+            return true;
+    return false;
+}
+
+} // namespace cmpihost::mof

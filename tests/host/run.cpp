@@ -1,0 +1,262 @@
+// Running operations: what reaches the provider, and what comes back.
+#include "tests/host/host_test.h"
+
+#include <functional>
+#include <thread>
+
+namespace cmpihost {
+namespace {
+
+/// What the slots of the test's MI do; one per thread, as there is one request per thread.
+thread_local std::function<CMPIStatus(const CMPIContext*, const CMPIResult*, const CMPIObjectPath*)> behaviour;
+
+CMPIStatus status_of(CMPIrc rc) {
+    return CMPIStatus{rc, nullptr};
+}
+
+CMPIStatus enumerate(CMPIInstanceMI*, const CMPIContext* context, const CMPIResult* result, const CMPIObjectPath* path,
+                     const char**) {
+    return behaviour(context, result, path);
+}
+
+CMPIStatus enumerate_names(CMPIInstanceMI*, const CMPIContext* context, const CMPIResult* result,
+                           const CMPIObjectPath* path) {
+    return behaviour(context, result, path);
+}
+
+const CMPIInstanceMIFT table{
+    .ftVersion = 100,
+    .miVersion = 100,
+    .miName = "test",
+    .cleanup = nullptr,
+    .enumerateInstanceNames = enumerate_names,
+    .enumerateInstances = enumerate,
+    .getInstance = nullptr,
+    .createInstance = nullptr,
+    .modifyInstance = nullptr,
+    .deleteInstance = nullptr,
+    .execQuery = nullptr,
+};
+
+Request request_for(const char* class_name) {
+    Request request;
+    request.path.class_name = class_name;
+    request.path.name_space = "root/test";
+    return request;
+}
+
+class Runs : public testing::Test {
+  protected:
+    Answer run_it(const Request& request = request_for("C"), unsigned fail_object = 0) {
+        return run(Provider{&mi, nullptr}, request, fail_object);
+    }
+
+    CMPIInstanceMI mi{nullptr, &table};
+};
+
+CMPIInstance* instance_of(const CMPIObjectPath* path) {
+    return CMNewInstance(broker(), path, nullptr);
+}
+
+TEST_F(Runs, ReturnedObjectsComeInOrder) {
+    behaviour = [](auto*, auto* result, auto* path) {
+        for (const char* name : {"b", "a"}) {
+            CMPIInstance* instance = instance_of(path);
+            CMSetProperty(instance, "Name", name, CMPI_chars);
+            EXPECT_EQ(CMReturnInstance(result, instance).rc, CMPI_RC_OK);
+            CMSetProperty(instance, "Name", "changed after it was returned", CMPI_chars);
+        }
+        EXPECT_EQ(CMReturnDone(result).rc, CMPI_RC_OK);
+        return status_of(CMPI_RC_OK);
+    };
+    const Answer answer = run_it();
+    EXPECT_EQ(answer.rc, 0);
+    EXPECT_FALSE(answer.message.has_value());
+    EXPECT_TRUE(answer.done);
+    ASSERT_EQ(answer.objects.size(), 2u);
+    EXPECT_EQ(answer.objects[0].property("Name")->value, Value{std::string("b")});
+    EXPECT_EQ(answer.objects[1].property("Name")->value, Value{std::string("a")});
+}
+
+TEST_F(Runs, NullResultsAreRefusedAndCounted) {
+    behaviour = [](auto*, auto* result, auto*) {
+        EXPECT_EQ(CMReturnInstance(result, nullptr).rc, CMPI_RC_ERR_INVALID_PARAMETER);
+        EXPECT_EQ(CMReturnObjectPath(result, nullptr).rc, CMPI_RC_ERR_INVALID_PARAMETER);
+        return status_of(CMPI_RC_OK);
+    };
+    const Answer answer = run_it();
+    EXPECT_EQ(answer.null_results, 2u);
+    EXPECT_EQ(answer.invalid_results, 0u);
+    EXPECT_TRUE(answer.objects.empty());
+    EXPECT_FALSE(answer.done);
+}
+
+TEST_F(Runs, ResultsThatAreNoObjectAreRefusedUntouchedAndCounted) {
+    behaviour = [](auto*, auto* result, auto* path) {
+        EXPECT_EQ(CMReturnInstance(result, wild_pointer<CMPIInstance>()).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        EXPECT_EQ(CMReturnObjectPath(result, wild_pointer<CMPIObjectPath>()).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        CMPIInstance* released = instance_of(path);
+        released->ft->release(released);
+        EXPECT_EQ(CMReturnInstance(result, released).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        EXPECT_EQ(CMReturnInstance(result, reinterpret_cast<const CMPIInstance*>(path)).rc, CMPI_RC_ERR_INVALID_HANDLE)
+            << "a path returned as an instance";
+        return status_of(CMPI_RC_OK);
+    };
+    const Answer answer = run_it();
+    EXPECT_EQ(answer.invalid_results, 4u);
+    EXPECT_EQ(answer.null_results, 0u);
+    EXPECT_TRUE(answer.objects.empty());
+}
+
+TEST_F(Runs, ObjectsOfAnEarlierCallAreNotReturned) {
+    static const CMPIInstance* kept = nullptr;
+    behaviour = [](auto*, auto*, auto* path) {
+        kept = instance_of(path);
+        return status_of(CMPI_RC_OK);
+    };
+    run_it();
+    behaviour = [](auto*, auto* result, auto*) {
+        EXPECT_EQ(CMReturnInstance(result, kept).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        return status_of(CMPI_RC_OK);
+    };
+    EXPECT_EQ(run_it().invalid_results, 1u);
+}
+
+TEST_F(Runs, StatusAndMessageAreHandedBack) {
+    behaviour = [](auto*, auto*, auto*) {
+        return CMPIStatus{CMPI_RC_ERR_NOT_FOUND, CMNewString(broker(), "no such thing", nullptr)};
+    };
+    const Answer answer = run_it();
+    EXPECT_EQ(answer.rc, 6);
+    EXPECT_EQ(answer.message, "no such thing");
+    behaviour = [](auto*, auto*, auto*) { return CMPIStatus{CMPI_RC_OK, wild_pointer<CMPIString>()}; };
+    EXPECT_FALSE(run_it().message.has_value()) << "a message that is no string of the call";
+}
+
+TEST_F(Runs, ThePathArrivesWithItsKeys) {
+    Request request = request_for("Class");
+    request.path.host = "host";
+    Object other{"Other", "root/test", std::nullopt, {string_property("Name", "n")}, {}};
+    request.path.keys = {string_property("Text", "t"),
+                         uint_property("Number", 5, "uint16"),
+                         {"Flag", "boolean", {true}},
+                         {"Real", "real64", {0.5}},
+                         {"Ref", "reference", {std::make_shared<const Object>(other)}}};
+    behaviour = [&request, &other](auto* context, auto*, auto* path) {
+        EXPECT_EQ(describe(path), request.path);
+        EXPECT_EQ(CMGetKey(path, "Number", nullptr).value.uint16, 5);
+        EXPECT_EQ(CMGetKey(path, "Flag", nullptr).value.boolean, 1);
+        EXPECT_EQ(CMGetKey(path, "Real", nullptr).value.real64, 0.5);
+        EXPECT_EQ(describe(CMGetKey(path, "Ref", nullptr).value.ref), other);
+        EXPECT_EQ(text(context->ft->getEntry(context, "CMPIInitNameSpace", nullptr).value.string), "root/test");
+        return status_of(CMPI_RC_OK);
+    };
+    EXPECT_EQ(run_it(request).rc, 0);
+}
+
+TEST_F(Runs, AKeyWhoseValueIsNotOfItsTypeIsBad) {
+    Request request = request_for("Class");
+    request.path.keys = {{"K", "uint16", {std::string("five")}}, {"D", "datetime", {std::uint64_t{5}}}};
+    behaviour = [](auto*, auto*, auto* path) {
+        EXPECT_EQ(CMGetKey(path, "K", nullptr).state, CMPI_badValue);
+        EXPECT_EQ(CMGetKey(path, "D", nullptr).state, CMPI_badValue);
+        return status_of(CMPI_RC_OK);
+    };
+    EXPECT_EQ(run_it(request).rc, 0);
+}
+
+TEST_F(Runs, MissingInterfacesAndSlotsAreNotSupported) {
+    Request request = request_for("C");
+    for (int i = 0; i <= static_cast<int>(Request::Operation::exec_query); ++i) {
+        request.operation = static_cast<Request::Operation>(i);
+        SCOPED_TRACE(i);
+        EXPECT_EQ(run(Provider{}, request).rc, 7);
+    }
+    request.operation = Request::Operation::get_instance;
+    EXPECT_EQ(run_it(request).rc, 7) << "a slot that is null";
+}
+
+TEST_F(Runs, TheNthObjectFails) {
+    behaviour = [](auto*, auto* result, auto* path) {
+        CMReturnInstance(result, instance_of(path));
+        CMReturnInstance(result, instance_of(path));
+        return status_of(CMPI_RC_OK);
+    };
+    EXPECT_EQ(run_it(request_for("C"), 1).null_results, 1u);
+    EXPECT_EQ(run_it(request_for("C"), 2).objects.size(), 1u);
+    EXPECT_EQ(run_it(request_for("C"), 3).objects.size(), 2u);
+}
+
+TEST_F(Runs, AResultBelongsToItsCall) {
+    const CallScope outer;
+    behaviour = [&outer](auto*, auto* result, auto* path) {
+        EXPECT_EQ(CMReturnInstance(outer.result(), instance_of(path)).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        EXPECT_EQ(CMReturnDone(outer.result()).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        EXPECT_EQ(result->ft->returnDone(nullptr).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        EXPECT_EQ(result->ft->release(const_cast<CMPIResult*>(result)).rc, CMPI_RC_OK);
+        EXPECT_EQ(CMReturnInstance(result, instance_of(path)).rc, CMPI_RC_OK) << "still there after its release";
+        return status_of(CMPI_RC_OK);
+    };
+    EXPECT_EQ(run_it().objects.size(), 1u);
+}
+
+TEST_F(Runs, AScopeCollectsWithoutAProvider) {
+    CallScope scope;
+    EXPECT_EQ(CMReturnObjectPath(scope.result(), new_path(request_for("C").path)).rc, CMPI_RC_OK);
+    ASSERT_EQ(scope.answer().objects.size(), 1u);
+    EXPECT_EQ(scope.answer().objects[0].class_name, "C");
+}
+
+// ------------------------------------------------------------------------------------------------------ observers
+
+struct Seen {
+    std::vector<std::string> instances;
+    std::vector<std::string> paths;
+};
+
+TEST_F(Runs, AnObserverSeesEveryReturnedObject) {
+    Seen seen;
+    observe(
+        [](const Object& object, bool is_instance, void* closure) {
+            auto* list = static_cast<Seen*>(closure);
+            (is_instance ? list->instances : list->paths).push_back(object.class_name);
+        },
+        &seen);
+    behaviour = [](auto*, auto* result, auto* path) {
+        CMReturnInstance(result, instance_of(path));
+        CMReturnInstance(result, nullptr);
+        CMReturnObjectPath(result, path);
+        return status_of(CMPI_RC_OK);
+    };
+    run_it(request_for("A"));
+    observe(nullptr, nullptr);
+    run_it(request_for("B"));
+    EXPECT_EQ(seen.instances, std::vector<std::string>{"A"});
+    EXPECT_EQ(seen.paths, std::vector<std::string>{"A"});
+}
+
+TEST_F(Runs, RequestsOfSeveralThreadsDoNotMeet) {
+    std::vector<std::thread> threads;
+    std::vector<std::size_t> counts(4);
+    unsigned observed = 0;
+    threads.reserve(counts.size());
+    observe([](const Object&, bool, void* closure) { ++*static_cast<unsigned*>(closure); }, &observed);
+    for (std::size_t& count : counts)
+        threads.emplace_back([this, &count] {
+            behaviour = [](auto*, auto* result, auto* path) {
+                for (int i = 0; i < 100; ++i)
+                    CMReturnInstance(result, instance_of(path));
+                return status_of(CMPI_RC_OK);
+            };
+            for (int round = 0; round < 10; ++round)
+                count += run_it().objects.size();
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    observe(nullptr, nullptr);
+    EXPECT_EQ(counts, std::vector<std::size_t>(4, 1000));
+    EXPECT_EQ(observed, 4000u) << "observers are called one at a time";
+}
+
+} // namespace
+} // namespace cmpihost

@@ -1,0 +1,212 @@
+// Scopes: who owns what is made, on which thread, and the n-th object that fails.
+#include "tests/host/host_test.h"
+
+#include <thread>
+
+namespace cmpihost {
+namespace {
+
+CMPIString* new_string(CMPIStatus* status = nullptr) {
+    return CMNewString(broker(), "text", status);
+}
+
+TEST(Scopes, NothingIsMadeOutside) {
+    CMPIStatus status{CMPI_RC_OK, nullptr};
+    EXPECT_EQ(new_string(&status), nullptr);
+    EXPECT_EQ(status.rc, CMPI_RC_ERR_FAILED);
+    EXPECT_EQ(new_path({}), nullptr);
+    EXPECT_FALSE(is_live(&status));
+    EXPECT_EQ(describe(wild_pointer<CMPIInstance>()), Object{});
+    EXPECT_EQ(describe(wild_pointer<CMPIObjectPath>()), Object{});
+}
+
+TEST(Scopes, OwnWhatIsMadeInside) {
+    const CMPIString* string = nullptr;
+    {
+        const CallScope scope;
+        string = new_string();
+        EXPECT_TRUE(is_live(string));
+    }
+    const CallScope next;
+    EXPECT_FALSE(is_live(string));
+}
+
+TEST(Scopes, TheInnermostCounts) {
+    const CallScope outer;
+    CMPIString* string = new_string();
+    {
+        const CallScope inner;
+        EXPECT_FALSE(is_live(string));
+        EXPECT_EQ(string->ft->release(string).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        EXPECT_TRUE(is_live(new_string()));
+    }
+    EXPECT_TRUE(is_live(string));
+    EXPECT_EQ(text(string), "text");
+}
+
+TEST(Scopes, ReleasedObjectsAreGoneAndFreedOnce) {
+    const CallScope scope;
+    CMPIString* string = new_string();
+    EXPECT_EQ(string->ft->release(string).rc, CMPI_RC_OK);
+    EXPECT_FALSE(is_live(string));
+}
+
+TEST(Scopes, OtherPointersAreNotLive) {
+    const CallScope scope;
+    const int local = 0;
+    EXPECT_FALSE(is_live(nullptr));
+    EXPECT_FALSE(is_live(&local));
+    EXPECT_FALSE(is_live(wild_pointer<void>()));
+    EXPECT_FALSE(is_live(new_string()->hdl)) << "only the handle's own address counts";
+}
+
+TEST(Scopes, ThreadsHaveTheirOwn) {
+    const CallScope scope;
+    const CMPIString* string = new_string();
+    bool live_elsewhere = true;
+    const CMPIString* made_elsewhere = string;
+    std::thread other([&] {
+        live_elsewhere = is_live(string);
+        made_elsewhere = new_string();
+    });
+    other.join();
+    EXPECT_FALSE(live_elsewhere);
+    EXPECT_EQ(made_elsewhere, nullptr) << "no scope there";
+    EXPECT_TRUE(is_live(string));
+}
+
+TEST(Scopes, ThreadsWorkAtOnce) {
+    std::vector<std::thread> threads;
+    std::vector<unsigned> counts(4);
+    threads.reserve(counts.size());
+    for (unsigned& count : counts)
+        threads.emplace_back([&count] {
+            for (int round = 0; round < 50; ++round) {
+                const CallScope scope;
+                for (int i = 0; i < 20; ++i)
+                    if (is_live(new_string()))
+                        ++count;
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(counts, std::vector<unsigned>(4, 1000));
+}
+
+// ------------------------------------------------------------------------------------------------- attached threads
+
+TEST(AttachedThreads, HaveAScopeAndACopyOfTheContext) {
+    const CallScope scope;
+    const CMPIBrokerFT& bft = *broker()->bft;
+    scope.context()->ft->addEntry(scope.context(), "Mine", reinterpret_cast<const CMPIValue*>("m"), CMPI_chars);
+    CMPIContext* prepared = bft.prepareAttachThread(broker(), scope.context());
+    ASSERT_NE(prepared, nullptr);
+    std::thread worker([&bft, prepared] {
+        EXPECT_EQ(bft.attachThread(broker(), nullptr).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        EXPECT_EQ(bft.attachThread(broker(), prepared).rc, CMPI_RC_OK);
+        EXPECT_EQ(bft.attachThread(broker(), prepared).rc, CMPI_RC_ERR_FAILED) << "attached already";
+        EXPECT_TRUE(is_live(new_string()));
+        EXPECT_EQ(bft.detachThread(broker(), prepared).rc, CMPI_RC_OK);
+        EXPECT_EQ(bft.detachThread(broker(), prepared).rc, CMPI_RC_ERR_FAILED);
+        EXPECT_EQ(new_string(), nullptr);
+    });
+    worker.join();
+    EXPECT_EQ(bft.attachThread(broker(), prepared).rc, CMPI_RC_ERR_FAILED) << "a thread that is in a call";
+}
+
+TEST(AttachedThreads, MayForgetToDetach) {
+    const CallScope scope;
+    CMPIContext* prepared = broker()->bft->prepareAttachThread(broker(), scope.context());
+    std::thread worker([prepared] {
+        EXPECT_EQ(broker()->bft->attachThread(broker(), prepared).rc, CMPI_RC_OK);
+        EXPECT_TRUE(is_live(new_string()));
+    });
+    worker.join();
+}
+
+TEST(AttachedThreads, CannotReturnForTheCall) {
+    const CallScope scope;
+    CMPIContext* prepared = broker()->bft->prepareAttachThread(broker(), scope.context());
+    std::thread worker([&scope, prepared] {
+        EXPECT_EQ(broker()->bft->attachThread(broker(), prepared).rc, CMPI_RC_OK);
+        EXPECT_EQ(CMReturnObjectPath(scope.result(), new_path({})).rc, CMPI_RC_ERR_INVALID_HANDLE);
+    });
+    worker.join();
+}
+
+// ------------------------------------------------------------------------------------------------- failing objects
+
+TEST(FailingObjects, TheNthFailsAndNoOther) {
+    CallScope scope;
+    scope.fail_object(2);
+    EXPECT_NE(new_string(), nullptr);
+    CMPIStatus status{CMPI_RC_OK, nullptr};
+    EXPECT_EQ(new_string(&status), nullptr);
+    EXPECT_EQ(status.rc, CMPI_RC_ERR_FAILED);
+    EXPECT_NE(new_string(&status), nullptr);
+    EXPECT_EQ(status.rc, CMPI_RC_OK);
+    scope.fail_object(1);
+    EXPECT_EQ(new_string(), nullptr);
+    scope.fail_object(1);
+    scope.fail_object(0);
+    EXPECT_NE(new_string(), nullptr);
+}
+
+TEST(FailingObjects, CallsAreCountedAndNewPathIsNone) {
+    CallScope scope;
+    scope.fail_object(1);
+    CMPIObjectPath* path = new_path({"C", "root/test", std::nullopt, {}, {}});
+    ASSERT_NE(path, nullptr);
+    EXPECT_EQ(scope.objects_made(), 0u);
+    EXPECT_EQ(new_string(), nullptr);
+    EXPECT_EQ(scope.objects_made(), 1u);
+    new_string();
+    EXPECT_EQ(scope.objects_made(), 2u);
+}
+
+/// Every broker call that makes an object, the getters included.
+std::vector<std::pair<const char*, void* (*)(CMPIObjectPath*)>> makers() {
+    return {
+        {"newInstance", [](CMPIObjectPath* p) -> void* { return CMNewInstance(broker(), p, nullptr); }},
+        {"newObjectPath", [](CMPIObjectPath*) -> void* { return CMNewObjectPath(broker(), "n", "C", nullptr); }},
+        {"newArgs", [](CMPIObjectPath*) -> void* { return broker()->eft->newArgs(broker(), nullptr); }},
+        {"newString", [](CMPIObjectPath*) -> void* { return new_string(); }},
+        {"newArray",
+         [](CMPIObjectPath*) -> void* { return broker()->eft->newArray(broker(), 1, CMPI_uint8, nullptr); }},
+        {"newDateTime", [](CMPIObjectPath*) -> void* { return broker()->eft->newDateTime(broker(), nullptr); }},
+        {"getNameSpace", [](CMPIObjectPath* p) -> void* { return CMGetNameSpace(p, nullptr); }},
+        {"getClassName", [](CMPIObjectPath* p) -> void* { return CMGetClassName(p, nullptr); }},
+        {"getHostname", [](CMPIObjectPath* p) -> void* { return CMGetHostname(p, nullptr); }},
+        {"getKey", [](CMPIObjectPath* p) -> void* { return CMGetKey(p, "K", nullptr).value.string; }},
+        {"toString", [](CMPIObjectPath* p) -> void* { return p->ft->toString(p, nullptr); }},
+        {"clone", [](CMPIObjectPath* p) -> void* { return p->ft->clone(p, nullptr); }},
+    };
+}
+
+TEST(FailingObjects, EveryCallThatMakesOneCanFail) {
+    for (const auto& [name, make] : makers()) {
+        SCOPED_TRACE(name);
+        CallScope scope;
+        CMPIObjectPath* path = new_path({"C", "root/test", std::nullopt, {string_property("K", "v")}, {}});
+        EXPECT_NE(make(path), nullptr);
+        EXPECT_EQ(scope.objects_made(), 1u);
+        scope.fail_object(1);
+        EXPECT_EQ(make(path), nullptr);
+    }
+}
+
+TEST(FailingObjects, AGetterThatCannotMakeItsValueSaysSo) {
+    CallScope scope;
+    const CMPIObjectPath* path = new_path({"C", "root/test", std::nullopt, {string_property("K", "v")}, {}});
+    scope.fail_object(1);
+    CMPIStatus status{CMPI_RC_OK, nullptr};
+    EXPECT_EQ(CMGetKey(path, "K", &status).state, CMPI_badValue);
+    EXPECT_EQ(status.rc, CMPI_RC_ERR_FAILED);
+    scope.fail_object(1);
+    CMPIString* name = nullptr;
+    EXPECT_EQ(CMGetKeyAt(path, 0, &name, &status).state, CMPI_notFound) << "the name cannot be made";
+    EXPECT_EQ(status.rc, CMPI_RC_ERR_FAILED);
+}
+
+} // namespace
+} // namespace cmpihost
