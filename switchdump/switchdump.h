@@ -1,0 +1,10 @@
+// switchdump: the profiles and links of a switch, shown the way its own command line shows them.
+#pragma once
+
+namespace switchdump {
+
+/// Runs the program. Prints the dump on standard output and errors, one line each, on standard error.
+/// @return 0; 1 when something could not be read; 2 on wrong usage
+int run(int argc, const char* const* argv);
+
+} // namespace switchdump
