@@ -1,0 +1,41 @@
+# Installs into an empty folder and asks the installed cmpihost for the tunnels of the simulator's switch:
+# cmake -DBUILD=folder -DPREFIX=folder [-DEMULATOR=command] -P install.cmake
+file(REMOVE_RECURSE ${PREFIX})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+
+function(find_one variable pattern)
+  file(GLOB_RECURSE found ${PREFIX}/${pattern})
+  list(LENGTH found count)
+  if(NOT count EQUAL 1)
+    message(FATAL_ERROR "installed as ${pattern}: ${count} files, expected one\n${listing}")
+  endif()
+  set(${variable} ${found} PARENT_SCOPE)
+endfunction()
+
+find_one(program cmpihost)
+find_one(library libFCIPProvider.so)
+find_one(scenario two-site.toml)
+find_one(mof fcip.mof)
+find_one(deviations deviations.txt)
+find_one(openpegasus openpegasus.mof)
+find_one(sfcb sfcb.reg)
+if(NOT library MATCHES "/cmpi/libFCIPProvider.so$")
+  message(FATAL_ERROR "the provider is installed as ${library}, expected a folder called cmpi")
+endif()
+
+set(ENV{SWITCHSIM_SCENARIO} ${scenario})
+execute_process(COMMAND ${EMULATOR} ${program} ein ZANTO_FCIPProtocolEndPoint OUTPUT_VARIABLE answer COMMAND_ERROR_IS_FATAL ANY)
+if(NOT answer MATCHES "1_10.1.1.1_10.2.1.1")
+  message(FATAL_ERROR "the installed cmpihost answered\n${answer}")
+endif()
+
+find_one(dump switchdump)
+execute_process(COMMAND ${EMULATOR} ${dump} OUTPUT_VARIABLE dumped COMMAND_ERROR_IS_FATAL ANY)
+if(NOT dumped MATCHES "FCIP Profile 1")
+  message(FATAL_ERROR "the installed switchdump printed\n${dumped}")
+endif()
+
+execute_process(COMMAND ${EMULATOR} ${program} classes OUTPUT_VARIABLE classes COMMAND_ERROR_IS_FATAL ANY)
+if(NOT classes MATCHES "^ZANTO_FCIPProtocolEndPoint\n")
+  message(FATAL_ERROR "the installed cmpihost lists the classes\n${classes}")
+endif()
