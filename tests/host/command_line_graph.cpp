@@ -86,8 +86,7 @@ constexpr const char* one_left_out =
 class Graphs : public CommandLines {
   protected:
     Outcome graph(std::vector<std::string> arguments) const {
-        arguments.insert(arguments.begin(), {"--provider", TEST_PROVIDERS "/host_graph_provider.so", "--name", "Net",
-                                             "--schema", net_, "graph"});
+        arguments.insert(arguments.begin(), {"--provider", graph_provider, "--name", "Net", "--schema", net_, "graph"});
         return cmpihost_with(arguments);
     }
 
@@ -198,8 +197,8 @@ TEST_F(Graphs, AreCheckedOnRequest) {
                                                         "[Association] class Net_OnCard {\n"
                                                         "    [Key] Net_Port REF Port;\n"
                                                         "    [Key] Net_Card REF Card;\n};\n");
-    const Outcome outcome = cmpihost_with({"--provider", TEST_PROVIDERS "/host_graph_provider.so", "--name", "Net",
-                                           "--schema", other, "--check", "graph"});
+    const Outcome outcome =
+        cmpihost_with({"--provider", graph_provider, "--name", "Net", "--schema", other, "--check", "graph"});
     EXPECT_EQ(outcome.exit_code, 4);
     EXPECT_EQ(outcome.err, "check: Net_Port.Slot: is not declared (3 objects)\n"
                            "check: Net_Rack: class is not declared (1 object)\n"
@@ -221,9 +220,7 @@ TEST_F(Graphs, NeedASchemaAndAProviderThatCanBeRead) {
 TEST_F(Graphs, ThatCannotBeWrittenAreAnError) {
     std::FILE* full = std::fopen("/dev/full", "w");
     std::FILE* err = std::tmpfile();
-    EXPECT_EQ(run_command_line(
-                  {"--provider", TEST_PROVIDERS "/host_graph_provider.so", "--name", "Net", "--schema", net_, "graph"},
-                  full, err),
+    EXPECT_EQ(run_command_line({"--provider", graph_provider, "--name", "Net", "--schema", net_, "graph"}, full, err),
               3);
     EXPECT_EQ(content_of(err), "cmpihost: output could not be written: No space left on device\n");
     std::fclose(err);

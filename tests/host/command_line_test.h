@@ -40,6 +40,7 @@ inline Outcome cmpihost_with(const std::vector<std::string>& arguments) {
 
 inline const std::string good_provider = TEST_PROVIDERS "/host_good_provider.so";
 inline const std::string odd_provider = TEST_PROVIDERS "/host_odd_provider.so";
+inline const std::string graph_provider = TEST_PROVIDERS "/host_graph_provider.so";
 
 /// Without a scenario from the environment.
 class CommandLines : public testing::Test {

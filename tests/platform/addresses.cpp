@@ -55,7 +55,7 @@ TEST_F(Addresses, AllZeroValueOfFamily0IsNullAndLeavesTheFlag) {
 
 TEST_F(Addresses, OtherValuesOfFamily0AreNotFormatted) {
     ip_addr_value address{};
-    for (const std::size_t offset : {0, 15}) {
+    for (const std::size_t offset : {0U, 15U}) {
         address = {};
         address.address[offset] = 1;
         EXPECT_EQ(convert(address), -1);

@@ -6,8 +6,6 @@ namespace {
 using namespace test;
 using switchsim::Fault;
 
-const std::vector<std::string> none;
-
 class Enumerators : public RequestTest {
   protected:
     /// A platform read that fails on its n-th call and leaves a record behind.

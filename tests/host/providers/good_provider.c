@@ -322,9 +322,9 @@ static CMPIStatus reference_names(CMPIAssociationMI* mi, const CMPIContext* cont
 }
 
 static const CMPIInstanceMIFT instance_table = {
-    CMPIVersion100,      CMPIVersion100, "instanceGood",  cleanup_instances, enumerate_instance_names,
-    enumerate_instances, get_instance,   create_instance, modify_instance,   delete_instance,
-    exec_query,
+    CMPIVersion100,           CMPIVersion100,      "instanceGood", cleanup_instances,
+    enumerate_instance_names, enumerate_instances, get_instance,   create_instance,
+    modify_instance,          delete_instance,     exec_query,
 };
 static const CMPIAssociationMIFT association_table = {
     CMPIVersion100, CMPIVersion100,   "associationGood", cleanup_associations,

@@ -48,11 +48,13 @@ static CMPIObjectPath* port(unsigned number, int other_spelling) {
     return path;
 }
 
+/* From a path of this provider, or one that was written on a command line. */
 static unsigned number_of(const CMPIObjectPath* path) {
     const CMPIData name = CMGetKey(path, "Name", NULL);
+    const CMPIData slot = CMGetKey(path, "Slot", NULL);
     if (strcmp(CMGetCharsPtr(name.value.string, NULL), "p2") == 0)
         return 2;
-    return CMGetKey(path, "Slot", NULL).value.uint64 == 2 ? 3 : 1;
+    return (slot.type == CMPI_uint32 ? slot.value.uint32 : slot.value.uint64) == 2 ? 3 : 1;
 }
 
 static CMPIObjectPath* card(void) {
