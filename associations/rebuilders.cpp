@@ -33,7 +33,7 @@ int rebuild(const association_shape& shape, const CMPIObjectPath* path, const CM
     for (CMPICount index = 0; index < count; ++index) {
         CMPIString* name = nullptr;
         const CMPIData key = CMGetKeyAt(path, index, &name, nullptr);
-        const auto role = format_text<254>("%s", chars_of(name));
+        const auto role = copy_text<254>(chars_of(name));
         if (prints_keys)
             std::printf("Key %s \n", role.data());
         if (strcasecmp(role.data(), shape.first_role) == 0)

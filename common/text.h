@@ -2,8 +2,10 @@
 #pragma once
 
 #include <array>
+#include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 
 namespace fcip {
 
@@ -25,9 +27,19 @@ std::array<char, Size> format_text(const char* format, Arguments... arguments) {
     return text;
 }
 
+/// The first Size - 1 characters of a text.
+template <std::size_t Size>
+std::array<char, Size> copy_text(const char* text) {
+    std::array<char, Size> copy{};
+    std::memcpy(copy.data(), text, strnlen(text, Size - 1));
+    return copy;
+}
+
 /// An index in decimal, as it stands in InstanceID and Name keys.
 inline std::array<char, 31> index_text(std::uint32_t index) {
-    return format_text<31>("%d", as_signed(index));
+    std::array<char, 31> text{};
+    std::to_chars(text.data(), text.data() + text.size() - 1, as_signed(index));
+    return text;
 }
 
 } // namespace fcip

@@ -1,52 +1,51 @@
 #include "common/trace.h"
 
-#include <array>
 #include <charconv>
 #include <cstdio>
-#include <string_view>
 
 namespace fcip {
 
-namespace {
+std::string_view trace_lines::make_room(std::string_view text) {
+    print();
+    return text.substr(0, room());
+}
 
-/// A line put together by hand: lookups trace every row of a table, and printf would be most of what they cost.
-class line {
-  public:
-    line& operator<<(std::string_view text) {
-        const std::size_t copied = text.copy(text_.data() + size_, text_.size() - size_);
-        size_ += copied;
-        return *this;
-    }
+trace_lines& trace_lines::number(std::int32_t number) {
+    constexpr std::size_t longest = std::string_view("-2147483648").size();
+    if (longest > room())
+        print();
+    char* begin = text_.data() + size_;
+    size_ += static_cast<std::size_t>(std::to_chars(begin, begin + longest, number).ptr - begin);
+    return *this;
+}
 
-    line& operator<<(std::int32_t number) {
-        const auto end = std::to_chars(text_.data() + size_, text_.data() + text_.size(), number).ptr;
-        size_ = static_cast<std::size_t>(end - text_.data());
-        return *this;
-    }
+trace_lines& trace_lines::location(std::string_view function, int line) {
+    return text(" Function : ").text(function).number(" Line ", line, " \n");
+}
 
-    void print() const { std::fwrite(text_.data(), 1, size_, stdout); }
+trace_lines& trace_lines::entering(std::string_view function) {
+    return text("Entering ").text(function).text("\n");
+}
 
-  private:
-    std::array<char, 256> text_;
-    std::size_t size_ = 0;
-};
+trace_lines& trace_lines::exiting(std::string_view function) {
+    return text("Exiting ").text(function).text("\n");
+}
 
-} // namespace
+void trace_lines::print() {
+    std::fwrite(text_.data(), 1, size_, stdout);
+    size_ = 0;
+}
 
 void trace_entering(const char* function) {
-    (line() << "Entering " << function << "\n").print();
+    trace_lines().entering(function).print();
 }
 
 void trace_exiting(const char* function) {
-    (line() << "Exiting " << function << "\n").print();
+    trace_lines().exiting(function).print();
 }
 
-void trace_location(const char* function, int number) {
-    (line() << " Function : " << function << " Line " << number << " \n").print();
-}
-
-void trace_number(const char* before, std::int32_t number, const char* after) {
-    (line() << before << number << after).print();
+void trace_location(const char* function, int line) {
+    trace_lines().location(function, line).print();
 }
 
 } // namespace fcip

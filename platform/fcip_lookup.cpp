@@ -5,7 +5,6 @@
 #include "common/trace.h"
 #include "platform/addresses.h"
 
-#include <cstdio>
 #include <cstring>
 
 #include <strings.h>
@@ -16,144 +15,166 @@ namespace {
 
 constexpr const char* self = "get_fcip_link_entry_from";
 
-/// A key value split into its first two tokens and read as numbers, once for all rows.
-class key_tokens {
-  public:
-    key_tokens(const char* key_value, const char* delimiters) : text_(format_text<512>("%s", key_value)) {
-        char* rest = nullptr;
-        const char* first = strtok_r(text_.data(), delimiters, &rest);
-        has_first_ = first != nullptr;
-        if (!has_first_)
-            return;
-        first_ = parse_decimal(first);
-        second_ = strtok_r(nullptr, delimiters, &rest);
-    }
-    key_tokens(const key_tokens&) = delete;
-    key_tokens& operator=(const key_tokens&) = delete;
-
-    bool has_first() const { return has_first_; }
-    bool has_second() const { return second_ != nullptr; }
-    std::int32_t first() const { return first_; }
-    const char* second() const { return second_; }
-
-  private:
-    std::array<char, 512> text_;
-    bool has_first_ = false;
-    std::int32_t first_ = 0;
-    const char* second_ = nullptr;
-};
-
-enum class verdict { match, no_match, short_key };
+enum class verdict { open, match, no_match, short_key };
 
 verdict matches(bool equal) {
     return equal ? verdict::match : verdict::no_match;
 }
 
-verdict by_tunnel(const key_tokens& key, const FcipLinkEntry& link) {
-    if (!key.has_first())
-        return verdict::short_key;
-    trace_number("tunnel id : ", key.first(), " \n");
-    return matches(as_signed(link.link_index + 1) == key.first());
-}
+/// A key value read for a mode, once for all rows: what it says of every row, and what each row is compared with.
+class row_test {
+  public:
+    row_test(const char* key_value, lookup_mode mode)
+        : mode_(mode), key_(copy_text<512>(key_value)), on_every_row_(read(key_value)) {}
+    row_test(const row_test&) = delete;
+    row_test& operator=(const row_test&) = delete;
 
-verdict by_if_index(const key_tokens& key, const FcipLinkEntry& link) {
-    trace_location(self, 76);
-    if (!key.has_first())
-        return verdict::short_key;
-    trace_number("if_index : ", key.first(), " \n");
-    return matches(as_signed(link.link_if_index) == key.first());
-}
-
-verdict by_whole_if_index(const char* key_value, const FcipLinkEntry& link) {
-    const std::int32_t if_index = parse_decimal(key_value);
-    trace_number("if_index : ", if_index, " \n");
-    return matches(as_signed(link.link_if_index) == if_index);
-}
-
-verdict by_ethernet_if_index(const key_tokens& key, const FcipLinkEntry& link) {
-    trace_location(self, 113);
-    if (!key.has_first())
-        return verdict::short_key;
-    trace_number("if_index : ", key.first(), " \n");
-    trace_number(" ret_entry->vrkFcipLinkExtEthIfIndex ", as_signed(link.ethernet_if_index), " \n");
-    return matches(as_signed(link.ethernet_if_index) == key.first());
-}
-
-verdict by_entity(const char* key_value, const FcipLinkEntry& link) {
-    return matches(as_signed(link.entity_id) == parse_decimal(key_value));
-}
-
-verdict by_peer_address(const key_tokens& key, const FcipLinkEntry& link) {
-    trace_location(self, 151);
-    if (!key.has_first())
-        return verdict::short_key;
-    trace_number("if_index : ", key.first(), " \n");
-    if (key.first() != 0)
-        return verdict::no_match;
-    if (!key.has_second()) {
-        trace_location(self, 165);
-        return verdict::short_key;
+    verdict operator()(const FcipLinkEntry& link, trace_lines& trace) const {
+        trace.text(of_every_row_.view());
+        return on_every_row_ == verdict::open ? compare(link, trace) : on_every_row_;
     }
-    trace_location(self, 170);
-    const auto peer = address_text(link.remote_address);
-    std::printf("ipstr: %s \n", peer.data());
-    return matches(strcasecmp(peer.data(), key.second()) == 0);
-}
 
-verdict by_peer_if_index(const key_tokens& key, const FcipLinkEntry& link) {
-    trace_location(self, 193);
-    if (!key.has_first())
-        return verdict::short_key;
-    trace_number("if_index : ", key.first(), " \n");
-    if (key.first() != 0)
-        return verdict::no_match;
-    if (!key.has_second())
-        return verdict::short_key;
-    const std::int32_t if_index = parse_decimal(key.second());
-    trace_number("fcipifidx : ", if_index, " \n");
-    return matches(as_signed(link.link_if_index) == if_index);
-}
+  private:
+    verdict read(const char* key_value);
+    verdict read_first(const char* before, const char* delimiters = "_");
+    verdict read_ethernet_if_index();
+    verdict read_peer(int location);
+    verdict read_peer_address();
+    verdict read_peer_if_index();
+    verdict compare(const FcipLinkEntry& link, trace_lines& trace) const;
+    verdict compare_address(const FcipLinkEntry& link, trace_lines& trace) const;
 
-verdict compare(lookup_mode mode, const char* key_value, const key_tokens& key, const FcipLinkEntry& link) {
-    switch (mode) {
+    lookup_mode mode_;
+    std::array<char, 512> key_; ///< split into tokens
+    char* rest_ = nullptr;      ///< of the key
+    std::int32_t number_ = 0;
+    const char* address_ = nullptr;
+    trace_lines of_every_row_; ///< the lines that the key alone gives
+    verdict on_every_row_;
+};
+
+/// @return the verdict on every row, open where it depends on the row
+verdict row_test::read(const char* key_value) {
+    switch (mode_) {
     case lookup_mode::tunnel:
-        return by_tunnel(key, link);
+        return read_first("tunnel id : ");
     case lookup_mode::if_index:
-        return by_if_index(key, link);
+        of_every_row_.location(self, 76);
+        return read_first("if_index : ");
     case lookup_mode::if_index_only:
-        return by_whole_if_index(key_value, link);
+        number_ = parse_decimal(key_value);
+        of_every_row_.number("if_index : ", number_, " \n");
+        return verdict::open;
     case lookup_mode::ethernet_if_index:
-        return by_ethernet_if_index(key, link);
+        return read_ethernet_if_index();
     case lookup_mode::entity:
-        return by_entity(key_value, link);
+        number_ = parse_decimal(key_value);
+        return verdict::open;
     case lookup_mode::peer_address:
-        return by_peer_address(key, link);
+        return read_peer_address();
     case lookup_mode::peer_if_index:
-        return by_peer_if_index(key, link);
+        return read_peer_if_index();
     }
     return verdict::no_match; // an unknown mode matches no row
+}
+
+verdict row_test::read_ethernet_if_index() {
+    of_every_row_.location(self, 113);
+    const verdict first = read_first("if_index : ", ":_");
+    if (first == verdict::open)
+        of_every_row_.text(" ret_entry->vrkFcipLinkExtEthIfIndex ");
+    return first;
+}
+
+verdict row_test::read_first(const char* before, const char* delimiters) {
+    const char* first = strtok_r(key_.data(), delimiters, &rest_);
+    if (first == nullptr)
+        return verdict::short_key;
+    number_ = parse_decimal(first);
+    of_every_row_.number(before, number_, " \n");
+    return verdict::open;
+}
+
+/// The first token of a peer's key, which is 0.
+verdict row_test::read_peer(int location) {
+    of_every_row_.location(self, location);
+    const verdict first = read_first("if_index : ");
+    return first == verdict::open && number_ != 0 ? verdict::no_match : first;
+}
+
+verdict row_test::read_peer_address() {
+    const verdict first = read_peer(151);
+    if (first != verdict::open)
+        return first;
+    address_ = strtok_r(nullptr, "_", &rest_);
+    if (address_ == nullptr) {
+        of_every_row_.location(self, 165);
+        return verdict::short_key;
+    }
+    of_every_row_.location(self, 170).text("ipstr: ");
+    return verdict::open;
+}
+
+verdict row_test::read_peer_if_index() {
+    const verdict first = read_peer(193);
+    if (first != verdict::open)
+        return first;
+    const char* second = strtok_r(nullptr, "_", &rest_);
+    if (second == nullptr)
+        return verdict::short_key;
+    number_ = parse_decimal(second);
+    of_every_row_.number("fcipifidx : ", number_, " \n");
+    return verdict::open;
+}
+
+verdict row_test::compare(const FcipLinkEntry& link, trace_lines& trace) const {
+    switch (mode_) {
+    case lookup_mode::tunnel:
+        return matches(as_signed(link.link_index + 1) == number_);
+    case lookup_mode::if_index:
+    case lookup_mode::if_index_only:
+    case lookup_mode::peer_if_index:
+        return matches(as_signed(link.link_if_index) == number_);
+    case lookup_mode::ethernet_if_index: {
+        const std::int32_t if_index = as_signed(link.ethernet_if_index);
+        trace.number(if_index).text(" \n");
+        return matches(if_index == number_);
+    }
+    case lookup_mode::entity:
+        return matches(as_signed(link.entity_id) == number_);
+    case lookup_mode::peer_address:
+        return compare_address(link, trace);
+    }
+    return verdict::no_match;
+}
+
+verdict row_test::compare_address(const FcipLinkEntry& link, trace_lines& trace) const {
+    const auto peer = address_text(link.remote_address);
+    trace.text(peer.data()).text(" \n");
+    return matches(strcasecmp(peer.data(), address_) == 0);
 }
 
 } // namespace
 
 int get_fcip_link_entry_from(const char* key_value, FcipLinkEntry* destination, lookup_mode mode) {
-    trace_entering(self);
-    const key_tokens key(key_value, mode == lookup_mode::ethernet_if_index ? ":_" : "_");
+    trace_lines trace;
+    trace.entering(self);
+    const row_test test(key_value, mode);
     verdict last = verdict::no_match;
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
-        last = compare(mode, key_value, key, link);
+        last = test(link, trace);
         if (last == verdict::no_match)
             return walk::go_on;
         if (last == verdict::match) {
-            std::printf("Entry Found");
+            trace.text("Entry Found");
             *destination = link;
         }
         return walk::stop;
     });
-    if (last == verdict::short_key)
-        return -1;
-    trace_exiting(self);
-    return 0; // found or not: callers take the destination as it stands
+    if (last != verdict::short_key)
+        trace.exiting(self);
+    trace.print();
+    return last == verdict::short_key ? -1 : 0; // found or not: callers take the destination as it stands
 }
 
 } // namespace fcip

@@ -42,11 +42,13 @@ fetched<FcipLinkErrors> fetch_link_errors(const FcipLinkEntry& link) {
 }
 
 int get_fcip_entity_from_key_value(mts_queue queue, const char* key_value, FcipEntityEntry* destination) {
+    const std::int32_t wanted = parse_decimal(key_value);
+    const bool names_one = std::strcmp(index_text(static_cast<std::uint32_t>(wanted)).data(), key_value) == 0;
     int found = 0;
     walk_entities(
         queue,
         [&](const FcipEntityEntry& entity) {
-            if (std::strcmp(index_text(entity.entity_id).data(), key_value) == 0) {
+            if (names_one && as_signed(entity.entity_id) == wanted) {
                 *destination = entity;
                 found = 1;
             }

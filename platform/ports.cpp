@@ -50,7 +50,7 @@ int get_vsan_from_ifindex(std::uint32_t if_index, std::uint32_t* vsan_id) {
 
 int get_eth_ifidx_from_keyvalue(std::uint32_t* if_index, const char* key_value) {
     trace_entering(__func__);
-    auto text = format_text<512>("%s", key_value);
+    auto text = copy_text<512>(key_value);
     char* rest = nullptr;
     const char* token = strtok_r(text.data(), ":_", &rest);
     if (token != nullptr) {

@@ -45,11 +45,18 @@ std::span<const class_key> class_keys() {
     return keys;
 }
 
+const class_key* key_of(const char* class_name) {
+    const auto row = std::ranges::find_if(
+        keys, [class_name](const class_key& each) { return strcasecmp(each.class_name, class_name) == 0; });
+    return row == std::end(keys) ? nullptr : row;
+}
+
+bool is_key(const class_key* row, const char* key_name) {
+    return row != nullptr && (row->key_name == any_key || strcasecmp(row->key_name, key_name) == 0);
+}
+
 int check_key_name(const char* class_name, const char* key_name) {
-    return std::ranges::any_of(keys, [&](const class_key& row) {
-        return strcasecmp(row.class_name, class_name) == 0 &&
-               (row.key_name == any_key || strcasecmp(row.key_name, key_name) == 0);
-    });
+    return is_key(key_of(class_name), key_name) ? 1 : 0;
 }
 
 } // namespace fcip

@@ -7,17 +7,18 @@
 namespace fcip {
 
 found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* found_format) {
+    const class_key* wanted = key_of(class_name);
     found_key key;
     const CMPICount count = CMGetKeyCount(path, nullptr);
     for (CMPICount index = 0; index < count && !key.found; ++index) {
         CMPIString* name = nullptr;
         const CMPIData data = CMGetKeyAt(path, index, &name, nullptr);
-        const auto key_name = format_text<254>("%s", chars_of(name));
-        if (check_key_name(class_name, key_name.data()) == 0)
+        const auto key_name = copy_text<254>(chars_of(name));
+        if (!is_key(wanted, key_name.data()))
             continue;
         key.found = true;
         if (data.type == CMPI_string) {
-            key.value = format_text<254>("%s", chars_of(data.value.string));
+            key.value = copy_text<254>(chars_of(data.value.string));
             std::printf(found_format, key_name.data(), key.value.data());
         }
     }
