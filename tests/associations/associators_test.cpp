@@ -1,185 +1,11 @@
-// Associators and AssociatorNames, row by row: each row of the table below is one partner of a source object, as an
-// instance and as a path.
-#include "association_test.h"
+// Associators and AssociatorNames: the table's partners, each as an instance and as a path.
+#include "answers.h"
 
-#include "classes/fcip/fcip_profile.h"
-#include "classes/fcip/fcip_protocol_endpoint.h"
-#include "classes/fcip/fcip_settings.h"
-#include "classes/fcip/ip_settings.h"
-#include "classes/fcip/remote_fcip_port.h"
-#include "classes/fcip/tcp_settings.h"
-#include "classes/net/ethernet_port_statistics.h"
-#include "classes/net/ip_protocol_endpoint.h"
-#include "classes/net/ip_statistics.h"
-#include "classes/net/lan_endpoint.h"
-#include "classes/net/remote_ip_service_access_point.h"
-#include "classes/net/remote_tcp_port.h"
 #include "classes/net/tcp_protocol_endpoint.h"
-#include "classes/net/tcp_statistics.h"
-#include "platform/ports.h"
-#include "platform/systems.h"
 
 namespace {
 
 using namespace test;
-
-constexpr const char* ns = "root/cimv2";
-
-/// Builds the instance that Associators must answer, property for property.
-using Build = std::function<CMPIInstance*()>;
-
-Build of_link(fcip::link_instance_builder* build, const char* class_name, const switchsim::LinkKey& key) {
-    return [=] { return build(class_name, ns, &switchsim::the_switch().links.at(key), nullptr); };
-}
-
-Build of_port(const char* class_name, std::uint32_t if_index) {
-    return [=] {
-        const auto port = fcip::fetch_port(platform_exact, if_index);
-        return fcport_build_instance_pm(class_name, ns, port.get(), nullptr, _broker);
-    };
-}
-
-CMPIInstance* profile_instance() {
-    return fcip::fcip_profile_build_instance("ZANTO_FCIPProfile", ns, &switchsim::the_switch().profiles.at(3), nullptr);
-}
-
-CMPIInstance* system_instance() {
-    return fcip::get_logical_computer_instance(fcip_3, ns, nullptr, _broker);
-}
-
-CMPIInstance* lan_endpoint_instance() {
-    return fcip::lan_endpoint_build_instance("ZANTO_LANEndPoint", ns, ethernet_2, nullptr);
-}
-
-CMPIInstance* statistics_instance() {
-    const auto port = fcip::fetch_port(platform_exact, ethernet_2);
-    return fcip::eth_statistics_build_instance("ZANTO_EthernetPortStatistics", ns, port.get(), nullptr);
-}
-
-struct AssociatorRow {
-    const char* member; ///< without its ending
-    int location;
-    const char* source;
-    const char* asked; ///< in any mix of case
-    const char* key;
-    Build build;                    ///< the answer of Associators
-    const char* identity;           ///< one property of it
-    const char* value;              ///< and its value
-    std::vector<std::string> names; ///< the answer of AssociatorNames
-};
-
-// clang-format off
-std::vector<AssociatorRow> rows_of_endpoints() {
-    const auto fcip_3_path = fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint");
-    const auto ip_3_path = ip_endpoint_3("ZANTO_IPProtocolEndPoint");
-    const auto tcp_3_path = tcp_endpoint_3("ZANTO_TCPProtocolEndPoint");
-    const auto system = vsan_1("ZANTO_LogicalComputerSystem");
-    const auto fcip_3_instance = of_link(fcip::fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint", tunnel_3);
-    const auto ip_3_instance = of_link(fcip::ip_pe_build_instance, "ZANTO_IPProtocolEndPoint", tunnel_3);
-    const auto tcp_3_instance = of_link(fcip::tcp_pe_build_instance, "ZANTO_TCPProtocolEndPoint", tunnel_3);
-    return {
-        {"get_fcip_pe", 1, "ZANTO_FCIPProtocolEndPoint", "ZANTO_fcipElementSettingData", key::tunnel,
-            of_link(fcip::fcip_settings_build_instance, "ZANTO_FCIPSettings", tunnel_3), "InstanceID", "16777218",
-            {instance_of_tunnel_3("ZANTO_FCIPSettings")}},
-        {"get_fcip_pe", 2, "ZANTO_FCIPProtocolEndPoint", "ZANTO_FciptcpEndpoint", key::tunnel,
-            tcp_3_instance, "CreationClassName", "ZANTO_TCPProtocolEndPoint", {tcp_3_path}},
-        {"get_fcip_pe", 3, "ZANTO_FCIPProtocolEndPoint", "ZANTO_SANFCIPEndPoint", key::tunnel,
-            of_link(fcip::fcip_remote_pe_build_instance, "ZANTO_RemoteFCIPPort", tunnel_3), "Name", "4_192.168.100.101_10.1.1.1",
-            {remote_fcip_port_3("ZANTO_RemoteFCIPPort")}},
-        {"get_fcip_pe", 4, "ZANTO_FCIPProtocolEndPoint", "zanto_FCPortProtocolEndPoint", key::tunnel,
-            of_port("ZANTO_FCPort", fcip_3), "DeviceID", "16777218", {fc_port_of_tunnel_3("ZANTO_FCPort")}},
-        {"get_fcip_pe", 5, "ZANTO_FCIPProtocolEndPoint", "ZANTO_FCIPpeBasedOn", key::tunnel,
-            profile_instance, "InstanceID", "3", {profile_3("ZANTO_FCIPProfile")}},
-        {"get_fcip_pe", 6, "ZANTO_FCIPProtocolEndPoint", "ZANTO_SwitchHostedFCIPAccesspoint", key::tunnel,
-            system_instance, "Name", "VSAN0001", {system}},
-
-        {"get_ip_pe", 1, "ZANTO_IPProtocolEndPoint", "zanto_ipelementsettingdata", key::if_index,
-            of_link(fcip::ip_settings_build_instance, "ZANTO_IPSettings", tunnel_3), "InstanceID", "16777218",
-            {instance_of_tunnel_3("ZANTO_IPSettings"), system}},
-        {"get_ip_pe", 2, "ZANTO_IPProtocolEndPoint", "ZANTO_IPEndpointStatisticaldata", key::if_index,
-            of_link(fcip::ip_statistics_build_instance, "ZANTO_IPEndPointStatistics", tunnel_3), "CreationClassName", "ZANTO_IPEndPointStatistics",
-            {instance_of_tunnel_3("ZANTO_IPEndPointStatistics")}},
-        {"get_ip_pe", 3, "ZANTO_IPProtocolEndPoint", "ZANTO_TCPIPENDPOINT", key::if_index,
-            tcp_3_instance, "Name", "16777218", {tcp_3_path}},
-        {"get_ip_pe", 4, "ZANTO_IPProtocolEndPoint", "ZANTO_IPEthernetEndPoint", key::if_index,
-            of_port("ZANTO_EthernetPort", ethernet_1), "DeviceID", "-2097152000", {ethernet_port_1("ZANTO_EthernetPort")}},
-        {"get_ip_pe", 5, "ZANTO_IPProtocolEndPoint", "ZANTO_SwitchHostedipAccessPoint", key::if_index,
-            system_instance, "CreationClassName", "ZANTO_LogicalComputerSystem", {fcip_3_path}},
-        {"get_ip_pe", 6, "ZANTO_IPProtocolEndPoint", "ZANTO_SANIPEndpoint", key::if_index,
-            of_link(fcip::ip_remote_pe_build_instance, "ZANTO_RemoteIPServiceAccessPoint", tunnel_3), "Name", "0_192.168.100.101_10.1.1.1",
-            {remote_ip_port_3("ZANTO_RemoteIPServiceAccessPoint")}},
-
-        {"get_tcp_pe", 1, "ZANTO_TCPProtocolEndPoint", "ZANTO_TCPEndpointStatisticalData", key::if_index,
-            of_link(fcip::tcp_statistical_data_build_instance, "ZANTO_TCPStatisticalData", tunnel_3), "InstanceID", "3",
-            {instance_of_tunnel_3("ZANTO_TCPEndPointStatistics")}},
-        {"get_tcp_pe", 2, "ZANTO_TCPProtocolEndPoint", "ZANTO_fcipTCPEndpoint", key::if_index_only,
-            fcip_3_instance, "Name", "3_10.1.1.1_192.168.100.101", {fcip_3_path}},
-        {"get_tcp_pe", 3, "ZANTO_TCPProtocolEndPoint", "ZANTO_TcpIPEndpoint", key::if_index_only,
-            ip_3_instance, "Name", "16777218_10.1.1.1_192.168.100.101", {ip_3_path}},
-        {"get_tcp_pe", 4, "ZANTO_TCPProtocolEndPoint", "ZANTO_SwitchHostedTcpAccessPoint", key::if_index_only,
-            system_instance, "Name", "VSAN0001", {physical_switch("ZANTO_PhysicalComputerSystem")}},
-        {"get_tcp_pe", 5, "ZANTO_TCPProtocolEndPoint", "ZANTO_SanTCPEndpoint", key::if_index_only,
-            of_link(fcip::tcp_remote_pe_build_instance, "ZANTO_RemoteTCPPort", tunnel_3), "Name", "0_16777218",
-            {remote_tcp_port_3("ZANTO_RemoteTCPPort")}},
-        {"get_tcp_pe", 6, "ZANTO_TCPProtocolEndPoint", "ZANTO_TCPElementSettingdata", key::if_index_only,
-            of_link(fcip::tcp_settings_build_instance, "ZANTO_TCPSettings", tunnel_3), "RetransmissionTimeoutMin", "200", {}},
-    };
-}
-
-std::vector<AssociatorRow> rows_of_others() {
-    const auto fcip_3_path = fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint");
-    const auto ip_3_path = ip_endpoint_3("ZANTO_IPProtocolEndPoint");
-    const auto tcp_3_path = tcp_endpoint_3("ZANTO_TCPProtocolEndPoint");
-    const auto fcip_3_instance = of_link(fcip::fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint", tunnel_3);
-    const auto ip_3_instance = of_link(fcip::ip_pe_build_instance, "ZANTO_IPProtocolEndPoint", tunnel_3);
-    const auto tcp_3_instance = of_link(fcip::tcp_pe_build_instance, "ZANTO_TCPProtocolEndPoint", tunnel_3);
-    return {
-        {"get_fcip_remote_pe", 1, "ZANTO_RemoteFCIPPort", "ZANTO_SANfcipEndpoint", key::peer_address,
-            fcip_3_instance, "TunnelID", "3", {fcip_3_path}},
-        {"get_ip_remote_pe", 1, "ZANTO_RemoteIPServiceAccessPoint", "ZANTO_SANipEndpoint", key::peer_address,
-            ip_3_instance, "IPv4Address", "10.1.1.1", {ip_3_path}},
-        {"get_tcp_remote_pe", 1, "ZANTO_RemoteTCPPort", "ZANTO_SANtcpEndpoint", key::peer_if_index,
-            tcp_3_instance, "RemotePortNumber", "3302", {tcp_3_path}},
-
-        {"get_lan_endpoint", 1, "ZANTO_LanEndPoint", "ZANTO_ipEthernetEndpoint", key::ethernet,
-            of_link(fcip::ip_pe_build_instance, "ZANTO_IPProtocolEndPoint", tunnel_7), "IPv6Address", "2001:db8::1",
-            {ip_endpoint_7("ZANTO_IPProtocolEndPoint")}},
-        {"get_lan_endpoint", 2, "ZANTO_LanEndPoint", "ZANTO_EthernetPortProtocolEndPoint", key::ethernet_token,
-            of_port("ZANTO_EthernetPort", ethernet_2), "DeviceID", "-2096889856", {ethernet_port_2("ZANTO_EthernetPort")}},
-        {"get_lan_endpoint", 3, "ZANTO_LanEndPoint", "CIM_hostedAccessPoint", key::if_index_only,
-            of_link(fcip::fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint", tunnel_8), "TunnelID", "8",
-            {fcip_endpoint_8("ZANTO_FCIPProtocolEndPoint")}},
-
-        {"get_eth_port", 1, "ZANTO_EthernetPort", "ZANTO_EthernetPortprotocolEndpoint", key::number,
-            lan_endpoint_instance, "Name", "-2096889856:02:00:00:aa:00:02", {lan_endpoint_2("ZANTO_LANEndPoint")}},
-        {"get_eth_port", 2, "ZANTO_EthernetPort", "ZANTO_EthernetPortStatisticaldata", key::number,
-            statistics_instance, "InstanceID", "-2096889856", {}},
-        {"get_eth_stat", 1, "ZANTO_EthernetPortStatistics", "ZANTO_ethernetPortStatisticalData", key::number,
-            of_port("ZANTO_EthernetPort", ethernet_2), "DeviceID", "-2096889856", {ethernet_port_2("ZANTO_EthernetPort")}},
-
-        {"get_fcip_settings", 1, "ZANTO_FCIPSettings", "ZANTO_FCIPElementSettingdata", key::if_index_only,
-            fcip_3_instance, "TunnelID", "3", {fcip_3_path}},
-        {"get_ip_setting", 1, "ZANTO_IPSettings", "ZANTO_IPElementSettingdata", key::if_index_only,
-            ip_3_instance, "Name", "16777218_10.1.1.1_192.168.100.101", {ip_3_path}},
-        {"get_tcp_setting", 1, "ZANTO_TCPSettings", "ZANTO_tcpElementSettingData", key::if_index_only,
-            tcp_3_instance, "Name", "16777218", {tcp_3_path}},
-        {"get_ip_stat", 1, "ZANTO_IPEndPointStatistics", "ZANTO_IpEndPointStatisticalData", key::if_index_only,
-            ip_3_instance, "Name", "16777218_10.1.1.1_192.168.100.101", {ip_3_path}},
-        {"get_tcp_stat", 1, "ZANTO_TCPEndPointStatistics", "ZANTO_TcpEndPointStatisticalData", key::if_index_only,
-            tcp_3_instance, "Name", "16777218", {tcp_3_path}},
-        {"get_profile", 1, "ZANTO_FCIPProfile", "ZANTO_FCIPPEbasedOn", key::entity,
-            of_link(fcip::fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint", tunnel_1), "TunnelID", "1",
-            {fcip_endpoint_1("ZANTO_FCIPProtocolEndPoint")}},
-    };
-}
-// clang-format on
-
-std::vector<AssociatorRow> associator_rows() {
-    auto all = rows_of_endpoints();
-    for (auto& row : rows_of_others())
-        all.push_back(std::move(row));
-    return all;
-}
 
 class Associators : public AssociationTest {
   protected:
@@ -191,7 +17,7 @@ class Associators : public AssociationTest {
         return walk(Operation::associators, source(source_class).path(), asked);
     }
 
-    void expect_trace(const AssociatorRow& row, const std::string& member, const std::string& operation) {
+    void expect_trace(const AnswerRow& row, const std::string& member, const std::string& operation) {
         const Source& from = source(row.source);
         const std::string asked = std::string("Association Class ") + row.asked + " \n";
         EXPECT_TRUE(reads_key(trace,
@@ -206,13 +32,14 @@ class Associators : public AssociationTest {
 };
 
 TEST_F(Associators, EachRowAnswersTheFarEndsOwnInstance) {
-    for (const AssociatorRow& row : associator_rows()) {
+    for (const AnswerRow& row : answers_of('A')) {
+        const auto& partner = std::get<Partner>(row.answer);
         SCOPED_TRACE(std::string(row.source) + " " + row.asked);
         const auto answer = of(row.source, row.asked);
         ASSERT_EQ(answer.objects.size(), 1u) << trace;
         expect_trace(row, row.member + std::string("_associators"), "FCIP_Associators");
-        EXPECT_EQ(values(answer, row.identity), std::vector<std::string>{row.value});
-        const CMPIInstance* expected = call(row.build);
+        EXPECT_EQ(values(answer, partner.identity), std::vector<std::string>{partner.value});
+        const CMPIInstance* expected = call(partner.build);
         ASSERT_NE(expected, nullptr);
         EXPECT_EQ(answer.objects[0], cmpihost::describe(expected));
         EXPECT_GE(answer.objects[0].properties.size(), 4u);
@@ -220,27 +47,27 @@ TEST_F(Associators, EachRowAnswersTheFarEndsOwnInstance) {
 }
 
 TEST_F(Associators, EachRowNamesTheFarEnd) {
-    for (const AssociatorRow& row : associator_rows()) {
+    for (const AnswerRow& row : answers_of('N')) {
         SCOPED_TRACE(std::string(row.source) + " " + row.asked);
-        EXPECT_EQ(names_of(row.source, row.asked), row.names);
-        if (!row.names.empty())
-            expect_trace(row, row.member + std::string("_associator_names"), "FCIP_AssociatorNames");
+        EXPECT_EQ(names_of(row.source, row.asked), std::get<Partner>(row.answer).names);
+        expect_trace(row, row.member + std::string("_associator_names"), "FCIP_AssociatorNames");
     }
 }
 
 TEST_F(Associators, PropertyListGoesToTheFarEndsBuilder) {
-    for (const AssociatorRow& row : associator_rows()) {
+    for (const AnswerRow& row : answers_of('A')) {
+        const char* identity = std::get<Partner>(row.answer).identity;
         SCOPED_TRACE(std::string(row.source) + " " + row.asked);
         cmpihost::Request request;
         request.operation = Operation::associators;
         request.path = source(row.source).path();
         request.assoc_class = row.asked;
         const auto whole = ask(request);
-        request.properties = std::vector<std::string>{row.identity};
+        request.properties = std::vector<std::string>{identity};
         const auto answer = ask(request);
         ASSERT_EQ(answer.objects.size(), 1u);
         ASSERT_EQ(whole.objects.size(), 1u);
-        EXPECT_NE(answer.objects[0].property(row.identity), nullptr);
+        EXPECT_NE(answer.objects[0].property(identity), nullptr);
         EXPECT_LT(answer.objects[0].properties.size(), whole.objects[0].properties.size());
     }
 }
@@ -330,8 +157,10 @@ TEST_F(Associators, OfTcpStatisticalDataAnswerTheNameOfAStatisticsClassOnly) {
                           key::entity))
         << trace;
     ASSERT_EQ(answer.objects.size(), 1u);
-    EXPECT_EQ(answer.objects[0],
-              cmpihost::describe(call(of_link(fcip::tcp_pe_build_instance, "ZANTO_TCPProtocolEndPoint", tunnel_1))));
+    EXPECT_EQ(answer.objects[0], cmpihost::describe(call([] {
+                  const FcipLinkEntry& link = switchsim::the_switch().links.at(tunnel_1);
+                  return fcip::tcp_pe_build_instance("ZANTO_TCPProtocolEndPoint", "root/cimv2", &link, nullptr);
+              })));
     for (const std::string& association : association_classes())
         EXPECT_TRUE(run(fcip::get_tcp_statical_data_associators, "3", association.c_str()).answer.objects.empty())
             << association;

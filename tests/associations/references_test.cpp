@@ -1,6 +1,5 @@
-// References and ReferenceNames, row by row: each row of the table below is one association that a source object takes
-// part in, as both operations must answer it.
-#include "association_test.h"
+// References and ReferenceNames: the table's ties, each as an instance and as a path.
+#include "answers.h"
 
 #include <map>
 
@@ -8,155 +7,27 @@ namespace {
 
 using namespace test;
 
-/// Role pairs, and whether IsDefault and IsCurrent follow.
-struct Shape {
-    const char* first;
-    const char* second;
-    bool setting = false;
-};
-constexpr Shape realize{"Antecedent", "Dependent"};
-constexpr Shape group_part{"GroupComponent", "PartComponent"};
-constexpr Shape managed_stats{"ManagedElement", "Stats"};
-constexpr Shape managed_setting{"ManagedElement", "SettingData", true};
-
-struct ReferenceRow {
-    const char* member; ///< without its ending
-    const char* class_line;
-    int location;
-    const char* source;
-    const char* asked; ///< in any mix of case
-    const char* key;
-    Shape shape;
-    const char* answers; ///< the association's class
-    std::string first;
-    std::string second;
-
-    std::string ends() const {
-        std::string text =
-            std::string("\n  ") + shape.first + " reference " + first + "\n  " + shape.second + " reference " + second;
-        return shape.setting ? text + "\n  IsDefault uint16 1\n  IsCurrent uint16 1" : text;
-    }
-};
-
-// The "Result Class" lines.
-constexpr const char* starred = " ****** Result Class :%s  ********** \n";
-constexpr const char* plain = "Result Class :%s \n";
-constexpr const char* no_line = "";
-
-// clang-format off
-std::vector<ReferenceRow> rows_of_endpoints() {
-    const std::string fcip_3 = fcip_endpoint_3("ZANTO_FCIPProtocolEndpoint");
-    const std::string ip_3 = ip_endpoint_3("ZANTO_IPProtocolEndpoint");
-    const std::string tcp_3 = tcp_endpoint_3("ZANTO_TCPProtocolEndpoint");
-    const std::string tcp_3_point = tcp_endpoint_3("ZANTO_TCPProtocolEndPoint");
-    const std::string system = vsan_1("ZANTO_LogicalComputerSystem");
-    return {
-        {"get_fcip_pe", starred, 1, "ZANTO_FCIPProtocolEndPoint", "zanto_FCIPElementSettingData", key::tunnel,
-            managed_setting, "ZANTO_FCIPElementSettingData", fcip_3, instance_of_tunnel_3("ZANTO_FCIPSettings")},
-        {"get_fcip_pe", starred, 2, "ZANTO_FCIPProtocolEndPoint", "ZANTO_FCIPTCPENDPOINT", key::tunnel,
-            realize, "ZANTO_FCIPTCPEndpoint", fcip_3, tcp_3},
-        {"get_fcip_pe", starred, 3, "ZANTO_FCIPProtocolEndPoint", "zanto_sanfcipendpoint", key::tunnel,
-            realize, "ZANTO_SANFCIPEndpoint", fcip_3, remote_fcip_port_3("ZANTO_RemoteFCIPPort")},
-        {"get_fcip_pe", starred, 4, "ZANTO_FCIPProtocolEndPoint", "ZANTO_FCPortProtocolEndpoint", key::tunnel,
-            realize, "ZANTO_FCPortProtocolEndPoint", fc_port_of_tunnel_3("ZANTO_FCPort"), fcip_3},
-        {"get_fcip_pe", starred, 5, "ZANTO_FCIPProtocolEndPoint", "ZANTO_FcipPeBasedOn", key::tunnel,
-            group_part, "ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip_3},
-        {"get_fcip_pe", starred, 6, "ZANTO_FCIPProtocolEndPoint", "ZANTO_SwitchHostedFcipAccessPoint", key::tunnel,
-            realize, "ZANTO_SwitchHostedFCIPAccessPoint", system, fcip_3},
-
-        {"get_ip_pe", plain, 1, "ZANTO_IPProtocolEndPoint", "ZANTO_ipElementSettingData", key::if_index,
-            managed_setting, "ZANTO_IPElementSettingData", ip_3, instance_of_tunnel_3("ZANTO_IPSettings")},
-        {"get_ip_pe", plain, 2, "ZANTO_IPProtocolEndPoint", "ZANTO_IPEndpointStatisticalData", key::if_index,
-            managed_stats, "ZANTO_IPEndpointStatisticalData", instance_of_tunnel_3("ZANTO_IPEndpointStatistics"), ip_3},
-        {"get_ip_pe", plain, 3, "ZANTO_IPProtocolEndPoint", "ZANTO_TCPipEndpoint", key::if_index,
-            realize, "ZANTO_TCPipEndpoint", ip_3, tcp_3},
-        {"get_ip_pe", plain, 4, "ZANTO_IPProtocolEndPoint", "ZANTO_IPethernetEndpoint", key::if_index,
-            realize, "ZANTO_IPethernetEndpoint", ethernet_port_1("ZANTO_EthernetPort"), ip_3},
-        {"get_ip_pe", plain, 5, "ZANTO_IPProtocolEndPoint", "ZANTO_SWITCHHostedIPAccessPoint", key::if_index,
-            realize, "ZANTO_SWITCHHostedIPAccessPoint", ip_3, system},
-        {"get_ip_pe", plain, 6, "ZANTO_IPProtocolEndPoint", "ZANTO_SANIPEndpoint", key::if_index,
-            realize, "ZANTO_SANIPEndpoint", ip_3, remote_ip_port_3("ZANTO_RemoteIPServiceAccessPoint")},
-
-        {"get_tcp_pe", plain, 1, "ZANTO_TCPProtocolEndPoint", "ZANTO_TCPEndpointStatisticalData", key::if_index,
-            managed_stats, "ZANTO_TCPEndPointStatisticalData", tcp_3_point, instance_of_tunnel_3("ZANTO_TCPEndPointStatistics")},
-        {"get_tcp_pe", plain, 2, "ZANTO_TCPProtocolEndPoint", "ZANTO_fciptcpEnpoint", key::if_index,
-            realize, "ZANTO_FCIPTCPEndpoint", fcip_3, tcp_3_point},
-        {"get_tcp_pe", plain, 3, "ZANTO_TCPProtocolEndPoint", "ZANTO_TcpIpEndpoint", key::if_index,
-            realize, "ZANTO_TcpIpEndpoint", ip_3, tcp_3_point},
-        {"get_tcp_pe", plain, 4, "ZANTO_TCPProtocolEndPoint", "ZANTO_SwitchhostedTCPAccessPoint", key::if_index,
-            realize, "ZANTO_SwitchhostedTCPAccessPoint", tcp_3, system},
-        {"get_tcp_pe", plain, 5, "ZANTO_TCPProtocolEndPoint", "ZANTO_SANTcpEndpoint", key::if_index,
-            realize, "ZANTO_SANTcpEndpoint", tcp_3, remote_tcp_port_3("ZANTO_RemoteTCPPort")},
-        {"get_tcp_pe", plain, 6, "ZANTO_TCPProtocolEndPoint", "ZANTO_TcpElementSettingData", key::if_index_only,
-            managed_setting, "ZANTO_TcpElementSettingData", tcp_3, instance_of_tunnel_3("ZANTO_TCPSettings")},
-    };
-}
-
-std::vector<ReferenceRow> rows_of_others() {
-    const std::string fcip_3 = fcip_endpoint_3("ZANTO_FCIPProtocolEndpoint");
-    const std::string ip_3 = ip_endpoint_3("ZANTO_IPProtocolEndpoint");
-    const std::string tcp_3 = tcp_endpoint_3("ZANTO_TCPProtocolEndpoint");
-    const std::string tcp_3_point = tcp_endpoint_3("ZANTO_TCPProtocolEndPoint");
-    return {
-        {"get_lan_endpoint", plain, 1, "ZANTO_LanEndPoint", "ZANTO_IPEthernetEndPoint", key::ethernet,
-            realize, "ZANTO_IPEthernetEndPoint", ip_endpoint_7("ZANTO_IPProtocolEndPoint"), lan_endpoint_2("ZANTO_LANEndpoint")},
-        {"get_lan_endpoint", plain, 2, "ZANTO_LanEndPoint", "ZANTO_ethernetPortProtocolEndpoint", key::ethernet_token,
-            realize, "ZANTO_ethernetPortProtocolEndpoint", ethernet_port_2("ZANTO_EthernetPort"), lan_endpoint_2("ZANTO_LANEndpoint")},
-        {"get_lan_endpoint", plain, 3, "ZANTO_LanEndPoint", "cim_hostedaccesspoint", key::if_index_only,
-            realize, "CIM_HostedAccessPoint", fcip_endpoint_8("ZANTO_FCIPProtocolEndPoint"), lan_endpoint_2("ZANTO_LANEndpoint")},
-
-        {"get_eth_port", plain, 1, "ZANTO_EthernetPort", "ZANTO_EthernetPortProtocolEndPoint", key::if_index,
-            realize, "ZANTO_IPElementSettingData", ethernet_port_1("ZANTO_EthernetPort"), lan_endpoint_2("ZANTO_LANEndpoint")},
-        {"get_eth_port", plain, 2, "ZANTO_EthernetPort", "ZANTO_EthernetportStatisticalData", key::if_index,
-            managed_stats, "ZANTO_EthernetPortStatisticalData", ethernet_port_1("ZANTO_EthernetPort"), statistics_of_ethernet_1("ZANTO_EthernetPortStatistics")},
-        {"get_eth_stat", no_line, 1, "ZANTO_EthernetPortStatistics", "ZANTO_EthernetPortStatisticaldata", key::number,
-            managed_stats, "ZANTO_EthernetPortStatisticalData", ethernet_port_2("ZANTO_EthernetPort"), statistics_of_ethernet_2("ZANTO_EthernetPortStatistics")},
-
-        {"get_fcip_settings", no_line, 1, "ZANTO_FCIPSettings", "ZANTO_FcipElementSettingData", key::if_index_only,
-            managed_setting, "ZANTO_FCIPElementSettingData", fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint"), instance_of_tunnel_3("ZANTO_FCIPSettings")},
-        {"get_ip_settings", no_line, 1, "ZANTO_IPSettings", "ZANTO_IPElementsettingData", key::if_index_only,
-            managed_setting, "ZANTO_IPElementSettingData", ip_endpoint_3("ZANTO_IPProtocolEndPoint"), instance_of_tunnel_3("ZANTO_IPSettings")},
-        {"get_tcp_settings", no_line, 1, "ZANTO_TCPSettings", "ZANTO_TCPElementSettingdata", key::if_index_only,
-            managed_setting, "ZANTO_TCPElementSettingdata", tcp_3_point, instance_of_tunnel_3("ZANTO_TCPSettings")},
-        {"get_ip_stat", no_line, 1, "ZANTO_IPEndPointStatistics", "ZANTO_IPEndPointStatisticalData", key::if_index_only,
-            managed_stats, "ZANTO_IPEndpointStatisticalData", ip_endpoint_3("ZANTO_IPProtocolEndPoint"), instance_of_tunnel_3("ZANTO_IPEndpointStatistics")},
-        {"get_tcp_stat", no_line, 1, "ZANTO_TCPEndPointStatistics", "ZANTO_TCPEndPointStatisticalData", key::if_index_only,
-            managed_stats, "ZANTO_TCPEndpointStatisticalData", tcp_3, instance_of_tunnel_3("ZANTO_TCPEndpointStatistics")},
-        {"get_profile", no_line, 1, "ZANTO_FCIPProfile", "zanto_fcippebasedon", key::entity,
-            group_part, "ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip_endpoint_1("ZANTO_FCIPProtocolEndpoint")},
-        // The remote sources: References alone, which have members of their own.
-        {"get_fcip_remote_pe", no_line, 1, "ZANTO_RemoteFCIPPort", "ZANTO_SANFcipEndpoint", key::peer_address,
-            realize, "ZANTO_SANFcipEndpoint", fcip_3, remote_fcip_port_3("ZANTO_RemoteFCIPPort")},
-        {"get_ip_remote_pe", no_line, 1, "ZANTO_RemoteIPServiceAccessPoint", "ZANTO_SANIpEndPoint", key::peer_address,
-            realize, "ZANTO_SANIpEndPoint", ip_3, remote_ip_port_3("ZANTO_RemoteIPServiceAccessPoint")},
-    };
-}
-// clang-format on
-
-std::vector<ReferenceRow> reference_rows() {
-    auto all = rows_of_endpoints();
-    for (auto& row : rows_of_others())
-        all.push_back(std::move(row));
-    return all;
+const Tie& tie(const AnswerRow& row) {
+    return std::get<Tie>(row.answer);
 }
 
 /// What a member prints before it reads the key.
-std::string beginning(const ReferenceRow& row, const std::string& member) {
-    std::string line = row.class_line;
+std::string beginning(const AnswerRow& row, const std::string& member) {
+    std::string line = tie(row).class_line;
     if (const auto at = line.find("%s"); at != std::string::npos)
         line.replace(at, 2, row.asked);
     return "Entering " + member + "\n" + line + " Function : " + member + " Line " + std::to_string(row.location) +
            " \n";
 }
 
-bool is_remote(const ReferenceRow& row) {
+bool is_remote(const AnswerRow& row) {
     return std::string(row.source).starts_with("ZANTO_Remote");
 }
 
 class References : public AssociationTest {
   protected:
     /// Looks for the row's beginning in the trace, and for a proper end.
-    void expect_trace(const ReferenceRow& row, const std::string& member, const std::string& operation) {
+    void expect_trace(const AnswerRow& row, const std::string& member, const std::string& operation) {
         const Source& from = source(row.source);
         const std::string blank = " "; // the reference operations print one before the line end
         EXPECT_TRUE(reads_key(trace,
@@ -169,11 +40,11 @@ class References : public AssociationTest {
 };
 
 TEST_F(References, EachRowAnswersOneInstance) {
-    for (const ReferenceRow& row : reference_rows()) {
+    for (const AnswerRow& row : answers_of('R')) {
         SCOPED_TRACE(std::string(row.source) + " " + row.asked);
         const auto answer = walk(Operation::references, source(row.source).path(), row.asked);
         ASSERT_EQ(answer.objects.size(), 1u) << trace;
-        EXPECT_EQ(text_of_object(answer.objects[0]), row.answers + row.ends());
+        EXPECT_EQ(text_of_object(answer.objects[0]), tie(row).answers + tie(row).ends());
         EXPECT_EQ(answer.objects[0].name_space, "root/cimv2");
         EXPECT_EQ(answer.objects[0].host, "switch-a");
         expect_trace(row, row.member + std::string("_references"), "FCIP_References");
@@ -181,14 +52,12 @@ TEST_F(References, EachRowAnswersOneInstance) {
 }
 
 TEST_F(References, EachRowNamesTheSameAssociationByItsPath) {
-    for (const ReferenceRow& row : reference_rows()) {
-        if (is_remote(row))
-            continue;
+    for (const AnswerRow& row : answers_of('r')) {
         SCOPED_TRACE(std::string(row.source) + " " + row.asked);
         const auto answer = walk(Operation::reference_names, source(row.source).path(), row.asked);
         ASSERT_EQ(answer.objects.size(), 1u) << trace;
-        EXPECT_EQ(text_of_object(answer.objects[0]), row.answers + row.ends());
-        EXPECT_EQ(answer.objects[0].keys.size(), row.shape.setting ? 4u : 2u);
+        EXPECT_EQ(text_of_object(answer.objects[0]), tie(row).answers + tie(row).ends());
+        EXPECT_EQ(answer.objects[0].keys.size(), tie(row).shape.setting ? 4u : 2u);
         EXPECT_EQ(answer.objects[0].name_space, "root/cimv2");
         EXPECT_EQ(answer.objects[0].host, "switch-a");
         expect_trace(row, row.member + std::string("_reference_names"), "FCIP_ReferenceNames");
@@ -201,14 +70,14 @@ TEST_F(References, MembersForNamesOfRemoteObjectsMirrorThoseForInstances) {
         {"get_ip_remote_pe", {fcip::get_ip_remote_pe_references, fcip::get_ip_remote_pe_reference_names}},
     };
     unsigned checked = 0;
-    for (const ReferenceRow& row : reference_rows()) {
+    for (const AnswerRow& row : answers_of('R')) {
         if (!is_remote(row))
             continue;
         const auto& [instances, names] = remote.at(row.member);
         const auto path = run(names, source(row.source).key_value, row.asked);
         EXPECT_TRUE(reads_key(trace, beginning(row, row.member + std::string("_reference_names")), row.key)) << trace;
         ASSERT_EQ(path.answer.objects.size(), 1u);
-        EXPECT_EQ(text_of_object(path.answer.objects[0]), row.answers + row.ends());
+        EXPECT_EQ(text_of_object(path.answer.objects[0]), tie(row).answers + tie(row).ends());
         const auto instance = run(instances, source(row.source).key_value, row.asked);
         ASSERT_EQ(instance.answer.objects.size(), 1u);
         EXPECT_EQ(text_of_object(instance.answer.objects[0]), text_of_object(path.answer.objects[0]));
