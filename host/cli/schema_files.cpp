@@ -30,7 +30,7 @@ std::vector<std::string> schema_files(const Options& options) {
 std::string default_schema_folder() {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path();
-    for (const fs::path& candidate : {folder / CMPIHOST_SCHEMA_FOLDER, folder / ".." / ".." / "schema"})
+    for (const fs::path& candidate : {folder / CMPIHOST_SCHEMA_FOLDER, folder / ".." / "schema"})
         if (fs::exists(candidate / "fcip.mof", error))
             return candidate.lexically_normal().string();
     return {};
