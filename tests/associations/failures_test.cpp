@@ -126,7 +126,10 @@ TEST_F(Failures, ALanEndpointsPortThatIsNoneOfTheEthernetPortsIsNoPartner) {
     EXPECT_EQ(summary(run(fcip::get_lan_endpoint_associator_names, "99:x", "ZANTO_EthernetPortProtocolEndpoint")),
               nothing);
     EXPECT_EQ(summary(run(fcip::get_lan_endpoint_associators, ":_", "ZANTO_EthernetPortProtocolEndpoint")), nothing);
+    EXPECT_EQ(summary(run(fcip::get_lan_endpoint_associator_names, ":_", "ZANTO_EthernetPortProtocolEndpoint")),
+              nothing);
     EXPECT_EQ(summary(run(fcip::get_lan_endpoint_references, ":_", "ZANTO_EthernetPortProtocolEndpoint")), failed);
+    EXPECT_EQ(summary(run(fcip::get_lan_endpoint_reference_names, ":_", "ZANTO_EthernetPortProtocolEndpoint")), failed);
 }
 
 // ---------------------------------------------------------------------------------------------- profiles

@@ -256,6 +256,8 @@ TEST_F(Rebuilders, OfGetInstanceRebuildWhatReferencesAnswered) {
         const auto got = get(names.objects[0]);
         ASSERT_EQ(got.objects.size(), 1u) << association;
         EXPECT_EQ(text_of_object(got.objects[0]), text_of_object(instances.objects.at(0)));
+        EXPECT_EQ(got.objects[0].host, "switch-a");
+        EXPECT_EQ(instances.objects[0].host, "switch-a");
     }
 }
 
