@@ -199,8 +199,8 @@ void tcp_and_fcip_paths(const Row& row) {
 
 // ---------------------------------------------------------------------------------------------- the table
 
-constexpr Case instances(const char* class_name, Walk walk, RowCalls* calls, unsigned largest = 10000) {
-    return {class_name, Operation::enumerate_instances, walk, calls, nullptr, nullptr, true, largest};
+constexpr Case instances(const char* class_name, Walk walk, RowCalls* calls) {
+    return {class_name, Operation::enumerate_instances, walk, calls};
 }
 
 constexpr Case names(const char* class_name, Walk walk, RowCalls* calls) {
@@ -214,10 +214,6 @@ constexpr Case get(const char* class_name, const char* key, Walk walk, RowCalls*
 constexpr Case traversal(Operation operation, RowCalls* calls, bool filtered) {
     return {"ZANTO_FCIPProtocolEndPoint", operation, Walk::last_link, calls, "Name", "ZANTO_FCIPTCPEndpoint", filtered};
 }
-
-/// Each row of these answers is found again by a walk of its own: the time grows with the square of the tunnels, in
-/// the bare loop too.
-constexpr unsigned largest_square = 1000;
 
 using enum Walk;
 
@@ -250,16 +246,16 @@ constexpr Case all_cases[] = {
     instances("ZANTO_IPSettings", every_link, ip_settings),
     names("ZANTO_IPSettings", every_link, settings_path),
     get("ZANTO_IPSettings", "InstanceID", last_link, ip_settings),
-    instances("ZANTO_TCPSettings", every_link, tcp_settings, largest_square),
+    instances("ZANTO_TCPSettings", every_link, tcp_settings),
     names("ZANTO_TCPSettings", every_link, settings_path),
     get("ZANTO_TCPSettings", "InstanceID", last_link, tcp_settings),
     instances("ZANTO_IPEndPointStatistics", every_link, ip_statistics),
     names("ZANTO_IPEndPointStatistics", every_link, statistics_path),
     get("ZANTO_IPEndPointStatistics", "InstanceID", last_link, ip_statistics),
-    instances("ZANTO_TCPEndPointStatistics", every_link, tcp_statistics, largest_square),
+    instances("ZANTO_TCPEndPointStatistics", every_link, tcp_statistics),
     names("ZANTO_TCPEndPointStatistics", every_link, statistics_path),
     get("ZANTO_TCPEndPointStatistics", "InstanceID", last_link, tcp_statistics_by_key),
-    instances("ZANTO_TCPStatisticalData", every_link, tcp_statistical_data, largest_square),
+    instances("ZANTO_TCPStatisticalData", every_link, tcp_statistical_data),
     names("ZANTO_TCPStatisticalData", every_link, statistics_path), // and no get: the class has no key
     instances("ZANTO_EthernetPortStatistics", every_port_with_statistics, ethernet_statistics),
     names("ZANTO_EthernetPortStatistics", every_port_with_statistics, ethernet_statistics_path),

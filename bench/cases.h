@@ -40,7 +40,6 @@ struct Case {
     const char* key = nullptr;         ///< the key that names the source of a get or a traversal
     const char* association = nullptr; ///< traversals: the association class
     bool filtered = true;              ///< whether the property list is applied to the instances
-    unsigned largest = 10000;          ///< tunnels
 };
 
 std::span<const Case> cases();
