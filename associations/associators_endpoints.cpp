@@ -31,7 +31,8 @@ constexpr associator_row ip_pe_rows[] = {
     {5, "ZANTO_SwitchHostedIPAccessPoint", if_index, own_class,                          to::logical_system},
     {6, "ZANTO_SANIpEndPoint",             if_index, "ZANTO_RemoteIPServiceAccessPoint", to::ip_remote_pe},
 };
-// Names answer two paths to 1, the FCIP endpoint instead of the system to 5, and the system to whatever is not served.
+// Names answer two paths to 1, to 2 only if the link errors can be read, the FCIP endpoint instead of the system to 5,
+// and the system to whatever is not served.
 constexpr associator_row ip_pe_names[] = {
     {1, "ZANTO_IPElementSettingData",      left_to_end, "ZANTO_IPSettings",                 to::ip_settings_and_system},
     {2, "ZANTO_IPEndPointStatisticalData", if_index,    "ZANTO_IPEndPointStatistics",       to::statistics_if_counted},
@@ -41,6 +42,7 @@ constexpr associator_row ip_pe_names[] = {
 };
 constexpr associator_source from_ip_pe{ip_pe_rows, ip_pe_names, true};
 
+// The statistics alone read the key up to its "_", the others all of it; references have it the other way round.
 constexpr associator_row tcp_pe_rows[] = {
     {1, "ZANTO_TCPEndPointStatisticalData", if_index,      "ZANTO_TCPStatisticalData",   to::tcp_statistics},
     {2, "ZANTO_FCIPTCPEndpoint",            if_index_only, "ZANTO_FCIPProtocolEndPoint", to::fcip_pe},
@@ -49,7 +51,8 @@ constexpr associator_row tcp_pe_rows[] = {
     {5, "ZANTO_SANTCPEndpoint",             if_index_only, "ZANTO_RemoteTCPPort",        to::tcp_remote_pe},
     {6, "ZANTO_TCPElementSettingData",      if_index_only, "ZANTO_TCPSettings",          to::tcp_settings_read_again},
 };
-// Names answer the physical switch instead of the logical system to 4, and nothing to 6.
+// Names answer the endpoint's statistics to 1, another class than the instance has, and only if the link errors can be
+// read; the physical switch instead of the logical system to 4; and nothing to 6.
 constexpr associator_row tcp_pe_names[] = {
     {1, "ZANTO_TCPEndPointStatisticalData", if_index,      "ZANTO_TCPEndPointStatistics",  to::statistics_if_counted},
     {4, "ZANTO_SwitchHostedTCPAccessPoint", if_index_only, "ZANTO_PhysicalComputerSystem", to::physical_system},

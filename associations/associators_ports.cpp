@@ -16,6 +16,7 @@ namespace to = far_ends;
 constexpr associator_row lan_endpoint_rows[] = {
     {1, "ZANTO_IPEthernetEndpoint",           ethernet_if_index, "ZANTO_IPProtocolEndPoint",   to::ip_pe},
     {2, "ZANTO_EthernetPortProtocolEndpoint", ethernet_token,    "ZANTO_EthernetPort",         to::walked_port},
+    // Takes the number that the LAN endpoint's key begins with for a link's index.
     {3, "CIM_HostedAccessPoint",              if_index_only,     "ZANTO_FCIPProtocolEndPoint", to::fcip_pe},
 };
 constexpr associator_source from_lan_endpoint{lan_endpoint_rows};
@@ -33,6 +34,7 @@ constexpr associator_source from_eth_port{eth_port_rows, eth_port_names};
 constexpr associator_row eth_stat_rows[] = {
     {1, "ZANTO_EthernetPortStatisticalData", number, "ZANTO_EthernetPort", to::ethernet_port_of_statistics},
 };
+// Names give the port's builder the namespace ahead of the class, the others the class ahead of it.
 constexpr associator_row eth_stat_names[] = {
     {1, "ZANTO_EthernetPortStatisticalData", number, "ZANTO_EthernetPort", to::ethernet_port_namespace_first},
 };

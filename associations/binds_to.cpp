@@ -92,6 +92,7 @@ constexpr binds_to_rule rules[] = {
         ip_endpoint, no_end, remark::first_end_only},
     {"ZANTO_IPEthernetEndpoint", realize, realize,
         {"ZANTO_LANEndPoint", lan_endpoint_path}, ip_endpoint, remark::links_with_entity},
+    // The system comes first for all three; in references only for the FCIP endpoint.
     {"ZANTO_SwitchHostedFCIPAccessPoint", realize, realize,
         host_system, fcip_endpoint},
     {"ZANTO_SwitchHostedIPAccessPoint", realize, realize,
@@ -106,10 +107,12 @@ constexpr binds_to_rule rules[] = {
         {"ZANTO_TCPSettings", ip_pe_fill_reference}, ip_endpoint}, // TCP settings, with an IP endpoint's keys
     {"ZANTO_FCIPPEBasedOn", realize, group_part,
         {"ZANTO_FCIPProfile", profile_path}, fcip_endpoint}, // each kind of enumeration has its roles
+    // Tied to the FCIP endpoint, not to the TCP endpoint.
     {"ZANTO_TCPEndPointStatisticalData", managed_stats, managed_stats,
         {"ZANTO_TCPEndPointStatistics", stat_fill_reference}, fcip_endpoint, remark::instances_swap_ends},
     {"ZANTO_IPEndPointStatisticalData", managed_stats, managed_stats,
         {"ZANTO_IPEndPointStatistics", stat_fill_reference}, ip_endpoint, remark::instances_swap_ends},
+    // Paths only, the port with an IP endpoint's keys. No enumeration comes here: this class has walks of its own.
     {"ZANTO_EthernetPortStatisticalData", managed_stats, nothing,
         {"ZANTO_EthernetPortStatistics", stat_fill_reference}, {"ZANTO_EthernetPort", ip_pe_fill_reference}},
 };

@@ -28,6 +28,7 @@ constexpr reference_row fcip_pe_rows[] = {
         "ZANTO_FCIPTCPEndpoint", fcip_endpoint, tcp_endpoint},
     {3, "ZANTO_SANFCIPEndpoint", tunnel, none, realize,
         "ZANTO_SANFCIPEndpoint", fcip_endpoint, {"ZANTO_RemoteFCIPPort", ends::fcip_remote_pe}},
+    // The port's builder is given the namespace ahead of the class, here alone.
     {4, "ZANTO_FCPortProtocolEndPoint", tunnel, fc_port, realize,
         "ZANTO_FCPortProtocolEndPoint", {"ZANTO_FCPort", ends::port_namespace_first}, fcip_endpoint},
     {5, "ZANTO_FCIPPEBasedOn", tunnel, profile, group_part,
@@ -65,6 +66,7 @@ constexpr reference_row tcp_pe_rows[] = {
         as_passed, tcp_endpoint, logical_system},
     {5, "ZANTO_SANTCPEndpoint", if_index, none, realize,
         as_passed, tcp_endpoint, {"ZANTO_RemoteTCPPort", ends::tcp_remote_pe}},
+    // All of the key, unlike the rows above, which read it up to its "_".
     {6, "ZANTO_TCPElementSettingData", if_index_only, none, managed_setting,
         as_passed, tcp_endpoint, {"ZANTO_TCPSettings", ends::tcp_settings}},
 };

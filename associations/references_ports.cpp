@@ -23,11 +23,13 @@ constexpr reference_row lan_endpoint_rows[] = {
         as_passed, {"ZANTO_IPProtocolEndPoint", ends::ip_pe}, lan_endpoint},
     {2, "ZANTO_EthernetPortProtocolEndpoint", ethernet_token, port_of_if_index, realize,
         as_passed, ethernet_port, lan_endpoint},
+    // Takes the number that the LAN endpoint's key begins with for a link's index.
     {3, "CIM_HostedAccessPoint", if_index_only, none, realize,
         "CIM_HostedAccessPoint", {"ZANTO_FCIPProtocolEndPoint", ends::fcip_pe}, lan_endpoint},
 };
 constexpr reference_table from_lan_endpoint{lan_endpoint_rows, class_line::plain};
 
+// The port's key is read as a link's index: the port of the answer is the one that carries that link.
 constexpr reference_row eth_port_rows[] = {
     // Bears another association's name; clients depend on it.
     {1, "ZANTO_EthernetPortProtocolEndpoint", if_index, port_of_link, realize,
