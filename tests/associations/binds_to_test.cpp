@@ -185,6 +185,49 @@ TEST_F(BindsTo, AFailingSecondEndEndsTheWalk) {
     EXPECT_EQ(trace.find("Exiting get_all_binds_to_instances"), std::string::npos);
 }
 
+TEST_F(BindsTo, ALanEndpointThatCannotBeMadeEndsTheWalk) {
+    tunnel(tunnel_3)->ethernet_if_index = 99; // no port
+    for (const bool names : {true, false}) {
+        switchsim::clear_counts();
+        const auto outcome = names ? paths_of("ZANTO_IPEthernetEndpoint") : instances_of("ZANTO_IPEthernetEndpoint");
+        EXPECT_EQ(outcome.status, -1);
+        EXPECT_EQ(outcome.answer.objects.size(), 1u);
+        EXPECT_EQ(outcome.answer.null_results, 0u);
+        EXPECT_EQ(trace.find("Exiting get_all_binds_to_"), std::string::npos);
+        // The IP endpoint behind it is that of the first link only.
+        EXPECT_EQ(trace.find("Entering ip_pe_fill_reference"), trace.rfind("Entering ip_pe_fill_reference"));
+    }
+}
+
+TEST_F(BindsTo, AnIpEndpointBehindALanEndpointThatCannotBeMadeEndsTheWalk) {
+    for (const bool names : {true, false}) {
+        switchsim::inject("fcip_get_entity_entry", Fault::fail, 2); // LAN endpoints need no profile
+        const auto outcome = names ? paths_of("ZANTO_IPEthernetEndpoint") : instances_of("ZANTO_IPEthernetEndpoint");
+        switchsim::clear_faults();
+        EXPECT_EQ(outcome.status, -1);
+        EXPECT_EQ(outcome.answer.objects.size(), 1u);
+        EXPECT_EQ(outcome.answer.null_results, 0u);
+        EXPECT_EQ(trace.find("Exiting get_all_binds_to_"), std::string::npos);
+    }
+}
+
+TEST_F(BindsTo, ASystemThatCannotBeMadeEndsTheWalk) {
+    for (const char* asked :
+         {"ZANTO_SwitchHostedFCIPAccessPoint", "ZANTO_SwitchHostedIPAccessPoint", "ZANTO_SwitchHostedTCPAccessPoint"})
+        for (const bool names : {true, false}) {
+            SCOPED_TRACE(asked);
+            switchsim::clear_counts();
+            switchsim::inject("switch_fill_reference_str", Fault::fail, 2);
+            const auto outcome = names ? paths_of(asked) : instances_of(asked);
+            switchsim::clear_faults();
+            EXPECT_EQ(outcome.status, -1);
+            EXPECT_EQ(outcome.answer.objects.size(), 1u);
+            EXPECT_EQ(outcome.answer.null_results, 0u);
+            EXPECT_EQ(switchsim::calls("switch_fill_reference_str"), 2u);
+            EXPECT_EQ(trace.find("Exiting get_all_binds_to_"), std::string::npos);
+        }
+}
+
 TEST_F(BindsTo, AMissingProfileOfTheSecondLinkLeavesOneAssociation) {
     FcipLinkEntry link = *tunnel(tunnel_3);
     link.entity_id = 4;

@@ -135,35 +135,6 @@ TEST_F(Members, AnEthernetPortsKeyWithoutTokensFailsTheLookupOfItsReferences) {
     EXPECT_EQ(checked, 2u);
 }
 
-TEST_F(Members, AKeyThatNamesNoLinkIsAnsweredFromARowOfZeroes) {
-    const std::map<std::string, const char*> keys = {
-        {"get_fcip_pe", "99_x_y"},    {"get_fcip_remote_pe", "0_10.9.9.9"},
-        {"get_ip_pe", "99_x_y"},      {"get_ip_remote_pe", "1_x"},
-        {"get_tcp_pe", "99"},         {"get_tcp_remote_pe", "0_99"},
-        {"get_lan_endpoint", "99:x"},
-    };
-    const auto served = served_by_token();
-    for (const Member& member : members()) {
-        const auto association = served.find(stem(member.name));
-        if (association == served.end())
-            continue;
-        SCOPED_TRACE(member.name);
-        const auto outcome = run_any(member, keys.at(association->first), association->second);
-        EXPECT_TRUE(outcome.answer.objects.empty() || stem(member.name) == "get_tcp_pe"); // statistics ask by index 0
-        if (!member.is_associator()) {
-            EXPECT_EQ(outcome.status, -1);
-            EXPECT_EQ(outcome.answer.null_results, 0u);
-        }
-    }
-}
-
-TEST_F(Members, AssociatorsHandOnWhatABuilderGivesForARowOfZeroes) {
-    const auto instance = run(fcip::get_fcip_pe_associators, "99_x_y", "ZANTO_FCIPTCPEndpoint");
-    EXPECT_EQ(instance.answer.null_results, 1u);
-    const auto path = run(fcip::get_fcip_pe_associator_names, "99_x_y", "ZANTO_FCIPTCPEndpoint");
-    EXPECT_EQ(path.answer.null_results, 1u);
-}
-
 TEST_F(Members, AnEmptyLinkTableIsAnsweredFromARowOfZeroesEvenToAShortKey) {
     the_switch().links.clear();
     const auto outcome = run(fcip::get_fcip_pe_associators, "_", "ZANTO_FCIPTCPEndpoint");

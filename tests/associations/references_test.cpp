@@ -1,6 +1,7 @@
 // References and ReferenceNames: the table's ties, each as an instance and as a path.
 #include "answers.h"
 
+#include <algorithm>
 #include <map>
 
 namespace {
@@ -61,6 +62,45 @@ TEST_F(References, EachRowNamesTheSameAssociationByItsPath) {
         EXPECT_EQ(answer.objects[0].name_space, "root/cimv2");
         EXPECT_EQ(answer.objects[0].host, "switch-a");
         expect_trace(row, row.member + std::string("_reference_names"), "FCIP_ReferenceNames");
+    }
+}
+
+TEST_F(References, IgnoreTheRoleAndThePropertyList) {
+    const char* no_role = "NoSuchRole";
+    const char* no_property[] = {"NoSuchProperty", nullptr};
+    for (const AnswerRow& row : answers_of('R')) {
+        SCOPED_TRACE(std::string(row.source) + " " + row.asked);
+        const std::string key_value = source(row.source).key_value;
+        for (const char* ending : {"_references", "_reference_names"}) {
+            const Member& member = *std::ranges::find(members(), row.member + std::string(ending), &Member::name);
+            const auto outcome = outcome_of([&] {
+                if (const auto* instances = std::get_if<fcip::references_member*>(&member.function))
+                    return (*instances)(key_value.c_str(), row.asked, no_role, no_property, scope.result(),
+                                        "root/cimv2");
+                return std::get<fcip::reference_names_member*>(member.function)(key_value.c_str(), row.asked, no_role,
+                                                                                scope.result(), "root/cimv2");
+            });
+            EXPECT_EQ(outcome.status, 0);
+            ASSERT_EQ(outcome.answer.objects.size(), 1u);
+            EXPECT_EQ(text_of_object(outcome.answer.objects[0]), tie(row).answers + tie(row).ends());
+        }
+    }
+}
+
+TEST_F(References, OfARequestIgnoreItsRoleAndItsPropertyList) {
+    cmpihost::Request request;
+    request.path = source("ZANTO_FCIPSettings").path();
+    request.assoc_class = "ZANTO_FCIPElementSettingData";
+    for (const Operation operation : {Operation::references, Operation::reference_names}) {
+        request.operation = operation;
+        request.role.reset();
+        request.properties.reset();
+        const auto whole = ask(request);
+        request.role = "GroupComponent";
+        request.properties = std::vector<std::string>{"IsDefault"};
+        const auto asked_for_less = ask(request);
+        ASSERT_EQ(asked_for_less.objects.size(), 1u);
+        EXPECT_EQ(text_of_object(asked_for_less.objects[0]), text_of_object(whole.objects.at(0)));
     }
 }
 
@@ -211,6 +251,26 @@ TEST_F(References, NamesOfRemoteObjectsAreAskedOfTheLocalEndpointsMembers) {
     const auto one = walk(Operation::reference_names, source("ZANTO_RemoteTCPPort").path(), "ZANTO_SANTCPEndpoint");
     ASSERT_EQ(one.objects.size(), 1u);
     EXPECT_EQ(one.objects[0].class_name, "ZANTO_SANTCPEndpoint");
+}
+
+TEST_F(References, SettingsAloneReadATcpEndpointsKeyBeyondItsFirstToken) {
+    // The first token is the index of tunnel 3; all of the text is the number 0. Associators have it the other way
+    // round: there the statistics alone read the first token.
+    const char* key_value = "_16777218";
+    const auto count = [&](auto* member, const char* asked) {
+        return run(member, key_value, asked).answer.objects.size();
+    };
+    for (const char* asked : {"ZANTO_TCPEndPointStatisticalData", "ZANTO_FCIPTCPEnpoint", "ZANTO_TCPIPEndpoint",
+                              "ZANTO_SwitchHostedTCPAccessPoint", "ZANTO_SANTCPEndpoint"}) {
+        EXPECT_EQ(count(fcip::get_tcp_pe_references, asked), 1u) << asked;
+        EXPECT_EQ(count(fcip::get_tcp_pe_reference_names, asked), 1u) << asked;
+    }
+    EXPECT_EQ(count(fcip::get_tcp_pe_references, "ZANTO_TCPElementSettingData"), 0u);
+    EXPECT_EQ(count(fcip::get_tcp_pe_reference_names, "ZANTO_TCPElementSettingData"), 0u);
+
+    EXPECT_EQ(count(fcip::get_tcp_pe_associator_names, "ZANTO_TCPEndPointStatisticalData"), 1u);
+    for (const char* asked : {"ZANTO_FCIPTCPEndpoint", "ZANTO_TCPIPEndpoint", "ZANTO_SANTCPEndpoint"})
+        EXPECT_EQ(count(fcip::get_tcp_pe_associator_names, asked), 0u) << asked;
 }
 
 TEST_F(References, HostedAccessPointOfALanEndpointReadsTheWholeKeyAsALinksIndex) {

@@ -4,6 +4,7 @@
 #include "association_test.h"
 #include "associations/rebuilders.h"
 #include "classes/fcip/fcip_protocol_endpoint.h"
+#include "classes/net_front_broker.h"
 #include "common/results.h"
 #include "common/values.h"
 
@@ -130,6 +131,27 @@ TEST_F(Shapes, AnObjectThatTheBrokerCannotMakeGivesNullWithoutAWord) {
     }
 }
 
+TEST_F(Shapes, AnObjectWithoutHandleGivesNullWithoutAWord) {
+    for (const ShapeRow& shape : shapes) {
+        SCOPED_TRACE(shape.name);
+        for (const auto what :
+             {FrontBroker::makes::paths_without_handle, FrontBroker::makes::instances_without_handle}) {
+            const FrontBroker front(what);
+            EXPECT_EQ(build(shape, first, second), nullptr);
+            EXPECT_EQ(trace, "");
+            EXPECT_EQ(build(shape, nullptr, second), nullptr);
+            EXPECT_EQ(trace, "");
+        }
+        if (shape.fill == nullptr)
+            continue;
+        const FrontBroker front(FrontBroker::makes::paths_without_handle);
+        EXPECT_EQ(fill(shape, first, second), nullptr);
+        EXPECT_EQ(trace, "");
+        EXPECT_EQ(fill(shape, nullptr, second), nullptr);
+        EXPECT_EQ(trace, "");
+    }
+}
+
 TEST_F(Shapes, ASwitchWithoutNameIsAnEmptyHost) {
     the_switch().has_name = false;
     EXPECT_EQ(cmpihost::describe(fill(shapes[0], first, second)).host, "");
@@ -150,6 +172,30 @@ const RebuilderRow rebuilders[] = {
     {"get_group_part_instance", fcip::get_group_part_instance, shapes[1], true},
     {"get_managed_stats_instance", fcip::get_managed_stats_instance, shapes[2], false},
     {"get_managed_setting_instance", fcip::get_managed_setting_instance, shapes[3], false},
+};
+
+/// Reference keys as a client may send them, where the broker's own paths keep one key of a name and no null ones.
+class Keys {
+  public:
+    using List = std::vector<std::pair<const char*, CMPIObjectPath*>>;
+
+    /// Gives the path these keys in place of its own.
+    static void put(CMPIObjectPath* path, List keys) {
+        list = std::move(keys);
+        table = *path->ft;
+        table.getKeyCount = [](const CMPIObjectPath*, CMPIStatus*) { return static_cast<CMPICount>(list.size()); };
+        table.getKeyAt = [](const CMPIObjectPath*, CMPICount index, CMPIString** name, CMPIStatus*) {
+            *name = CMNewString(_broker, list.at(index).first, nullptr);
+            CMPIData data{CMPI_ref, CMPI_goodValue, {}};
+            data.value.ref = list.at(index).second;
+            return data;
+        };
+        path->ft = &table;
+    }
+
+  private:
+    inline static List list;
+    inline static CMPIObjectPathFT table{};
 };
 
 class Rebuilders : public Shapes {
@@ -240,6 +286,52 @@ TEST_F(Rebuilders, ARoleThatIsNoReferenceIsHandedOnUnchecked) {
     }
 }
 
+TEST_F(Rebuilders, ALaterKeyOfTheSameNameOverwritesAnEarlierOne) {
+    CMPIObjectPath* third = end("ZANTO_Third");
+    for (const RebuilderRow& row : rebuilders) {
+        SCOPED_TRACE(row.name);
+        const std::string lower_second = lower(row.shape.second);
+        CMPIObjectPath* path = association();
+        Keys::put(path, {{row.shape.first, third},
+                         {row.shape.second, third},
+                         {row.shape.first, first},
+                         {lower_second.c_str(), second}});
+        const auto outcome = rebuild(row, path);
+        EXPECT_EQ(outcome.status, 0);
+        ASSERT_EQ(outcome.answer.objects.size(), 1u);
+        EXPECT_EQ(rows(outcome.answer.objects[0].properties), expected_of(row.shape));
+    }
+}
+
+TEST_F(Rebuilders, ARoleWithANullReferenceIsMissing) {
+    for (const RebuilderRow& row : rebuilders) {
+        SCOPED_TRACE(row.name);
+        for (const Keys::List& keys :
+             {Keys::List{{row.shape.first, nullptr}, {row.shape.second, second}},
+              Keys::List{{row.shape.first, first}, {row.shape.second, nullptr}},
+              Keys::List{{row.shape.first, first}, {row.shape.second, second}, {row.shape.first, nullptr}}}) {
+            CMPIObjectPath* path = association();
+            Keys::put(path, keys);
+            const auto outcome = rebuild(row, path);
+            EXPECT_EQ(outcome.status, -1);
+            EXPECT_TRUE(outcome.answer.objects.empty());
+            EXPECT_EQ(outcome.answer.null_results, 0u);
+        }
+    }
+    EXPECT_EQ(switchsim::calls("association_class_build_instance_path"), 0u);
+}
+
+TEST_F(Rebuilders, KeyNamesAreCutTo253Characters) {
+    const std::string longest(253, 'x');
+    CMPIObjectPath* path = association();
+    fcip::add_reference_key(path, longest.c_str(), first);
+    fcip::add_reference_key(path, (longest + "y").c_str(), first);
+    fcip::add_reference_key(path, (longest + std::string(300, 'z')).c_str(), first);
+    EXPECT_EQ(rebuild(rebuilders[1], path).status, -1);
+    const std::string line = "Key " + longest + " \n";
+    EXPECT_EQ(trace, line + line + line);
+}
+
 TEST_F(Rebuilders, RoleNamesAreReadWithoutCuttingOffWhatFits) {
     CMPIObjectPath* path = association();
     fcip::add_reference_key(path, ("Antecedent" + std::string(300, 'x')).c_str(), first);
@@ -258,6 +350,28 @@ TEST_F(Rebuilders, OfGetInstanceRebuildWhatReferencesAnswered) {
         EXPECT_EQ(text_of_object(got.objects[0]), text_of_object(instances.objects.at(0)));
         EXPECT_EQ(got.objects[0].host, "switch-a");
         EXPECT_EQ(instances.objects[0].host, "switch-a");
+    }
+}
+
+TEST_F(Rebuilders, AreMissingForThreeAssociationsWhoseGetInstanceAnswersNothing) {
+    struct {
+        const char* source;
+        const char* association;
+    } const rows[] = {
+        {"ZANTO_LanEndPoint", "CIM_HostedAccessPoint"},
+        {"ZANTO_FCIPProtocolEndPoint", "ZANTO_FCPortProtocolEndPoint"},
+        {"ZANTO_TCPProtocolEndPoint", "ZANTO_TCPEndPointStatisticalData"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.association);
+        const auto names = walk(Operation::reference_names, source(row.source).path(), row.association);
+        ASSERT_EQ(names.objects.size(), 1u);
+        switchsim::clear_counts();
+        const auto answer = get(names.objects[0]);
+        EXPECT_EQ(answer.rc, 0);
+        EXPECT_TRUE(answer.objects.empty());
+        EXPECT_EQ(answer.null_results, 0u);
+        EXPECT_EQ(switchsim::calls("association_class_build_instance_path"), 0u);
     }
 }
 
