@@ -369,6 +369,7 @@ TEST_F(Rebuilders, AreMissingForThreeAssociationsWhoseGetInstanceAnswersNothing)
         switchsim::clear_counts();
         const auto answer = get(names.objects[0]);
         EXPECT_EQ(answer.rc, 0);
+        EXPECT_EQ(answer.message, "invalid key name"); // no key of theirs is known
         EXPECT_TRUE(answer.objects.empty());
         EXPECT_EQ(answer.null_results, 0u);
         EXPECT_EQ(switchsim::calls("association_class_build_instance_path"), 0u);
