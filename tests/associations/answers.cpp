@@ -18,6 +18,7 @@
 #include "platform/systems.h"
 
 #include <cstring>
+#include <stdexcept>
 
 #include <strings.h>
 
@@ -171,6 +172,9 @@ std::vector<AnswerRow> partners_of_others() {
         {"AN", "get_profile", 1, "ZANTO_FCIPProfile", "ZANTO_FCIPPEbasedOn", key::entity,
             Partner{of_link(fcip::fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint", tunnel_1), "TunnelID", "1",
             {fcip_endpoint_1("ZANTO_FCIPProtocolEndPoint")}}},
+        // The statistical data have no key of their own; asked for by the number of a profile. Names are never returned.
+        {direct, "get_tcp_statical_data", 1, "ZANTO_TCPStatisticalData", "ZANTO_tcpEndPointStatistics", key::entity,
+            Partner{of_link(fcip::tcp_pe_build_instance, "ZANTO_TCPProtocolEndPoint", tunnel_1), "Name", "16777216", {}}},
     };
 }
 
@@ -254,6 +258,13 @@ std::vector<AnswerRow> ties_of_others() {
             Tie{no_line, managed_stats, "ZANTO_TCPEndpointStatisticalData", tcp_3, instance_of_tunnel_3("ZANTO_TCPEndpointStatistics")}},
         {"Rr", "get_profile", 1, "ZANTO_FCIPProfile", "zanto_fcippebasedon", key::entity,
             Tie{no_line, group_part, "ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip_endpoint_1("ZANTO_FCIPProtocolEndpoint")}},
+        // As its key begins with 0, on a switch whose tunnel 1 has that interface index.
+        {direct, "get_tcp_remote_pe", 1, "ZANTO_RemoteTCPPort", "ZANTO_santcpEndpoint", key::if_index,
+            Tie{no_line, realize, "ZANTO_santcpEndpoint",
+                Thing{R"(SystemName="200100005EAA0001",SystemCreationClassName="ZANTO_LogicalComputerSystem",)"
+                      R"(CreationClassName="ZANTO_TCPProtocolEndPoint",Name="0")"}("ZANTO_TCPProtocolEndpoint"),
+                Thing{R"(SystemName="200100005EAA0001",Name="0_0",SystemCreationClassName="ZANTO_LogicalComputerSystem",)"
+                      R"(CreationClassName="ZANTO_RemoteTCPPort")"}("ZANTO_RemoteTCPPort")}},
         // The remote sources: References alone, which have members of their own.
         {"R", "get_fcip_remote_pe", 1, "ZANTO_RemoteFCIPPort", "ZANTO_SANFcipEndpoint", key::peer_address,
             Tie{no_line, realize, "ZANTO_SANFcipEndpoint", fcip_3, remote_fcip_port_3("ZANTO_RemoteFCIPPort")}},
@@ -281,6 +292,13 @@ const std::vector<AnswerRow>& answers() {
         return all;
     }();
     return table;
+}
+
+const AnswerRow& direct_answer(const std::string& member) {
+    for (const AnswerRow& row : answers())
+        if (row.operations == std::string(direct) && row.member == member)
+            return row;
+    throw std::out_of_range(member);
 }
 
 std::vector<AnswerRow> answers_of(char operation) {

@@ -36,7 +36,7 @@ struct Tie {
 };
 
 struct AnswerRow {
-    const char* operations; ///< A and N for a partner's instance and name, R and r for a tie's
+    const char* operations; ///< A and N for a partner's instance and name, R and r for a tie's; "direct" below
     const char* member;     ///< without its ending
     int location;
     const char* source;
@@ -48,11 +48,17 @@ struct AnswerRow {
 /// Asked for, it stands for every name that no other row of the source answers.
 inline constexpr const char* any_name = "*";
 
+/// For rows that no operation of the sources reaches, but a direct call of the member does.
+inline constexpr const char* direct = "d";
+
 /// The table.
 const std::vector<AnswerRow>& answers();
 
 /// Its rows that answer an operation, by the operation's letter.
 std::vector<AnswerRow> answers_of(char operation);
+
+/// The row of a member that answers direct calls only.
+const AnswerRow& direct_answer(const std::string& member);
 
 /// How many objects the table gives an operation.
 std::size_t expected_answers(char operation, const std::string& source, const std::string& asked);

@@ -150,17 +150,17 @@ TEST_F(Associators, NamesOfAnEthernetPortAnswerTheStatisticsClassInsteadOfTheAss
 }
 
 TEST_F(Associators, OfTcpStatisticalDataAnswerTheNameOfAStatisticsClassOnly) {
-    const auto answer = run(fcip::get_tcp_statical_data_associators, "3", "ZANTO_tcpEndPointStatistics").answer;
+    const AnswerRow& row = direct_answer("get_tcp_statical_data");
+    const auto& partner = std::get<Partner>(row.answer);
+    const auto answer = run(fcip::get_tcp_statical_data_associators, "3", row.asked).answer;
     EXPECT_TRUE(reads_key(trace,
                           "Entering get_tcp_statical_data_associators\n"
                           " Function : get_tcp_statical_data_associators Line 1 \n",
-                          key::entity))
+                          row.key))
         << trace;
     ASSERT_EQ(answer.objects.size(), 1u);
-    EXPECT_EQ(answer.objects[0], cmpihost::describe(call([] {
-                  const FcipLinkEntry& link = switchsim::the_switch().links.at(tunnel_1);
-                  return fcip::tcp_pe_build_instance("ZANTO_TCPProtocolEndPoint", "root/cimv2", &link, nullptr);
-              })));
+    EXPECT_EQ(values(answer, partner.identity), std::vector<std::string>{partner.value});
+    EXPECT_EQ(answer.objects[0], cmpihost::describe(call(partner.build)));
     for (const std::string& association : association_classes())
         EXPECT_TRUE(run(fcip::get_tcp_statical_data_associators, "3", association.c_str()).answer.objects.empty())
             << association;

@@ -119,6 +119,8 @@ TEST_F(Matrix, HasEveryRowOfTheTable) {
         const bool is_asked = std::ranges::any_of(
             asked_names(), [&row](const std::string& name) { return strcasecmp(name.c_str(), row.asked) == 0; });
         EXPECT_TRUE(is_asked || row.asked == std::string(any_name)) << row.asked;
+        if (row.operations == std::string(direct))
+            continue;
         EXPECT_EQ(source(row.source).class_name, std::string(row.source));
     }
 }
