@@ -19,7 +19,6 @@
 #include "platform/lock.h"
 #include "platform/ports.h"
 #include "provider/enumeration_routes.h"
-#include "provider/get_routes.h"
 #include "provider/key_scan.h"
 
 namespace fcip {
@@ -94,6 +93,10 @@ const char* name_space_of(const CMPIObjectPath* path) {
 }
 
 } // namespace
+
+std::span<const get_route> get_instance_routes() {
+    return routes;
+}
 
 CMPIStatus FCIP_EnumInstanceNames(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                                   const CMPIObjectPath* path) {
