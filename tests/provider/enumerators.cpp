@@ -348,6 +348,7 @@ TEST_F(Enumerators, PortReadThatFailsEndsTheWalk) {
 TEST_F(Enumerators, FibreChannelPortAssociationHasNoInstances) {
     const auto answer = enumerate_instances("ZANTO_FCPortProtocolEndPoint");
     EXPECT_TRUE(answer.objects.empty());
+    EXPECT_EQ(answer.null_results + answer.invalid_results, 0u);
     EXPECT_EQ(answer.rc, CMPI_RC_OK);
     EXPECT_EQ(trace, "");
     EXPECT_EQ(switchsim::total_calls(), 0u);

@@ -22,6 +22,11 @@ class GetInstance : public RequestTest {
         EXPECT_EQ(answer.message, std::nullopt);
     }
 
+    /// A request that printed nothing but the frame's lines and, between them, what its lookup printed.
+    void expect_trace(const std::string& key_name, const std::string& key_value, const std::string& lookup = "") {
+        EXPECT_EQ(trace, entering + found(key_name, key_value) + lookup + exiting);
+    }
+
     bool printed(const std::string& text) const { return trace.find(text) != std::string::npos; }
 };
 
@@ -178,7 +183,7 @@ TEST_F(GetInstance, FailedLinkErrorsQueryThatLeftARecordIsTraced) {
     switchsim::clear_faults();
     switchsim::inject("fcip_snmp_get_link_errors", Fault::fail_leaving_record);
     EXPECT_EQ(get(path).objects.size(), 1u);
-    EXPECT_TRUE(printed(location));
+    EXPECT_TRUE(printed(location + "Entering tcp_statistical_data_build_instance\n"));
 }
 
 TEST_F(GetInstance, TcpStatisticsOfALinkThatVanishedMeanwhileAreMinusOne) {
@@ -204,6 +209,7 @@ TEST_F(GetInstance, EthernetStatisticsOfAPortThatCannotBeReadGetNothing) {
     for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
         switchsim::inject("pm_cim_get_port_info", fault, 1);
         expect_nothing(get(path_of("ZANTO_EthernetPortStatistics", {{"InstanceID", "-2097152000"}})));
+        expect_trace("InstanceID", "-2097152000");
     }
 }
 
@@ -211,11 +217,18 @@ TEST_F(GetInstance, ProfileNeedsATunnelOfItsNumberAndItsOwnRow) {
     const auto get_profile = [&](const char* key) { return get(path_of("ZANTO_FCIPProfile", {{"InstanceID", key}})); };
     EXPECT_EQ(get_profile("3").objects.size(), 1u); // tunnel 3 and profile 3
     EXPECT_EQ(get_profile("7").objects.size(), 1u); // tunnel 7 and profile 7
-    expect_nothing(get_profile("1"));               // tunnel 1, but no profile 1
+    const std::string lookup_entering = "Entering get_fcip_link_entry_from\n";
+    const std::string lookup_exiting = "Exiting get_fcip_link_entry_from\n";
+    expect_nothing(get_profile("1")); // tunnel 1, but no profile 1
+    expect_trace("InstanceID", "1", lookup_entering + "tunnel id : 1 \nEntry Found" + lookup_exiting);
     the_switch().links.erase(tunnel_3);
-    expect_nothing(get_profile("3"));  // profile 3, but no tunnel 3
+    expect_nothing(get_profile("3")); // profile 3, but no tunnel 3
+    expect_trace("InstanceID", "3", lookup_entering + "tunnel id : 3 \ntunnel id : 3 \n" + lookup_exiting);
     expect_nothing(get_profile("7x")); // tunnel 7, but no profile of this text
+    expect_trace("InstanceID", "7x", lookup_entering + "tunnel id : 7 \ntunnel id : 7 \nEntry Found" + lookup_exiting);
     expect_nothing(get_profile("07"));
+    expect_nothing(get_profile("_")); // too short
+    expect_trace("InstanceID", "_", lookup_entering);
 }
 
 TEST_F(GetInstance, LanEndpointIsBuiltByTheIpEndpointsBuilder) {
@@ -258,6 +271,13 @@ TEST_F(GetInstance, AssociationsAreHandedWholeToTheRebuilders) {
         EXPECT_NE(answer.objects[0].property(role1), nullptr);
         EXPECT_NE(answer.objects[0].property(role2), nullptr);
     }
+}
+
+TEST_F(GetInstance, ReturnDoneIsNeverCalled) {
+    const auto answer = get(path_of("ZANTO_FCIPProtocolEndPoint", {{"Name", "1_"}}));
+    EXPECT_EQ(answer.objects.size(), 1u);
+    EXPECT_FALSE(answer.done);
+    EXPECT_FALSE(get(path_of("ZANTO_FCIPProtocolEndPoint")).done);
 }
 
 TEST_F(GetInstance, LockIsHeldForTheDispatchOnly) {
