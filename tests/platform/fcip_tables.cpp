@@ -236,6 +236,22 @@ TEST_F(FcipTables, ProfileOfADecimalKeyTakesTheFirstMatchAndStops) {
     EXPECT_EQ(port_of(""), 0u);
 }
 
+TEST_F(FcipTables, ProfileByIdEndsAtTheFirstReadThatFailsOrBringsNoRow) {
+    profile(5);
+    profile(7);
+    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+        SCOPED_TRACE(static_cast<int>(fault));
+        switchsim::clear_faults();
+        switchsim::clear_counts();
+        switchsim::inject("fcip_get_entity_entry", fault, 2);
+        profile_.listen_port = 1234;
+        EXPECT_EQ(call([&] { return get_fcip_entity_from("7", &profile_); }), 0);
+        EXPECT_EQ(profile_.listen_port, 1234u);
+        EXPECT_EQ(calls("fcip_get_entity_entry"), 2u) << "not repeated";
+        EXPECT_EQ(trace, "Entering get_fcip_entity_from\nExiting get_fcip_entity_from\n");
+    }
+}
+
 TEST_F(FcipTables, ProfileOfANullKeyIsMinusOneAtOnce) {
     EXPECT_EQ(call([&] { return get_fcip_entity_from(nullptr, &profile_); }), -1);
     EXPECT_EQ(trace, "");
