@@ -420,13 +420,6 @@ TEST_F(KernelIpv6Files, RecordsAreClearedEvenWithoutTheFile) {
     EXPECT_EQ(calls("netcfg_print_ifname"), 1u);
 }
 
-TEST_F(KernelIpv6Files, SystemFileNeedsNoInterfaceName) {
-    EXPECT_EQ(get(0, ip_.data(), icmp_.data()), 0);
-    EXPECT_NE(ip_[ipv6_in_receives], untouched);
-    EXPECT_NE(icmp_[icmpv6_out_redirects], untouched);
-    EXPECT_EQ(calls("netcfg_print_ifname"), 0u);
-}
-
 TEST_F(KernelIpv6Files, EachRecordMayBeNull) {
     EXPECT_EQ(get(0, nullptr, icmp_.data()), 0);
     EXPECT_NE(icmp_, all<34>(untouched));
