@@ -64,15 +64,28 @@ void tcp_endpoint(const Row& row) {
     FcipEntityEntry* profile = profile_of(*row.link);
     read_host_name();
     read_system_name(row.link->link_if_index);
+    write_address(profile->local_address);
     read_connection(*row.link, *profile);
     std::free(profile);
 }
 
-/// The path of either end of a TCP connection, and the instance of the remote one.
 void tcp_path(const Row& row) {
+    FcipEntityEntry* profile = profile_of(*row.link);
+    read_host_name();
+    write_addresses(*profile, *row.link);
+    read_system_name(row.link->link_if_index);
+    std::free(profile);
+}
+
+void remote_tcp_endpoint(const Row& row) {
     read_profile(*row.link);
     read_host_name();
     read_system_name(row.link->link_if_index);
+}
+
+void remote_tcp_path(const Row& row) {
+    remote_tcp_endpoint(row);
+    write_address(row.link->remote_address);
 }
 
 // ---------------------------------------------------------------------------------------------- settings
@@ -234,9 +247,9 @@ constexpr Case all_cases[] = {
     instances("ZANTO_TCPProtocolEndPoint", every_link, tcp_endpoint),
     names("ZANTO_TCPProtocolEndPoint", every_link, tcp_path),
     get("ZANTO_TCPProtocolEndPoint", "Name", last_link, tcp_endpoint),
-    instances("ZANTO_RemoteTCPPort", every_link, tcp_path),
-    names("ZANTO_RemoteTCPPort", every_link, tcp_path),
-    get("ZANTO_RemoteTCPPort", "Name", last_link, tcp_path),
+    instances("ZANTO_RemoteTCPPort", every_link, remote_tcp_endpoint),
+    names("ZANTO_RemoteTCPPort", every_link, remote_tcp_path),
+    get("ZANTO_RemoteTCPPort", "Name", last_link, remote_tcp_endpoint),
     instances("ZANTO_LANEndPoint", every_port, lan_endpoint),
     names("ZANTO_LANEndPoint", every_port, lan_endpoint_path),
     get("ZANTO_LANEndPoint", "Name", last_link, ip_endpoint), // answered by an IP endpoint

@@ -108,13 +108,13 @@ CMPIInstance* new_switch_instance(const char* class_name, const char* name_space
     return new_instance(path);
 }
 
-std::array<char, 64> wwn_text(const std::uint8_t wwn[8]) {
-    std::array<char, 64> text{};
+wwn_name_text wwn_text(const std::uint8_t wwn[8]) {
+    wwn_name_text text{};
     cim_sprintf_wwn(text.data(), wwn);
     return text;
 }
 
-std::array<char, 64> switch_wwn_text() {
+wwn_name_text switch_wwn_text() {
     std::uint8_t wwn[8];
     init_wwn(wwn);
     system_cim_get_switch_wwn(mts_q, wwn);

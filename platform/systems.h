@@ -45,10 +45,13 @@ void set_switch_host(CMPIObjectPath* path);
 /// builders then return it as it is
 CMPIInstance* new_switch_instance(const char* class_name, const char* name_space, const char* exit_trace = nullptr);
 
+/// The text of a WWN, with the room that the platform's texts have.
+using wwn_name_text = std::array<char, 256>;
+
 /// A WWN as the platform writes it.
-std::array<char, 64> wwn_text(const std::uint8_t wwn[8]);
+wwn_name_text wwn_text(const std::uint8_t wwn[8]);
 
 /// The switch's own WWN as text; a WWN that cannot be read counts as all zero.
-std::array<char, 64> switch_wwn_text();
+wwn_name_text switch_wwn_text();
 
 } // namespace fcip

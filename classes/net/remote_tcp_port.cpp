@@ -3,6 +3,7 @@
 #include "common/text.h"
 #include "common/trace.h"
 #include "common/values.h"
+#include "platform/addresses.h"
 #include "platform/fcip_tables.h"
 #include "platform/systems.h"
 
@@ -68,6 +69,7 @@ CMPIObjectPath* tcp_remote_pe_fill_reference(const char* class_name, const char*
         return nullptr;
     set_switch_host(path);
     add_system_name_key(path, link->link_if_index, "Unknown");
+    address_text(link->remote_address); // the text is not used
     add_string_key(path, "Name", name_text(*link).data());
     add_string_key(path, "SystemCreationClassName", logical_computer_system);
     add_string_key(path, "CreationClassName", class_name); // the caller's, unlike the instance's

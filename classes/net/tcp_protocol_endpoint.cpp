@@ -3,6 +3,7 @@
 #include "common/text.h"
 #include "common/trace.h"
 #include "common/values.h"
+#include "platform/addresses.h"
 #include "platform/fcip_tables.h"
 #include "platform/systems.h"
 
@@ -40,6 +41,7 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
     set_string(instance, "NameFormat", "Other");
     set_uint32(instance, "PortNumber", profile.listen_port);
     set_uint32(instance, "RemotePortNumber", link.remote_tcp_port);
+    address_text(profile.local_address); // the text is not used
     if (const auto connection = connection_of(link, profile))
         set_connection_properties(instance, *connection);
 }
@@ -63,13 +65,15 @@ CMPIInstance* tcp_pe_build_instance(const char* class_name, const char* name_spa
 
 CMPIObjectPath* tcp_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
     trace_entering(__func__);
-    const auto profile = profile_of(*link); // only has to be there
+    const auto profile = profile_of(*link);
     if (profile == nullptr)
         return nullptr;
     CMPIObjectPath* path = new_path(name_space, class_name);
     if (path == nullptr)
         return nullptr;
     set_switch_host(path);
+    address_text(profile->local_address); // neither text is used
+    address_text(link->remote_address);
     add_system_name_key(path, link->link_if_index, "LogicalComputerSystem");
     add_string_key(path, "SystemCreationClassName", logical_computer_system);
     add_string_key(path, "CreationClassName", creation_class_name);

@@ -135,7 +135,7 @@ TEST_F(TcpProtocolEndpoint, InstanceAsksThePlatformInTheOrderOfItsProperties) {
     EXPECT_EQ(
         calls_of([&] { build(fcip::tcp_pe_build_instance, tunnel_3); }),
         (std::vector<std::string>{"fcip_get_entity_entry", "getCSName", "pm_cim_get_port_info", "dm_cim_get_dmEntry",
-                                  "vsan_cim_get_vsan_admindomain_key", "fcip_get_tcpconn_entry"}));
+                                  "vsan_cim_get_vsan_admindomain_key", "ip_addr_to_str", "fcip_get_tcpconn_entry"}));
 }
 
 TEST_F(RemoteTcpPort, InstanceHasEveryPropertyInOrder) {
@@ -157,12 +157,12 @@ TEST_F(RemoteTcpPort, PathHasEveryKeyInOrderWithTheCallersClassUnderBothNames) {
 
 TEST_F(RemoteTcpPort, PortsAreCrossedAgainstTheLocalEndpoint) {
     profile().listen_port = 3225;
-    link(tunnel_3).remote_tcp_port = 0x10000 + 3226;
+    link(tunnel_3).remote_tcp_port = 3226;
     const Rows local = rows_of(build(fcip::tcp_pe_build_instance, tunnel_3));
     const Rows remote = rows_of(build(fcip::tcp_remote_pe_build_instance, tunnel_3));
     EXPECT_EQ(value_in(local, "PortNumber"), "3225");
-    EXPECT_EQ(value_in(local, "RemotePortNumber"), "68762");
-    EXPECT_EQ(value_in(remote, "PortNumber"), "68762");
+    EXPECT_EQ(value_in(local, "RemotePortNumber"), "3226");
+    EXPECT_EQ(value_in(remote, "PortNumber"), "3226");
     EXPECT_EQ(value_in(remote, "RemotePortNumber"), "3225");
 }
 
