@@ -1,9 +1,11 @@
 // What the link-based builders of the FCIP family have in common, and where they fail.
+#include "classes/fcip/fcip_protocol_endpoint.h"
 #include "classes/fcip/fcip_settings.h"
 #include "classes/fcip/ip_settings.h"
 #include "classes/fcip/remote_fcip_port.h"
 #include "classes/fcip/tcp_settings.h"
 #include "classes/fcip_class_test.h"
+#include "classes/net_front_broker.h"
 
 namespace test {
 
@@ -20,6 +22,8 @@ struct InstanceCase {
 };
 
 const InstanceCase instance_cases[] = {
+    {"fcip_pe_build_instance", fcip::fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint", "SystemCreationClassName",
+     entering("fcip_pe_build_instance")},
     {"fcip_remote_pe_build_instance", fcip::fcip_remote_pe_build_instance, "ZANTO_RemoteFCIPPort",
      "SystemCreationClassName", entering("fcip_remote_pe_build_instance")},
     {"fcip_settings_build_instance", fcip::fcip_settings_build_instance, "ZANTO_FCIPSettings",
@@ -92,6 +96,19 @@ TEST_P(LinkInstanceBuilder, ReturnsAnInstanceWithoutHandleAsItIs) {
     EXPECT_EQ(trace, entering(GetParam().name));
 }
 
+TEST_P(LinkInstanceBuilder, GivesTheSameWhenTheBrokerReportsErrors) {
+    const Rows undisturbed = properties(build(GetParam().builder, tunnel()));
+    const FrontBroker front(FrontBroker::makes::objects_that_report_errors);
+    EXPECT_EQ(properties(build(GetParam().builder, tunnel())), undisturbed);
+    EXPECT_EQ(FrontBroker::errors_reported(), undisturbed.size());
+}
+
+TEST_P(LinkInstanceBuilder, FiltersOnceWithAnEmptyListOfKeys) {
+    const FrontBroker front;
+    build(GetParam().builder, tunnel());
+    EXPECT_EQ(FrontBroker::filter_keys(), std::vector<int>{0});
+}
+
 TEST_P(LinkInstanceBuilder, AFaultInAnyPlatformCallIsGoneWithTheNextRequest) {
     const Rows healthy = properties(build(GetParam().builder, tunnel()));
     const auto calls = static_cast<unsigned>(switchsim::recorded_calls().size());
@@ -150,6 +167,18 @@ TEST_P(SettingsPathBuilder, MakesTheRequestedClassInTheNamespaceOfTheSwitch) {
               "Zanto_OtherSpelling root/cimv2 switch-a");
 }
 
+TEST_P(SettingsPathBuilder, ASwitchWithoutNameGivesAnEmptyHost) {
+    the_switch().has_name = false;
+    EXPECT_EQ(origin(build(GetParam().builder, tunnel())), "ZANTO_AskedFor root/cimv2 ");
+}
+
+TEST_P(SettingsPathBuilder, GivesTheSameWhenTheBrokerReportsErrors) {
+    const Rows undisturbed = keys(build(GetParam().builder, tunnel()));
+    const FrontBroker front(FrontBroker::makes::objects_that_report_errors);
+    EXPECT_EQ(keys(build(GetParam().builder, tunnel())), undisturbed);
+    EXPECT_EQ(FrontBroker::errors_reported(), undisturbed.size());
+}
+
 TEST_P(SettingsPathBuilder, TracesItsLine) {
     build(GetParam().builder, tunnel());
     EXPECT_EQ(trace, entering(GetParam().name) + location(GetParam().name, GetParam().line) + exiting(GetParam().name));
@@ -184,22 +213,48 @@ TEST_P(SettingsPathBuilder, WithAPathWithoutHandleIsNull) {
 INSTANTIATE_TEST_SUITE_P(Fcip, SettingsPathBuilder, ::testing::ValuesIn(settings_path_cases),
                          [](const auto& one) { return one.param.name; });
 
-class RemoteFcipPortPath : public FcipClassTest {};
+struct TunnelPathCase {
+    const char* name;
+    fcip::link_path_builder* builder;
+};
 
-TEST_F(RemoteFcipPortPath, WithAnUnreadableProfileIsNull) {
+const TunnelPathCase tunnel_path_cases[] = {
+    {"fcip_pe_fill_reference", fcip::fcip_pe_fill_reference},
+    {"fcip_remote_pe_fill_reference", fcip::fcip_remote_pe_fill_reference},
+};
+
+class TunnelPathBuilder : public FcipClassTest, public ::testing::WithParamInterface<TunnelPathCase> {};
+
+TEST_P(TunnelPathBuilder, WithAnUnreadableProfileIsNull) {
     for (const Fault fault : read_faults) {
         switchsim::inject("fcip_get_entity_entry", fault);
-        EXPECT_EQ(build(fcip::fcip_remote_pe_fill_reference, tunnel()), nullptr);
+        EXPECT_EQ(build(GetParam().builder, tunnel()), nullptr);
         EXPECT_EQ(trace, "");
         switchsim::clear_faults();
     }
 }
 
-TEST_F(RemoteFcipPortPath, WithoutPathIsNull) {
+TEST_P(TunnelPathBuilder, WithoutPathIsNull) {
     scope.fail_object(1);
-    EXPECT_EQ(build(fcip::fcip_remote_pe_fill_reference, tunnel()), nullptr);
+    EXPECT_EQ(build(GetParam().builder, tunnel()), nullptr);
     EXPECT_EQ(switchsim::calls("pm_cim_get_port_info"), 0u);
 }
+
+TEST_P(TunnelPathBuilder, ReturnsAPathWithoutHandleAsItIs) {
+    const FrontBroker front(FrontBroker::makes::paths_without_handle);
+    EXPECT_EQ(build(GetParam().builder, tunnel()), FrontBroker::path_without_handle());
+    EXPECT_EQ(trace, "");
+}
+
+TEST_P(TunnelPathBuilder, GivesTheSameWhenTheBrokerReportsErrors) {
+    const Rows undisturbed = keys(build(GetParam().builder, tunnel()));
+    const FrontBroker front(FrontBroker::makes::objects_that_report_errors);
+    EXPECT_EQ(keys(build(GetParam().builder, tunnel())), undisturbed);
+    EXPECT_EQ(FrontBroker::errors_reported(), undisturbed.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(Fcip, TunnelPathBuilder, ::testing::ValuesIn(tunnel_path_cases),
+                         [](const auto& one) { return one.param.name; });
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "classes/fcip/ip_settings.h"
 
 #include "classes/fcip_class_test.h"
+#include "classes/kernel_counter_reads.h"
 
 namespace test {
 
@@ -61,6 +62,19 @@ TEST_F(IpSettings, InstanceIsAskedForInTheOrderOfItsProperties) {
                                                      "mts_recv",
                                                      "cmi_req_resp"};
     EXPECT_EQ(asked, expected_calls);
+}
+
+TEST_F(IpSettings, KernelsIpCountersAreReadOnceBehindTheConfiguration) {
+    kernel_counter_reads.clear();
+    build(ip_settings_build_instance, tunnel());
+    EXPECT_EQ(kernel_counter_reads, (std::vector<std::string>{"cmi_req_resp"}));
+}
+
+TEST_F(IpSettings, KernelsCountersAreNotReadWithoutTheConfiguration) {
+    kernel_counter_reads.clear();
+    the_switch().ip_configuration.reset();
+    build(ip_settings_build_instance, tunnel());
+    EXPECT_EQ(kernel_counter_reads, std::vector<std::string>{});
 }
 
 TEST_F(IpSettings, StatisticsAreAskedOfTheEthernetInterfaceWithFlag1) {

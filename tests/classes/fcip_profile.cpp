@@ -1,6 +1,7 @@
 #include "classes/fcip/fcip_profile.h"
 
 #include "classes/fcip_class_test.h"
+#include "classes/net_front_broker.h"
 
 namespace test {
 
@@ -118,6 +119,27 @@ TEST_F(FcipProfile, PathTracesNothing) {
 TEST_F(FcipProfile, InstanceHasTheSwitchAsHostAndThePathHasNone) {
     EXPECT_EQ(origin(build(profile())), "ZANTO_AskedFor root/cimv2 switch-a");
     EXPECT_EQ(origin(path_of(profile())), "ZANTO_AskedFor root/cimv2 -");
+}
+
+TEST_F(FcipProfile, ASwitchWithoutNameGivesTheInstanceAnEmptyHost) {
+    the_switch().has_name = false;
+    EXPECT_EQ(origin(build(profile())), "ZANTO_AskedFor root/cimv2 ");
+}
+
+TEST_F(FcipProfile, BothAreTheSameWhenTheBrokerReportsErrors) {
+    const Rows all_properties = properties(build(profile()));
+    const Rows all_keys = keys(path_of(profile()));
+    const FrontBroker front(FrontBroker::makes::objects_that_report_errors);
+    EXPECT_EQ(properties(build(profile())), all_properties);
+    EXPECT_EQ(FrontBroker::errors_reported(), all_properties.size());
+    EXPECT_EQ(keys(path_of(profile())), all_keys);
+    EXPECT_EQ(FrontBroker::errors_reported(), all_properties.size() + all_keys.size());
+}
+
+TEST_F(FcipProfile, InstanceIsFilteredOnceWithAnEmptyListOfKeys) {
+    const FrontBroker front;
+    build(profile());
+    EXPECT_EQ(FrontBroker::filter_keys(), std::vector<int>{0});
 }
 
 TEST_F(FcipProfile, TheRowIsTakenAsItIsAndOnlyTheSwitchNameAndTheAddressAreAskedFor) {

@@ -1,6 +1,7 @@
 #include "classes/fcip/tcp_settings.h"
 
 #include "classes/fcip_class_test.h"
+#include "classes/kernel_counter_reads.h"
 #include "common/results.h"
 
 namespace test {
@@ -59,6 +60,12 @@ TEST_F(TcpSettings, InstanceIsAskedForInOrder) {
                                                      "dm_cim_get_dmEntry",
                                                      "vsan_cim_get_vsan_admindomain_key"};
     EXPECT_EQ(asked, expected_calls);
+}
+
+TEST_F(TcpSettings, KernelsIpCountersAreReadOnceBehindTheSystemName) {
+    kernel_counter_reads.clear();
+    build(tcp_settings_build_instance, tunnel());
+    EXPECT_EQ(kernel_counter_reads, (std::vector<std::string>{"vsan_cim_get_vsan_admindomain_key"}));
 }
 
 TEST_F(TcpSettings, StatisticsAreAskedOfTheEthernetInterface) {

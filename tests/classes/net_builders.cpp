@@ -215,6 +215,20 @@ TEST_P(NetInstances, ComeBackAsTheyAreWhenTheyHaveNoHandle) {
     EXPECT_EQ(trace, entering());
 }
 
+TEST_P(NetInstances, AreTheSameWhenTheBrokerReportsErrors) {
+    const Rows undisturbed = rows_of(build(GetParam()));
+    const FrontBroker front(FrontBroker::makes::objects_that_report_errors);
+    EXPECT_EQ(rows_of(build(GetParam())), undisturbed);
+    EXPECT_EQ(FrontBroker::errors_reported(), FrontBroker::set().size());
+    EXPECT_GE(FrontBroker::errors_reported(), undisturbed.size());
+}
+
+TEST_P(NetInstances, AreFilteredOnceWithAnEmptyListOfKeys) {
+    const FrontBroker front;
+    build(GetParam());
+    EXPECT_EQ(FrontBroker::filter_keys(), std::vector<int>{0});
+}
+
 TEST_P(NetInstances, SurviveEveryFaultOfEveryPlatformCall) {
     sweep([&] { return build(GetParam()); });
 }
@@ -245,6 +259,13 @@ TEST_P(NetPaths, ComeBackAsTheyAreWhenTheyHaveNoHandle) {
     const FrontBroker front(FrontBroker::makes::paths_without_handle);
     EXPECT_EQ(fill(GetParam()), FrontBroker::path_without_handle());
     EXPECT_EQ(trace, GetParam().trace_without_handle);
+}
+
+TEST_P(NetPaths, AreTheSameWhenTheBrokerReportsErrors) {
+    const Rows undisturbed = rows_of(fill(GetParam()));
+    const FrontBroker front(FrontBroker::makes::objects_that_report_errors);
+    EXPECT_EQ(rows_of(fill(GetParam())), undisturbed);
+    EXPECT_EQ(FrontBroker::errors_reported(), undisturbed.size());
 }
 
 TEST_P(NetPaths, SurviveEveryFaultOfEveryPlatformCall) {

@@ -84,6 +84,12 @@ TEST_F(RemoteIpServiceAccessPoint, UnknownPortLeavesTheInstanceAnEmptySystemName
     EXPECT_EQ(rows_of(fill(fill_reference)), with(tunnel_1_keys, "SystemName", "Unknown"));
 }
 
+TEST_F(RemoteIpServiceAccessPoint, UnknownDomainGivesTheInstanceTheSystemNameNullButThePathUnknown) {
+    the_switch().vsans.at(1).domain.reset();
+    EXPECT_EQ(rows_of(build(build_instance)), with(tunnel_1_properties, "SystemName", "NULL"));
+    EXPECT_EQ(rows_of(fill(fill_reference)), with(tunnel_1_keys, "SystemName", "Unknown"));
+}
+
 TEST_F(RemoteIpServiceAccessPoint, PathAsksForTheSystemNameTwice) {
     the_switch().ports.erase(fcip_1);
     fill(fill_reference);

@@ -147,6 +147,22 @@ TEST_F(TcpEndpointStatistics, IsNullWithoutProfile) {
     EXPECT_EQ(scope.objects_made(), 0U);
 }
 
+TEST_F(TcpEndpointStatistics, CallersProfileNeedNotExist) {
+    FcipLinkEntry row = link(tunnel_3);
+    row.entity_id = 99;
+    EXPECT_EQ(rows_of(build_from(fcip::tcp_statistics_build_instance, row)), endpoint_properties);
+}
+
+TEST_F(TcpEndpointStatistics, IsNullWithoutTheProfileOfTheLinkReadAnew) {
+    const FcipLinkEntry row = link(tunnel_3);
+    FcipLinkEntry other = row;
+    other.entity_id = 1;
+    the_switch().links[{1, 2}] = other; // the first with the index; profile 1 does not exist
+    EXPECT_EQ(build_from(fcip::tcp_statistics_build_instance, row), nullptr);
+    EXPECT_EQ(trace, "Entering tcp_statistics_build_instance\n"
+                     " Function : tcp_statistics_build_instance Line 738 \n");
+}
+
 TEST_F(TcpStatisticalData, InstanceHasEveryPropertyInOrder) {
     EXPECT_EQ(rows_of(build_it()), data_properties);
     EXPECT_EQ(trace, "Entering tcp_statistical_data_build_instance\n"

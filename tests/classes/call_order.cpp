@@ -1,0 +1,104 @@
+// In which order builders ask the platform, for those whose own tests do not say.
+#include "classes/fcip/fcip_protocol_endpoint.h"
+#include "classes/fcip/remote_fcip_port.h"
+#include "classes/net/ip_statistics.h"
+#include "classes/net/remote_ip_service_access_point.h"
+#include "classes/net/remote_tcp_port.h"
+#include "classes/net/tcp_protocol_endpoint.h"
+#include "classes/net/tcp_statistics.h"
+#include "classes/net_test.h"
+
+using namespace test;
+
+namespace {
+
+using Calls = std::vector<std::string>;
+
+/// One after the other.
+Calls operator+(Calls first, const Calls& then) {
+    first.insert(first.end(), then.begin(), then.end());
+    return first;
+}
+
+const Calls profile = {"fcip_get_entity_entry"};
+const Calls link_anew = {"fcip_get_link_entry", "fcip_get_link_entry"}; // tunnel 3 is the second row
+const Calls host = {"getCSName"};
+const Calls system_name = {"pm_cim_get_port_info", "dm_cim_get_dmEntry", "vsan_cim_get_vsan_admindomain_key"};
+const Calls one_address = {"ip_addr_to_str"};
+const Calls two_addresses = one_address + one_address;
+const Calls both_wwns = {"cim_sprintf_wwn", "system_cim_get_switch_wwn", "cim_sprintf_wwn"};
+const Calls ip_counters = {"if_index_get_slot",       "if_index_get_port", "hton_if_index",
+                           "idxmap_node_by_if_index", "mts_send",          "mts_recv"};
+const Calls tcp_counters = ip_counters + Calls{"mts_recv"}; // the reply and its continuation
+
+template <typename Builder>
+struct Case {
+    const char* name;
+    Builder* builder;
+    Calls calls;
+};
+
+// clang-format off
+const Case<fcip::link_instance_builder> instance_cases[] = {
+    {"fcip_pe_build_instance", fcip::fcip_pe_build_instance,
+     profile + host + system_name + two_addresses + both_wwns},
+    {"ip_remote_pe_build_instance", fcip::ip_remote_pe_build_instance,
+     profile + host + system_name + two_addresses},
+    {"ip_statistics_build_instance", fcip::ip_statistics_build_instance,
+     host + ip_counters + system_name},
+    {"tcp_statistics_build_instance", fcip::tcp_statistics_build_instance,
+     link_anew + profile + host + tcp_counters + system_name},
+    {"tcp_statistical_data_build_instance", fcip::tcp_statistical_data_build_instance,
+     host + link_anew + tcp_counters + system_name},
+};
+
+const Case<fcip::link_path_builder> path_cases[] = {
+    {"fcip_pe_fill_reference", fcip::fcip_pe_fill_reference, // no host
+     profile + system_name + two_addresses},
+    {"fcip_remote_pe_fill_reference", fcip::fcip_remote_pe_fill_reference, // no host
+     profile + system_name + two_addresses},
+    {"ip_remote_pe_fill_reference", fcip::ip_remote_pe_fill_reference,
+     profile + system_name + host + two_addresses + system_name},
+    {"tcp_pe_fill_reference", fcip::tcp_pe_fill_reference,
+     profile + host + two_addresses + system_name},
+    {"tcp_remote_pe_fill_reference", fcip::tcp_remote_pe_fill_reference,
+     profile + host + system_name + one_address},
+    {"remote_service_ap_fill_reference", fcip::remote_service_ap_fill_reference,
+     profile + host + system_name + one_address},
+};
+// clang-format on
+
+std::string name_of(const auto& info) {
+    return info.param.name;
+}
+
+class CallOrder : public NetTest {
+  protected:
+    /// Without the queue's own accessors, which come with every exchange.
+    template <typename F>
+    Calls calls_in_order(F f) {
+        Calls calls = calls_of(f);
+        std::erase_if(calls, [](const std::string& name) {
+            return name.starts_with("mts_") && name != "mts_send" && name != "mts_recv";
+        });
+        return calls;
+    }
+};
+
+class InstanceCallOrder : public CallOrder, public testing::WithParamInterface<Case<fcip::link_instance_builder>> {};
+class PathCallOrder : public CallOrder, public testing::WithParamInterface<Case<fcip::link_path_builder>> {};
+
+INSTANTIATE_TEST_SUITE_P(Builders, InstanceCallOrder, testing::ValuesIn(instance_cases),
+                         name_of<testing::TestParamInfo<Case<fcip::link_instance_builder>>>);
+INSTANTIATE_TEST_SUITE_P(Builders, PathCallOrder, testing::ValuesIn(path_cases),
+                         name_of<testing::TestParamInfo<Case<fcip::link_path_builder>>>);
+
+} // namespace
+
+TEST_P(InstanceCallOrder, IsThatOfTheProperties) {
+    EXPECT_EQ(calls_in_order([&] { build(GetParam().builder, tunnel_3); }), GetParam().calls);
+}
+
+TEST_P(PathCallOrder, IsThatOfTheKeys) {
+    EXPECT_EQ(calls_in_order([&] { fill(GetParam().builder, tunnel_3); }), GetParam().calls);
+}
