@@ -17,16 +17,14 @@ namespace {
 /// The texts of an operation.
 struct operation {
     const char* name;
-    const char* found_key; ///< printf format
+    const char* found_end; ///< ends the line of a key that is found
     const char* no_key;    ///< printed as it stands
 };
 
-constexpr operation associators{"FCIP_Associators", "\tfound key %s : %s\n", "associators can't find key\n"};
-constexpr operation associator_names{"FCIP_AssociatorNames", "\tfound key %s : %s\n",
-                                     "associator names can't find key\n"};
-constexpr operation references{"FCIP_References", "\tfound key %s : %s \n", "references can't find key\n"};
-constexpr operation reference_names{"FCIP_ReferenceNames", "\tfound key %s : %s \n",
-                                    "references names can't find key\n"};
+constexpr operation associators{"FCIP_Associators", "\n", "associators can't find key\n"};
+constexpr operation associator_names{"FCIP_AssociatorNames", "\n", "associator names can't find key\n"};
+constexpr operation references{"FCIP_References", " \n", "references can't find key\n"};
+constexpr operation reference_names{"FCIP_ReferenceNames", " \n", "references names can't find key\n"};
 
 /// The first row whose class it is; null if there is none.
 template <typename Member>
@@ -43,7 +41,7 @@ CMPIStatus answer(const operation& asked, std::span<const association_route<Memb
                   Call call) {
     const char* class_name = chars_of(CMGetClassName(path, nullptr));
     trace_entering(asked.name);
-    const found_key key = scan_keys(class_name, path, asked.found_key);
+    const found_key key = scan_keys(class_name, path, asked.found_end);
     if (!key.found) {
         std::printf("%s", asked.no_key);
         return key_not_found();

@@ -123,7 +123,7 @@ CMPIStatus FCIP_GetInstance(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context
     const char* class_name = class_of(path);
     const char* name_space = name_space_of(path);
     trace_entering(__func__);
-    const found_key key = scan_keys(class_name, path, "\tfound key %s : %s\n");
+    const found_key key = scan_keys(class_name, path, "\n");
     if (!key.found) {
         std::printf("getInstance can't find key\n");
         return key_not_found();

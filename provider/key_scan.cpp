@@ -1,12 +1,13 @@
 #include "provider/key_scan.h"
 
 #include "common/text.h"
+#include "common/trace.h"
 #include "common/values.h"
 #include "provider/class_catalogue.h"
 
 namespace fcip {
 
-found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* found_format) {
+found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* line_end) {
     const class_key* wanted = key_of(class_name);
     found_key key;
     const CMPICount count = CMGetKeyCount(path, nullptr);
@@ -19,7 +20,13 @@ found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const ch
         key.found = true;
         if (data.type == CMPI_string) {
             key.value = copy_text<254>(chars_of(data.value.string));
-            std::printf(found_format, key_name.data(), key.value.data());
+            trace_lines()
+                .text("\tfound key ")
+                .text(key_name.data())
+                .text(" : ")
+                .text(key.value.data())
+                .text(line_end)
+                .print();
         }
     }
     return key;

@@ -14,8 +14,8 @@ struct found_key {
 };
 
 /// Looks through a path's keys, in their order, for the first that check_key_name() accepts for the class.
-/// @param found_format what to print when it is a string: a printf format for its name and its value
-found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* found_format);
+/// @param line_end what ends the line that is printed when it is a string
+found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* line_end);
 
 /// The status of a get or association request whose path has no such key: OK, with the message "invalid key name".
 CMPIStatus key_not_found();

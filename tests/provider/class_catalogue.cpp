@@ -109,7 +109,7 @@ class KeyScan : public ProviderTest {
     fcip::found_key scan(const std::string& class_name, std::vector<cmpihost::Property> keys) {
         cmpihost::Object path{class_name, "root/cimv2", std::nullopt, std::move(keys), {}};
         const CMPIObjectPath* cmpi_path = cmpihost::new_path(path);
-        return captured([&] { return fcip::scan_keys(class_name.c_str(), cmpi_path, "\tfound key %s : %s\n"); });
+        return captured([&] { return fcip::scan_keys(class_name.c_str(), cmpi_path, "\n"); });
     }
 };
 
