@@ -18,7 +18,8 @@ std::vector<std::string> opened;          ///< names and modes, in order
 } // namespace
 
 extern "C" std::FILE* __real_fopen(const char* name, const char* mode);
-extern "C" std::FILE* __wrap_fopen(const char* name, const char* mode);
+// Not hidden: a sanitizer's library refers to it, too.
+extern "C" [[gnu::visibility("default")]] std::FILE* __wrap_fopen(const char* name, const char* mode);
 
 std::FILE* __wrap_fopen(const char* name, const char* mode) {
     if (!answering)
