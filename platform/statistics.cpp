@@ -86,7 +86,7 @@ int drain_replies() {
 
 void trace_request(const char* function, std::uint32_t if_index) {
     trace_entering(function);
-    std::printf("\ntol : if_index %d\n", as_signed(if_index));
+    trace_lines().number("\ntol : if_index ", as_signed(if_index), "\n").print();
 }
 
 } // namespace

@@ -25,7 +25,7 @@ constexpr std::size_t system_name_length = 20;
 bool vsan_key(std::uint32_t if_index, key_text& key) {
     std::uint32_t vsan_id = 0;
     get_vsan_id(if_index, &vsan_id); // a failure leaves VSAN 0
-    std::printf("vsan_index %d \n", as_signed(vsan_id));
+    trace_lines().number("vsan_index ", as_signed(vsan_id), " \n").print();
 
     opaque_entry vsan;
     opaque_entry domain;

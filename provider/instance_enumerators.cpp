@@ -120,7 +120,7 @@ int get_all_fcip_profiles(const char* class_name, const CMPIResult* result, cons
 int get_all_eth_stat_instances(const char* class_name, const CMPIResult* result, const char** properties,
                                const char* name_space) {
     walk_ports([&](const PmPortInfo& port) {
-        std::printf("if_index %d \n", as_signed(port_if_index(port)));
+        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
         if (may_have_statistics(type_of(port_if_index(port))))
             return_instance(result, eth_statistics_build_instance(class_name, name_space, &port, properties));
         return walk::go_on; // other ports are skipped; the walks below end there
@@ -131,7 +131,7 @@ int get_all_eth_stat_instances(const char* class_name, const CMPIResult* result,
 int get_all_lan_endpoint_instances(const char* class_name, const CMPIResult* result, const char** properties,
                                    const char* name_space) {
     walk_ports([&](const PmPortInfo& port) {
-        std::printf("if_index %d \n", as_signed(port_if_index(port)));
+        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
         if (!type_of(port_if_index(port)).is(interface_kind_ethernet))
             return walk::stop;
         return_instance(result, lan_endpoint_build_instance(class_name, name_space, port_if_index(port), properties));
@@ -144,7 +144,7 @@ int get_all_eth_stat_data_instances(const char* class_name, const CMPIResult* re
                                     const char* name_space) {
     std::printf("\n Entering get_all_eth_stat_data_instances \n ");
     walk_ports([&](PmPortInfo& port) {
-        std::printf("tol:if_index %d \n", as_signed(port_if_index(port)));
+        trace_lines().number("tol:if_index ", as_signed(port_if_index(port)), " \n").print();
         const interface_type type = type_of(port_if_index(port));
         if (!type.is(interface_kind_ethernet)) {
             std::printf("\ntol : not a ethernet port\n ");

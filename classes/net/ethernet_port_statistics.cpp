@@ -103,9 +103,11 @@ void set_mac_statistics(CMPIInstance* instance, const mac_statistics& reply) {
     const auto printed = [&reply](std::size_t slot) { // the low half
         return as_signed(static_cast<std::uint32_t>(slot_value(reply, slot)));
     };
-    std::printf("\ntol : ret_code = 0\n ");
-    std::printf("Bytes Tran %d \n", printed(0));
-    std::printf("Bytes Received %d\n", printed(10));
+    trace_lines()
+        .text("\ntol : ret_code = 0\n ")
+        .number("Bytes Tran ", printed(0), " \n")
+        .number("Bytes Received ", printed(10), "\n")
+        .print();
     for (const slot_row& row : slot_rows) {
         const std::uint64_t value = slot_value(reply, row.slot);
         if (row.taken == part::whole)

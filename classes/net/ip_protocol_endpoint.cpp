@@ -112,7 +112,7 @@ void add_keys(CMPIObjectPath* path, const FcipLinkEntry& link, const FcipEntityE
     const auto local = address_text(profile.local_address);
     const auto remote = address_text(link.remote_address);
     const auto name = name_text(link, local.data(), remote.data());
-    std::printf("%s \n", name.data());
+    trace_lines().text(name.data()).text(" \n").print();
     add_string_key(path, "SystemCreationClassName", logical_computer_system);
     add_string_key(path, "CreationClassName", creation_class_name);
     add_string_key(path, "Name", name.data());
