@@ -11,8 +11,6 @@
 #include <sstream>
 #include <string>
 
-#include <unistd.h>
-
 namespace fcip {
 namespace {
 
@@ -427,24 +425,6 @@ TEST_F(KernelIpv6Files, EachRecordMayBeNull) {
     EXPECT_EQ(get(0, ip_.data(), nullptr), 0);
     EXPECT_NE(ip_, all<23>(untouched));
     EXPECT_EQ(get(0, nullptr, nullptr), 0);
-}
-
-TEST_F(KernelIpv6Files, PerInterfaceFileIsNamedAfterTheKernelInterface) {
-    // A kernel name that leads out of /proc/net/dev_snmp6 to a file of ours; hosts without that folder have none.
-    char file_name[] = "/tmp/fcip-XXXXXX";
-    const int descriptor = mkstemp(file_name);
-    ASSERT_GE(descriptor, 0);
-    close(descriptor);
-    std::ofstream(file_name) << text_of(full_file(), "ifIndex \t2\n");
-    the_switch().ports[12].kernel_name = std::string("../../../..") + file_name;
-    const bool can_be_reached = std::ifstream("/proc/net/dev_snmp6/../../../.." + std::string(file_name)).good();
-
-    EXPECT_EQ(get(12, ip_.data(), icmp_.data()), 0);
-    if (can_be_reached)
-        expect_full({ip_, icmp_});
-    else
-        EXPECT_EQ(ip_, ipv6_counters{});
-    std::remove(file_name);
 }
 
 TEST_F(KernelIpv6Files, InterfaceWithoutANameReadsNothing) {
