@@ -321,6 +321,23 @@ TEST_F(BindsTo, SanIpEndpointEndsAtTheFcipEndpoint) {
               fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint"));
 }
 
+TEST_F(BindsTo, SanIpEndpointBeginsAtARemoteIpPort) {
+    EXPECT_EQ(values(enumerate_instances("ZANTO_SANIPEndpoint"), "Antecedent").at(1),
+              remote_ip_port_3("ZANTO_RemoteIPPort"));
+}
+
+TEST_F(BindsTo, SystemsStandFirstNamedAfterTheirDomainWhereReferencesNameThemAfterTheVsan) {
+    const std::string by_domain = R"(Name="200100005EAA0001")";
+    const std::string by_vsan = R"(Name="VSAN0001")";
+    for (const char* association :
+         {"ZANTO_SwitchHostedFCIPAccessPoint", "ZANTO_SwitchHostedIPAccessPoint", "ZANTO_SwitchHostedTCPAccessPoint"})
+        EXPECT_NE(values(enumerate_instances(association), "Antecedent").at(1).find(by_domain), std::string::npos)
+            << association;
+    const auto referred =
+        walk(Operation::references, source("ZANTO_FCIPProtocolEndPoint").path(), "ZANTO_SwitchHostedFCIPAccessPoint");
+    EXPECT_NE(values(referred, "Antecedent").at(0).find(by_vsan), std::string::npos);
+}
+
 TEST_F(BindsTo, TcpStatisticsAreTiedToTheFcipEndpoint) {
     EXPECT_EQ(values(enumerate_instances("ZANTO_TCPEndPointStatisticalData"), "ManagedElement").at(1),
               fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint"));

@@ -163,6 +163,14 @@ TEST_F(References, TcpEndpointAnswersTheMisspeltFcipTcpEnpointOnly) {
     EXPECT_TRUE(walk(Operation::reference_names, from, "ZANTO_FCIPTCPEndpoint").objects.empty());
 }
 
+TEST_F(References, SomeBearTheClientsSpellingAndSomeTheirOwnName) {
+    const auto named = [this](const char* from, const char* asked) {
+        return walk(Operation::references, source(from).path(), asked).objects.at(0).class_name;
+    };
+    EXPECT_EQ(named("ZANTO_IPProtocolEndPoint", "zanto_tcpipendpoint"), "zanto_tcpipendpoint");
+    EXPECT_EQ(named("ZANTO_FCIPProtocolEndPoint", "zanto_fciptcpendpoint"), "ZANTO_FCIPTCPEndpoint");
+}
+
 TEST_F(References, EthernetPortNamesItsLanEndpointAssociationIpElementSettingData) {
     const auto answer =
         walk(Operation::references, source("ZANTO_EthernetPort").path(), "ZANTO_EthernetPortProtocolEndpoint");
