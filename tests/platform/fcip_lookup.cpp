@@ -224,6 +224,18 @@ TEST_F(FcipLookup, TraceOfAKeyThatNamesNoRow) {
     EXPECT_EQ(trace, entering + "if_index : 99 \nif_index : 99 \nif_index : 99 \n" + exiting);
 }
 
+TEST_F(FcipLookup, TraceOfManyRowsIsWholeAndInOrder) {
+    the_switch().links.clear();
+    std::string rows;
+    for (std::uint32_t index = 0; index < 1000; ++index) {
+        link(3, index, index).ethernet_if_index = 100 + index;
+        rows += location(113) + "if_index : -1 \n ret_entry->vrkFcipLinkExtEthIfIndex " + std::to_string(100 + index) +
+                " \n";
+    }
+    find("-1:x", lookup_mode::ethernet_if_index);
+    EXPECT_EQ(trace, entering + rows + exiting);
+}
+
 TEST_F(FcipLookup, UnknownModeMatchesNoRowAndPrintsNothingOfIt) {
     for (const int number : {0, 8, -1}) {
         EXPECT_EQ(found("3", static_cast<lookup_mode>(number)), no_row) << number;
