@@ -4,8 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
+#include <initializer_list>
+#include <string_view>
 
 namespace fcip {
 
@@ -18,12 +19,13 @@ constexpr std::int32_t as_signed(std::uint32_t index) {
     return static_cast<std::int32_t>(index);
 }
 
-/// A text of at most Size - 1 characters, formatted as printf does and cut where it is longer.
-template <std::size_t Size, typename... Arguments>
-std::array<char, Size> format_text(const char* format, Arguments... arguments) {
+/// Texts put together, cut after Size - 1 characters.
+template <std::size_t Size>
+std::array<char, Size> join_text(std::initializer_list<std::string_view> parts) {
     std::array<char, Size> text{};
-    if (std::snprintf(text.data(), text.size(), format, arguments...) < 0) // looked at: else gcc warns of wanted cuts
-        text = {};
+    std::size_t length = 0;
+    for (const std::string_view part : parts)
+        length += part.copy(text.data() + length, Size - 1 - length);
     return text;
 }
 

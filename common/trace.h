@@ -15,7 +15,7 @@ class trace_lines {
   public:
     trace_lines() {} // which leaves the text unset: it is not to be cleared for each line
 
-    /// Texts longer than 4,096 characters are cut.
+    /// Texts longer than 16,384 characters are cut.
     trace_lines& text(std::string_view text) {
         if (text.size() > room())
             text = make_room(text);
@@ -50,7 +50,7 @@ class trace_lines {
     /// Prints; @return as much of `text` as there is room for then
     std::string_view make_room(std::string_view text);
 
-    std::array<char, 4096> text_;
+    std::array<char, 16384> text_;
     std::size_t size_ = 0;
 };
 

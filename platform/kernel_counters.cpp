@@ -57,7 +57,7 @@ void scan_values(const line_text& line, std::string_view name, std::size_t skipp
 /// Scans one "NAME NUMBER" line. A line of another name stays unread from the first character that differs, so that no
 /// later scan matches either.
 void scan_line(std::FILE* file, const char* name, std::uint32_t& counter) {
-    const auto format = format_text<64>("%s %%lu\n", name);
+    const auto format = join_text<64>({name, " %lu\n"});
     unsigned long value = 0;
     if (std::fscanf(file, format.data(), &value) == 1)
         counter = saturated(value);
@@ -122,7 +122,7 @@ open_file open_ipv6_file(std::uint32_t if_index) {
         return open_file(std::fopen("/proc/net/snmp6", "r"));
     std::array<char, 256> name{};
     netcfg_print_ifname(name.data(), if_index);
-    return open_file(std::fopen(format_text<512>("/proc/net/dev_snmp6/%s", name.data()).data(), "r"));
+    return open_file(std::fopen(join_text<512>({"/proc/net/dev_snmp6/", name.data()}).data(), "r"));
 }
 
 void copy_out(std::span<const std::uint32_t> counters, std::uint32_t* record) {

@@ -46,7 +46,7 @@ CMPIObjectPath* fcip_profile_fill_reference(const char* class_name, const char* 
     if (path == nullptr)
         return nullptr;
     // Eight characters at most, unlike the instance's InstanceID.
-    add_string_key(path, "InstanceID", format_text<9>("%d", as_signed(profile->entity_id)).data());
+    add_string_key(path, "InstanceID", copy_text<9>(index_text(profile->entity_id).data()).data());
     return path;
 }
 

@@ -23,7 +23,7 @@ std::uint32_t tunnel_number(const FcipLinkEntry& link) {
 
 /// The key Name, cut after 30 characters; tunnel lookups read its first token back.
 std::array<char, 31> name_text(const FcipLinkEntry& link, const char* local, const char* remote) {
-    return format_text<31>("%d_%s_%s", as_signed(tunnel_number(link)), local, remote);
+    return join_text<31>({index_text(tunnel_number(link)).data(), "_", local, "_", remote});
 }
 
 void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const FcipEntityEntry& profile) {

@@ -15,7 +15,7 @@ constexpr const char* creation_class_name = "ZANTO_RemoteFCIPPort";
 
 /// The Name, cut after 30 characters.
 std::array<char, 31> name_text(std::uint32_t id, const char* peer, const char* own) {
-    return format_text<31>("%d_%s_%s", as_signed(id), peer, own);
+    return join_text<31>({index_text(id).data(), "_", peer, "_", own});
 }
 
 /// Seen from the remote port the peer is local, and this switch is remote.

@@ -27,7 +27,7 @@ using address_buffer = std::array<char, 128>;
 
 /// The key Name, cut after 58 characters; if-index lookups read its first token back.
 std::array<char, 59> name_text(const FcipLinkEntry& link, const char* local, const char* remote) {
-    return format_text<59>("%d_%s_%s", as_signed(link.link_if_index), local, remote);
+    return join_text<59>({index_text(link.link_if_index).data(), "_", local, "_", remote});
 }
 
 /// Sets IPv4Address and IPv6Address; neither for the null address, which leaves the family unknown.

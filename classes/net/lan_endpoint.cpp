@@ -20,7 +20,7 @@ std::uint8_t interface_kind(const PmPortInfo& port) {
 std::array<char, 99> name_text(const PmPortInfo& port) {
     std::array<char, 32> address{};
     pm_cim_get_network_address(address.data(), &port, interface_kind(port));
-    return format_text<99>("%d:%s", as_signed(port_if_index(port)), address.data());
+    return join_text<99>({index_text(port_if_index(port)).data(), ":", address.data()});
 }
 
 } // namespace

@@ -17,7 +17,7 @@ constexpr const char* creation_class_name = "ZANTO_RemoteIPServiceAccessPoint";
 /// The key Name: always a zero first, and the remote address ahead of the local one, whatever
 /// OtherInfoFormatDescription says.
 std::array<char, 59> name_text(const char* remote, const char* local) {
-    return format_text<59>("%d_%s_%s", 0, remote, local);
+    return join_text<59>({"0_", remote, "_", local});
 }
 
 void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const FcipEntityEntry& profile) {

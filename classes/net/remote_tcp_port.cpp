@@ -15,7 +15,7 @@ constexpr const char* creation_class_name = "ZANTO_RemoteTCPPort";
 
 /// The key Name: always a zero first.
 std::array<char, 31> name_text(const FcipLinkEntry& link) {
-    return format_text<31>("%d_%d", 0, as_signed(link.link_if_index));
+    return join_text<31>({"0_", index_text(link.link_if_index).data()});
 }
 
 void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const FcipEntityEntry& profile) {
