@@ -313,6 +313,9 @@ TEST_F(Failures, StatisticsInstancesDoNotNeedTheLinkErrors) {
         EXPECT_EQ(trace.find(tcp_location) != trace.rfind(tcp_location), leaves_record) << trace;
     }
     EXPECT_EQ(switchsim::calls("fcip_snmp_get_link_errors"), 6u);
+    run(fcip::get_tcp_pe_associators, "16777218", "ZANTO_TCPEndPointStatisticalData");
+    EXPECT_TRUE(printed(tcp_location));
+    EXPECT_EQ(trace.find(tcp_location), trace.rfind(tcp_location)) << "a record that was asked for with success";
 }
 
 TEST_F(Failures, StatisticsPathsNeedTheLinkErrors) {

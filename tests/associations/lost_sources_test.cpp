@@ -26,7 +26,7 @@ const std::map<std::string, Keys>& keys_of_members() {
         {"get_tcp_remote_pe", {"0_16777218", "0_99", "_"}},
         {"get_lan_endpoint", {"-2096889856:02:00:00:aa:00:02", "99:x", ":_"}},
         {"get_eth_port", {"-2096889856", "99", "_"}},
-        {"get_eth_stat", {"-2096889856", "99", "_"}},
+        {"get_eth_stat", {"-2096889856", ":-2096889856", "_"}}, // the whole text is the number
         {"get_fcip_settings", {"16777218", "99", ""}},
         {"get_ip_setting", {"16777218", "99", ""}},
         {"get_ip_settings", {"16777218", "99", ""}},
@@ -101,6 +101,7 @@ const Situation situations[] = {
     {&Keys::empty, [](switchsim::Switch&) {}},
     {&Keys::good, [](switchsim::Switch& sw) { sw.profiles.clear(); }},
     {&Keys::good, [](switchsim::Switch& sw) { sw.vsans.clear(); }},
+    {&Keys::good, [](switchsim::Switch& sw) { sw.ports.clear(); }},
 };
 
 /// What a member came to, as a letter of the table below.
@@ -156,52 +157,52 @@ class LostSources : public AssociationTest {
 };
 
 // Columns: nothing is missing; the key names no link, so that the branch goes on with a row of zeroes; the key has no
-// token; the switch has no profiles; the switch has no VSANs. Each: associators, associator names, references,
+// token; the switch has no profiles; no VSANs; no ports. Each: associators, associator names, references,
 // reference names. A dot is nothing, a dash nothing and -1; 1 and 2 are objects, 0 is a null that was handed on, x a -1
 // handed on as a pointer, w a null and an object, y a null and a -1, z an object and a -1.
 //
 // Rows of zeroes answer an object in two places: the TCP statistics read the link again by its index 0, and the
 // physical switch needs no link.
 constexpr const char* expected = R"(
-get_fcip_pe           ZANTO_FCIPElementSettingData        1111 00-- .... 00-- 1111
-get_fcip_pe           ZANTO_FCIPTCPEndpoint               1111 00-- .... 00-- 1111
-get_fcip_pe           ZANTO_SANFCIPEndpoint               1111 00-- .... 00-- 1111
-get_fcip_pe           ZANTO_FCPortProtocolEndPoint        1111 ..-- .... 11-- 1111
-get_fcip_pe           ZANTO_FCIPPEBasedOn                 1111 ..-- .... ..-- 1111
-get_fcip_pe           ZANTO_SwitchHostedFCIPAccessPoint   1111 xx-- .... 11-- xx--
-get_ip_pe             ZANTO_IPElementSettingData          1211 0y-- ..-- 0w-- 1z11
-get_ip_pe             ZANTO_IPEndPointStatisticalData     1111 0.-- ..-- 10-- 1111
-get_ip_pe             ZANTO_TCPIPEndpoint                 1111 00-- ..-- 00-- 1111
-get_ip_pe             ZANTO_IPEthernetEndpoint            1111 00-- ..-- 11-- 1111
-get_ip_pe             ZANTO_SwitchHostedIPAccessPoint     1111 x0-- ..-- 10-- x1--
-get_ip_pe             ZANTO_SANIPEndpoint                 1111 00-- ..-- 00-- 1111
-get_ip_pe             ZANTO_NoSuchAssociation             .1.. .x.. .... .1.. .x..
-get_tcp_pe            ZANTO_TCPEndPointStatisticalData    1111 1.-- ..-- 10-- 1111
-get_tcp_pe            ZANTO_FCIPTCPEndpoint               11.. 00.. 00.. 00.. 11..
-get_tcp_pe            ZANTO_FCIPTCPEnpoint                ..11 ..-- ..-- ..-- ..11
-get_tcp_pe            ZANTO_TCPIPEndpoint                 1111 00-- 00-- 00-- 1111
-get_tcp_pe            ZANTO_SwitchHostedTCPAccessPoint    1111 x1-- x1-- 11-- x1--
-get_tcp_pe            ZANTO_SANTCPEndpoint                1111 00-- 00-- 00-- 1111
-get_tcp_pe            ZANTO_TCPElementSettingData         1.11 ..-- ..-- 0.-- 1.11
-get_fcip_remote_pe    ZANTO_SANFCIPEndpoint               1111 00-- ..-- 00-- 1111
-get_ip_remote_pe      ZANTO_SANIPEndpoint                 1111 00-- ..-- 00-- 1111
-get_tcp_remote_pe     ZANTO_SANTCPEndpoint                11-- 00-- ..-- 00-- 11--
-get_lan_endpoint      ZANTO_IPEthernetEndpoint            1111 00-- ..-- 00-- 1111
-get_lan_endpoint      ZANTO_EthernetPortProtocolEndpoint  1111 ..-- ..-- 1111 1111
-get_lan_endpoint      CIM_HostedAccessPoint               1111 00-- 00-- 00-- 1111
-get_eth_port          ZANTO_EthernetPortProtocolEndpoint  1111 00-- 00-- 1111 1111
-get_eth_port          ZANTO_EthernetPortStatisticalData   1.11 ..-- ..-- 1.11 1.11
-get_eth_port          ZANTO_EthernetPortStatistics        .1.. .... .... .1.. .1..
-get_eth_stat          ZANTO_EthernetPortStatisticalData   1111 ..-- ..-- 1111 1111
-get_fcip_settings     ZANTO_FCIPElementSettingData        1111 00-- 00-- 00-- 1111
-get_ip_setting        ZANTO_IPElementSettingData          11   00   00   00   11
-get_ip_settings       ZANTO_IPElementSettingData            11   --   --   --   11
-get_tcp_setting       ZANTO_TCPElementSettingData         11   00   00   00   11
-get_tcp_settings      ZANTO_TCPElementSettingData           11   --   --   --   11
-get_ip_stat           ZANTO_IPEndpointStatisticalData     1111 00-- 00-- 00-- 1111
-get_tcp_stat          ZANTO_TCPEndpointStatisticalData    1111 00-- 00-- 00-- 1111
-get_tcp_statical_data ZANTO_TCPEndPointStatistics         1.   0.   0.   0.   1.
-get_profile           ZANTO_FCIPPEBasedOn                 1111 00-- 00-- 00-- 1111
+get_fcip_pe           ZANTO_FCIPElementSettingData        1111 00-- .... 00-- 1111 1111
+get_fcip_pe           ZANTO_FCIPTCPEndpoint               1111 00-- .... 00-- 1111 1111
+get_fcip_pe           ZANTO_SANFCIPEndpoint               1111 00-- .... 00-- 1111 1111
+get_fcip_pe           ZANTO_FCPortProtocolEndPoint        1111 ..-- .... 11-- 1111 ..--
+get_fcip_pe           ZANTO_FCIPPEBasedOn                 1111 ..-- .... ..-- 1111 1111
+get_fcip_pe           ZANTO_SwitchHostedFCIPAccessPoint   1111 xx-- .... 11-- xx-- xx--
+get_ip_pe             ZANTO_IPElementSettingData          1211 0y-- ..-- 0w-- 1z11 1z11
+get_ip_pe             ZANTO_IPEndPointStatisticalData     1111 0.-- ..-- 10-- 1111 0111
+get_ip_pe             ZANTO_TCPIPEndpoint                 1111 00-- ..-- 00-- 1111 1111
+get_ip_pe             ZANTO_IPEthernetEndpoint            1111 00-- ..-- 11-- 1111 00--
+get_ip_pe             ZANTO_SwitchHostedIPAccessPoint     1111 x0-- ..-- 10-- x1-- x1--
+get_ip_pe             ZANTO_SANIPEndpoint                 1111 00-- ..-- 00-- 1111 1111
+get_ip_pe             ZANTO_NoSuchAssociation             .1.. .x.. .... .1.. .x.. .x..
+get_tcp_pe            ZANTO_TCPEndPointStatisticalData    1111 1.-- ..-- 10-- 1111 1111
+get_tcp_pe            ZANTO_FCIPTCPEndpoint               11.. 00.. 00.. 00.. 11.. 11..
+get_tcp_pe            ZANTO_FCIPTCPEnpoint                ..11 ..-- ..-- ..-- ..11 ..11
+get_tcp_pe            ZANTO_TCPIPEndpoint                 1111 00-- 00-- 00-- 1111 1111
+get_tcp_pe            ZANTO_SwitchHostedTCPAccessPoint    1111 x1-- x1-- 11-- x1-- x1--
+get_tcp_pe            ZANTO_SANTCPEndpoint                1111 00-- 00-- 00-- 1111 1111
+get_tcp_pe            ZANTO_TCPElementSettingData         1.11 ..-- ..-- 0.-- 1.11 1.11
+get_fcip_remote_pe    ZANTO_SANFCIPEndpoint               1111 00-- ..-- 00-- 1111 1111
+get_ip_remote_pe      ZANTO_SANIPEndpoint                 1111 00-- ..-- 00-- 1111 1111
+get_tcp_remote_pe     ZANTO_SANTCPEndpoint                11-- 00-- ..-- 00-- 11-- 11--
+get_lan_endpoint      ZANTO_IPEthernetEndpoint            1111 00-- ..-- 00-- 1111 11--
+get_lan_endpoint      ZANTO_EthernetPortProtocolEndpoint  1111 ..-- ..-- 1111 1111 ..--
+get_lan_endpoint      CIM_HostedAccessPoint               1111 00-- 00-- 00-- 1111 11--
+get_eth_port          ZANTO_EthernetPortProtocolEndpoint  1111 00-- 00-- 1111 1111 00--
+get_eth_port          ZANTO_EthernetPortStatisticalData   1.11 ..-- ..-- 1.11 1.11 ..--
+get_eth_port          ZANTO_EthernetPortStatistics        .1.. .... .... .1.. .1.. ....
+get_eth_stat          ZANTO_EthernetPortStatisticalData   1111 ..-- ..-- 1111 1111 ..--
+get_fcip_settings     ZANTO_FCIPElementSettingData        1111 00-- 00-- 00-- 1111 1111
+get_ip_setting        ZANTO_IPElementSettingData          11   00   00   00   11   11
+get_ip_settings       ZANTO_IPElementSettingData            11   --   --   --   11   11
+get_tcp_setting       ZANTO_TCPElementSettingData         11   00   00   00   11   11
+get_tcp_settings      ZANTO_TCPElementSettingData           11   --   --   --   11   11
+get_ip_stat           ZANTO_IPEndpointStatisticalData     1111 00-- 00-- 00-- 1111 1111
+get_tcp_stat          ZANTO_TCPEndpointStatisticalData    1111 00-- 00-- 00-- 1111 1111
+get_tcp_statical_data ZANTO_TCPEndPointStatistics         1.   0.   0.   0.   1.   1.
+get_profile           ZANTO_FCIPPEBasedOn                 1111 00-- 00-- 00-- 1111 1111
 )";
 
 TEST_F(LostSources, AreAnsweredByEachBranchOfEachMemberAsTheTableSays) {

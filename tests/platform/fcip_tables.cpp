@@ -157,6 +157,17 @@ TEST_F(FcipTables, PatientWalkRepeatsAReadThatBringsNoRowWithTheSameKey) {
     EXPECT_EQ(calls("fcip_get_entity_entry"), 13u);
 }
 
+TEST_F(FcipTables, PatienceBeginsAnewWithEachRow) {
+    profile(1);
+    profile(2);
+    for (unsigned call_number = 1; call_number <= 60; ++call_number) {
+        switchsim::inject("fcip_get_entity_entry", Fault::succeed_without_record, call_number);
+        switchsim::inject("fcip_get_entity_entry", Fault::succeed_without_record, 61 + call_number);
+    }
+    EXPECT_EQ(walked_entities(patient), "1 2 ");
+    EXPECT_EQ(calls("fcip_get_entity_entry"), 123u);
+}
+
 TEST_F(FcipTables, PatientWalkEndsAfter100RepetitionsWithoutProgress) {
     profile(1);
     switchsim::inject("fcip_get_entity_entry", Fault::succeed_without_record);

@@ -1,4 +1,7 @@
 // The walks behind the two enumerations: what they return, their trace lines, where they end.
+#include "provider/instance_enumerators.h"
+#include "provider/path_enumerators.h"
+
 #include "support/requests.h"
 
 namespace {
@@ -225,6 +228,17 @@ TEST_F(Enumerators, ProfilesComeFromTheEntityTable) {
               (std::vector<std::string>{R"(root/cimv2:ZANTO_FCIPProfile.InstanceID="3")",
                                         R"(root/cimv2:ZANTO_FCIPProfile.InstanceID="7")"}));
     EXPECT_EQ(trace, "Entering get_all_fcip_profile_references\nExiting get_all_fcip_profile_references\n");
+}
+
+TEST_F(Enumerators, ProfileWalksReturn0) {
+    scope.answer() = {};
+    EXPECT_EQ(
+        call([&] { return fcip::get_all_fcip_profiles("ZANTO_FCIPProfile", scope.result(), nullptr, "root/cimv2"); }),
+        0);
+    EXPECT_EQ(
+        call([&] { return fcip::get_all_fcip_profile_references("ZANTO_FCIPProfile", scope.result(), "root/cimv2"); }),
+        0);
+    EXPECT_EQ(scope.answer().objects.size(), 4u);
 }
 
 TEST_F(Enumerators, EmptyEntityTable) {

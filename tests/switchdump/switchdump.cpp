@@ -124,6 +124,7 @@ TEST_F(Switchdump, ScenarioThatCannotBeReadIsOneLineAndExit1) {
 
 TEST_F(Switchdump, HelpIsExit0OnStandardOutput) {
     EXPECT_EQ(run({"--help"}), 0);
+    EXPECT_TRUE(out_.starts_with("Shows the FCIP profiles and links of a switch")) << out_;
     EXPECT_NE(out_.find("--scenario FILE"), std::string::npos) << out_;
     EXPECT_EQ(err_, "");
 }
@@ -141,7 +142,7 @@ TEST_F(Switchdump, WrongUsageIsOneLineAndExit2) {
 TEST_F(Switchdump, QueueThatCannotBeOpenedIsExit1) {
     switchsim::inject("init_mts", Fault::fail);
     EXPECT_EQ(run(), 1);
-    EXPECT_TRUE(one_error_line()) << err_;
+    EXPECT_EQ(err_, "switchdump: the switch's response queue cannot be opened\n");
 }
 
 TEST_F(Switchdump, MissingInterfaceListIsExit1AndTheLinksAreShownAllTheSame) {
@@ -158,8 +159,20 @@ TEST_F(Switchdump, LinkWithoutAVsanIsExit1AndTheOthersAreShownAllTheSame) {
     add_link(1, 1, 102);
     switchsim::inject("pm_cmi_get_port_config", Fault::fail, 1);
     EXPECT_EQ(run(), 1);
-    EXPECT_TRUE(one_error_line()) << err_;
+    EXPECT_EQ(err_, "switchdump: the VSAN of the interface above cannot be read\n");
     EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), 2u);
+}
+
+TEST_F(Switchdump, LinkReadThatBringsNoneEndsTheLinks) {
+    add_link(1, 0, 101);
+    add_link(1, 1, 102);
+    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+        switchsim::inject("fcip_get_link_entry", fault, 2);
+        EXPECT_EQ(run(), 0);
+        EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), 1u);
+        switchsim::clear_faults();
+        switchsim::clear_counts();
+    }
 }
 
 } // namespace
