@@ -150,7 +150,7 @@ void add_tunnel(Switch& made, const FcipEntityEntry& profile, std::uint32_t link
 Switch generate_switch(GeneratorSizes sizes) {
     Switch made;
     made.name = "generated";
-    made.wwn = {0x20, 0x00, 0x00, 0x0D, 0xEC, 0x00, 0x00, 0x01};
+    made.wwn = {0x20, 0x00, 0x00, 0x00, 0x5E, 0x00, 0x00, 0x01};
     made.slots = {1, generated_slots};
     made.ip_configuration.emplace();
     const std::uint32_t profiles = sizes.profiles > 0 ? sizes.profiles : std::max(sizes.tunnels / 100, 1U);

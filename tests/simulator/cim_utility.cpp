@@ -293,17 +293,27 @@ TEST_F(CimUtility, BrokerThatMakesNothingGivesNull) {
 TEST_F(CimUtility, ArgumentsAreChecked) {
     EXPECT_EQ(fcport_build_instance_pm(nullptr, "ZANTO_FCPort", &gigabit_info, nullptr, broker()), nullptr);
     EXPECT_EQ(take_complaint(), "fcport_build_instance_pm: the class name or namespace is null");
+    EXPECT_EQ(fcport_build_instance_pm("ZANTO_FCPort", nullptr, &gigabit_info, nullptr, broker()), nullptr);
+    EXPECT_EQ(take_complaint(), "fcport_build_instance_pm: the class name or namespace is null");
+    EXPECT_EQ(fcport_build_instance_pm("ZANTO_FCPort", name_space, &gigabit_info, nullptr, nullptr), nullptr);
+    EXPECT_EQ(take_complaint(), "fcport_build_instance_pm: the broker is null");
     EXPECT_EQ(fcport_fill_reference_pm("ZANTO_FCPort", name_space, &gigabit_info, nullptr), nullptr);
     EXPECT_EQ(take_complaint(), "fcport_fill_reference_pm: the broker is null");
     EXPECT_EQ(switch_fill_reference(nullptr, name_space, broker()), nullptr);
     EXPECT_EQ(take_complaint(), "switch_fill_reference: the class name is null");
+    EXPECT_EQ(switch_fill_reference("ZANTO_S", name_space, nullptr), nullptr);
+    EXPECT_EQ(take_complaint(), "switch_fill_reference: the broker is null");
     EXPECT_EQ(switch_fill_reference_str("ZANTO_S", name_space, nullptr, broker()), nullptr);
     EXPECT_EQ(take_complaint(), "switch_fill_reference_str: the key is null");
     EXPECT_EQ(switch_build_instance_str("ZANTO_S", nullptr, "key", 0, nullptr, broker()), nullptr);
     EXPECT_EQ(take_complaint(), "switch_build_instance_str: the namespace is null");
+    EXPECT_EQ(switch_build_instance_str("ZANTO_S", name_space, nullptr, 0, nullptr, broker()), nullptr);
+    EXPECT_EQ(take_complaint(), "switch_build_instance_str: the key is null");
     EXPECT_EQ(switch_build_instance_str("ZANTO_S", name_space, "key", 1, nullptr, broker()), nullptr);
     EXPECT_EQ(take_complaint(), "switch_build_instance_str: the constant is 1, expected 0");
     CMPIObjectPath* end = switch_fill_reference("ZANTO_S", name_space, broker());
+    EXPECT_EQ(association_class_build_instance_path("ZANTO_A", name_space, end, end, nullptr, "B", broker()), nullptr);
+    EXPECT_EQ(take_complaint(), "association_class_build_instance_path: the first role is null");
     EXPECT_EQ(association_class_build_instance_path("ZANTO_A", name_space, end, end, "A", nullptr, broker()), nullptr);
     EXPECT_EQ(take_complaint(), "association_class_build_instance_path: the second role is null");
 }

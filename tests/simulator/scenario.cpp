@@ -1,4 +1,4 @@
-// Scenario files as a whole: those that are shipped, the built-in one, what is wrong with files, the generator.
+// Scenario files as a whole: those that are shipped, the built-in one, what is wrong with files.
 #include "scenario_lines.h"
 
 #include <algorithm>
@@ -7,7 +7,6 @@
 #include <sstream>
 
 using ScenarioFiles = PlatformTest;
-using Generator = PlatformTest;
 using switchsim::the_switch;
 
 namespace {
@@ -158,67 +157,4 @@ TEST_F(ScenarioFiles, DocumentedExampleLoads) {
     const std::size_t begin = document.find("```toml\n") + 8;
     EXPECT_EQ(switchsim::load_text(document.substr(begin, document.find("```", begin) - begin), "example"), "");
     EXPECT_EQ(the_switch().links.size(), 1U);
-}
-
-// ---------------------------------------------------------------------------------------------- the generator
-
-TEST_F(Generator, EnumeratesCompletelyAndInOrder) {
-    switchsim::generate(10000);
-    std::uint32_t key[2] = {0, 0};
-    std::set<std::uint32_t> indexes;
-    unsigned rows = 0;
-    for (;;) {
-        FcipLinkEntry* row = nullptr;
-        if (fcip_get_link_entry(mts_q, platform_next, key, &row, 30, 1) != 0)
-            break;
-        const Owned<FcipLinkEntry> owned(row);
-        ++rows;
-        indexes.insert(row->link_if_index);
-        key[0] = row->entity_id;
-        key[1] = row->link_index;
-        ASSERT_TRUE(the_switch().profiles.contains(row->entity_id));
-        ASSERT_TRUE(the_switch().ports.contains(row->ethernet_if_index));
-        const auto& port = the_switch().ports.at(row->link_if_index);
-        ASSERT_TRUE(the_switch().vsans.at(port.vsan_id).domain);
-        ASSERT_TRUE(the_switch().link_errors.contains({key[0], key[1]}));
-    }
-    EXPECT_EQ(rows, 10000U);
-    EXPECT_EQ(indexes.size(), 10000U);
-    EXPECT_EQ(switchsim::calls("fcip_get_link_entry"), 10001U);
-    EXPECT_EQ(the_switch().connections.size(), 10000U);
-}
-
-TEST_F(Generator, MakesAnySize) {
-    for (const unsigned tunnels : {0U, 1U, 10U, 100U, 1000U}) {
-        switchsim::generate(tunnels);
-        EXPECT_EQ(the_switch().links.size(), tunnels);
-        EXPECT_GE(the_switch().profiles.size(), 1U);
-    }
-}
-
-TEST_F(Generator, TakesItsSizesFromTheScenario) {
-    load_ok("wwn = \"20:00:00:00:5e:00:00:02\"\n[ip]\ndefault_ttl = 9\n"
-            "[generate]\ntunnels = 7\nprofiles = 3\nethernet_ports = 5\nvsans = 2\n");
-    EXPECT_EQ(the_switch().name, "sw");
-    EXPECT_EQ(the_switch().wwn[7], 2);
-    EXPECT_EQ(the_switch().ip_configuration->default_ttl, 9);
-    EXPECT_EQ(the_switch().links.size(), 7U);
-    EXPECT_EQ(the_switch().profiles.size(), 3U);
-    EXPECT_EQ(the_switch().vsans.size(), 2U);
-    EXPECT_EQ(the_switch().ports.size(), 7U + 5U);
-    EXPECT_EQ(the_switch().slots, (std::vector<std::uint8_t>{1, 2}));
-    load_ok("slots = [2]\n[generate]\ntunnels = 1\n");
-    EXPECT_EQ(the_switch().slots, (std::vector<std::uint8_t>{2}));
-}
-
-TEST_F(Generator, LineCardsAnswerForItsPorts) {
-    switchsim::generate(4);
-    for (const auto& [if_index, port] : the_switch().ports) {
-        if (port.kind != switchsim::kind_ethernet)
-            continue;
-        EXPECT_EQ(port.mac_statistics.size(), 256U);
-        EXPECT_EQ(port.ip_statistics.size(), 172U);
-        EXPECT_EQ(port.tcp_statistics.size(), 2U);
-        EXPECT_TRUE(port.counters);
-    }
 }

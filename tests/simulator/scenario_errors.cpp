@@ -265,8 +265,16 @@ TEST_F(ScenarioErrors, GeneratorTable) {
               "bad.toml:3:1: generate.tunnels: expected an integer from 0 to 1000000, but the key is missing");
     EXPECT_EQ(load("[generate]\ntunnels = 1000001\n"),
               "bad.toml:4:11: generate.tunnels: expected an integer from 0 to 1000000");
-    EXPECT_EQ(load("[generate]\ntunnels = 1\nethernet_ports = 0\n"),
-              "bad.toml:5:18: generate.ethernet_ports: expected an integer from 1 to 64");
-    EXPECT_EQ(load("[generate]\ntunnels = 1\n[[vsan]]\nid = 1\ndomain = \"d\"\n"),
-              "bad.toml:5:1: vsan: expected nothing but [switch] and [ip] beside [generate]");
+    const std::string one = "[generate]\ntunnels = 1\n";
+    for (const auto& [key, largest] : {std::pair{"profiles", 65535}, {"ethernet_ports", 64}, {"vsans", 4094}}) {
+        const std::string expected = std::string(key) + ": expected an integer from 1 to " + std::to_string(largest);
+        for (const int wrong : {0, largest + 1})
+            EXPECT_TRUE(load(one + key + " = " + std::to_string(wrong) + "\n").ends_with(": generate." + expected));
+        for (const int right : {1, largest})
+            EXPECT_EQ(load(one + key + " = " + std::to_string(right) + "\n"), "");
+    }
+    EXPECT_EQ(load(one + "vsans = 0\n"), "bad.toml:5:9: generate.vsans: expected an integer from 1 to 4094");
+    for (const std::string other : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel"})
+        EXPECT_EQ(load(one + "[[" + other + "]]\n"),
+                  "bad.toml:5:1: " + other + ": expected nothing but [switch] and [ip] beside [generate]");
 }
