@@ -76,13 +76,19 @@ TEST_F(ScenarioErrors, SwitchTable) {
          "3:12: switch.has_name: expected true or false"},
         {"short WWN", "[switch]\nname = \"a\"\nwwn = \"20:00\"",
          "3:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\""},
-        {"WWN with other signs", "[switch]\nname = \"a\"\nwwn = \"20-00-00-0d-ec-11-22-33\"",
+        {"WWN with other signs", "[switch]\nname = \"a\"\nwwn = \"20-00-00-00-5e-11-22-33\"",
          "3:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\""},
-        {"WWN with a letter beyond f", "[switch]\nname = \"a\"\nwwn = \"20:00:00:0g:ec:11:22:33\"",
+        {"WWN with a letter beyond f", "[switch]\nname = \"a\"\nwwn = \"20:00:00:0g:5e:11:22:33\"",
+         "3:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\""},
+        {"WWN no text", "[switch]\nname = \"a\"\nwwn = 5",
          "3:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\""},
         {"slots no array", "[switch]\nname = \"a\"\nslots = 1",
          "3:9: switch.slots: expected an array of different integers from 0 to 255"},
         {"slot too large", "[switch]\nname = \"a\"\nslots = [256]",
+         "3:9: switch.slots: expected an array of different integers from 0 to 255"},
+        {"slot below 0", "[switch]\nname = \"a\"\nslots = [1, -1]",
+         "3:9: switch.slots: expected an array of different integers from 0 to 255"},
+        {"slot no integer", "[switch]\nname = \"a\"\nslots = [\"1\"]",
          "3:9: switch.slots: expected an array of different integers from 0 to 255"},
         {"slot twice", "[switch]\nname = \"a\"\nslots = [1, 1]",
          "3:9: switch.slots: expected an array of different integers from 0 to 255"},
@@ -104,6 +110,8 @@ TEST_F(ScenarioErrors, IpTable) {
         {"forwarding", "[switch]\nname = \"a\"\n[ip]\nforwarding = \"yes\"",
          "4:14: ip.forwarding: expected true, false or an integer from 0 to 4294967295"},
         {"negative flag", "[switch]\nname = \"a\"\n[ip]\nforwarding = -1",
+         "4:14: ip.forwarding: expected true, false or an integer from 0 to 4294967295"},
+        {"flag beyond 32 bits", "[switch]\nname = \"a\"\n[ip]\nforwarding = 4294967296",
          "4:14: ip.forwarding: expected true, false or an integer from 0 to 4294967295"},
         {"time to live", "[switch]\nname = \"a\"\n[ip]\ndefault_ttl = 256",
          "4:15: ip.default_ttl: expected an integer from 0 to 255"},
@@ -144,6 +152,9 @@ TEST_F(ScenarioErrors, Ports) {
     expect_error_after_head("[[ethernet]]\nslot = 2\nport = 1\n",
                             "7:8: ethernet[0].slot: expected a slot of [switch] slots, or card_missing = true");
     expect_error_after_head("[[fibre_channel]]\nslot = false\nport = 1\n",
+                            "6:1: fibre_channel[0].if_index: expected an interface index, for it cannot be derived "
+                            "without slot and port");
+    expect_error_after_head("[[fibre_channel]]\nslot = 1\nport = false\n",
                             "6:1: fibre_channel[0].if_index: expected an interface index, for it cannot be derived "
                             "without slot and port");
     expect_error_after_head(port + "if_index = 0x82FFFFFF\n",
