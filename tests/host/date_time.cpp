@@ -61,6 +61,11 @@ TEST(DateTimeText, RefusesWhatIsNone) {
              "19700101000000.00000x+000",  // letter in the fraction
              "19700101000000.000000+0x0",  // letter in the offset
              "1970010-000000.000000+000",  // sign in the day
+             "x9700101000000.000000+000",  // letter in the year
+             "1970x101000000.000000+000",  // letter in the month
+             "19700101x00000.000000+000",  // letter in the hours
+             "1970010100x000.000000+000",  // letter in the minutes
+             "197001010000/0.000000+000",  // sign ahead of the digits, which would count as -1
              "********000000.000000+000",  // asterisks
          })
         EXPECT_FALSE(parse_date_time(text).has_value()) << text;

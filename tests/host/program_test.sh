@@ -1,0 +1,45 @@
+#!/bin/sh
+# What cmpihost does with the standard output of its own process, which no test inside one can see: answers go there and
+# nothing else does, and an answer that cannot be written ends it with status 3.
+# usage: program_test.sh CMPIHOST...    the program, behind an emulator if it needs one
+set -u
+failures=0
+
+# expect WHAT EXPECTED ACTUAL
+expect() {
+    [ "$2" = "$3" ] && return
+    printf '%s\n  expected: %s\n  actual:   %s\n' "$1" "$2" "$3"
+    failures=$((failures + 1))
+}
+
+names='ein ZANTO_FCIPProfile'
+unset SWITCHSIM_SCENARIO
+
+# $names is a list of words. Standard error is what the captures take.
+# shellcheck disable=SC2086
+{
+    expect 'the answer stands alone, without what the provider prints' 'InstanceID 1 2 3 4 200 5 objects' \
+        "$("$@" $names | tr -s ' \n' ' ' | sed 's/ $//')"
+    expect 'the trace goes where it is sent' 'Entering get_all_fcip_profile_references' \
+        "$("$@" --trace - $names 2>&1 >/dev/null | head -n 1)"
+
+    error=$("$@" $names 2>&1 >/dev/full)
+    expect 'status with a full device' 3 $?
+    expect 'error with a full device' 'cmpihost: output could not be written: No space left on device' "$error"
+
+    error=$("$@" $names 2>&1 >&-)
+    expect 'status without a standard output' 3 $?
+    expect 'error without a standard output' 'cmpihost: there is no standard output: Bad file descriptor' "$error"
+
+    error=$({
+        {
+            sleep 1 # until the pipe has lost its reader
+            "$@" $names
+            echo "status $?" >&2
+        } | true
+    } 2>&1)
+    expect 'error and status with a broken pipe' 'cmpihost: output could not be written: Broken pipe
+status 3' "$error"
+}
+
+[ "$failures" -eq 0 ]
