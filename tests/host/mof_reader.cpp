@@ -193,7 +193,7 @@ TEST(MofNumbers, AreReadInEveryNotation) {
     EXPECT_EQ(real("-.5e1"), -5.0);
     EXPECT_EQ(real("2e+3"), 2000.0);
     for (const char* bad :
-         {"18446744073709551616", "-9223372036854775809", "12x", "102b", "0x", "08", "1.2.3", "+", ""})
+         {"18446744073709551616", "-9223372036854775809", "12x", "102b", "0x", "1x2", "b", "08", "1.2.3", "+", ""})
         EXPECT_FALSE(parse_number(bad)) << bad;
 }
 
@@ -298,6 +298,7 @@ const Refused refused[] = {
     {"NestedList", "[Q{{1}}] class A {};", "t.mof:1:4: {, expected a value (a string, a number, TRUE, FALSE or NULL)"},
     {"HugeNumber", "[Q(99999999999999999999)] class A {};",
      "t.mof:1:4: 99999999999999999999, expected a number of at most 64 bits"},
+    {"QualifierDeclarationWithoutName", "Qualifier : boolean;", "t.mof:1:11: :, expected a qualifier's name"},
     {"OpenQualifierDeclaration", "Qualifier Q : boolean",
      "t.mof:1:22: end of file, expected ; at the end of qualifier Q"},
     {"QualifiersWithoutClass", "[Q] string a;", "t.mof:1:5: string, expected class"},
