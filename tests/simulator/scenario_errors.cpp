@@ -285,7 +285,9 @@ TEST_F(ScenarioErrors, GeneratorTable) {
             EXPECT_EQ(load(one + key + " = " + std::to_string(right) + "\n"), "");
     }
     EXPECT_EQ(load(one + "vsans = 0\n"), "bad.toml:5:9: generate.vsans: expected an integer from 1 to 4094");
-    for (const std::string other : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel"})
-        EXPECT_EQ(load(one + "[[" + other + "]]\n"),
+    for (const std::string other : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel"}) {
+        const std::string header = "[[" + other + "]]\n";
+        EXPECT_EQ(load(one + header),
                   "bad.toml:5:1: " + other + ": expected nothing but [switch] and [ip] beside [generate]");
+    }
 }
