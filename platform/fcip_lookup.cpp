@@ -6,6 +6,7 @@
 #include "platform/addresses.h"
 
 #include <cstring>
+#include <string>
 
 #include <strings.h>
 
@@ -29,7 +30,7 @@ class row_test {
     row_test(const row_test&) = delete;
     row_test& operator=(const row_test&) = delete;
 
-    verdict operator()(const FcipLinkEntry& link, trace_lines& trace) const {
+    verdict operator()(const FcipLinkEntry& link, trace_lines& trace) {
         trace.text(of_every_row_.view());
         return on_every_row_ == verdict::open ? compare(link, trace) : on_every_row_;
     }
@@ -41,7 +42,8 @@ class row_test {
     verdict read_peer(int location);
     verdict read_peer_address();
     verdict read_peer_if_index();
-    verdict compare(const FcipLinkEntry& link, trace_lines& trace) const;
+    verdict compare(const FcipLinkEntry& link, trace_lines& trace);
+    verdict compare_ethernet_if_index(const FcipLinkEntry& link, trace_lines& trace);
     verdict compare_address(const FcipLinkEntry& link, trace_lines& trace) const;
 
     lookup_mode mode_;
@@ -51,6 +53,8 @@ class row_test {
     const char* address_ = nullptr;
     trace_lines of_every_row_; ///< the lines that the key alone gives
     verdict on_every_row_;
+    std::uint32_t shown_if_index_ = 0; ///< the one in shown_
+    std::string shown_;                ///< the end of a row's line with its Ethernet if-index
 };
 
 /// @return the verdict on every row, open where it depends on the row
@@ -127,7 +131,7 @@ verdict row_test::read_peer_if_index() {
     return verdict::open;
 }
 
-verdict row_test::compare(const FcipLinkEntry& link, trace_lines& trace) const {
+verdict row_test::compare(const FcipLinkEntry& link, trace_lines& trace) {
     switch (mode_) {
     case lookup_mode::tunnel:
         return matches(as_signed(link.link_index + 1) == number_);
@@ -135,17 +139,24 @@ verdict row_test::compare(const FcipLinkEntry& link, trace_lines& trace) const {
     case lookup_mode::if_index_only:
     case lookup_mode::peer_if_index:
         return matches(as_signed(link.link_if_index) == number_);
-    case lookup_mode::ethernet_if_index: {
-        const std::int32_t if_index = as_signed(link.ethernet_if_index);
-        trace.number(if_index).text(" \n");
-        return matches(if_index == number_);
-    }
+    case lookup_mode::ethernet_if_index:
+        return compare_ethernet_if_index(link, trace);
     case lookup_mode::entity:
         return matches(as_signed(link.entity_id) == number_);
     case lookup_mode::peer_address:
         return compare_address(link, trace);
     }
     return verdict::no_match;
+}
+
+/// Neighbouring links mostly share their port, so its number is put into text once for all of them.
+verdict row_test::compare_ethernet_if_index(const FcipLinkEntry& link, trace_lines& trace) {
+    if (shown_.empty() || link.ethernet_if_index != shown_if_index_) {
+        shown_if_index_ = link.ethernet_if_index;
+        shown_ = std::string(index_text(shown_if_index_).data()) + " \n";
+    }
+    trace.text(shown_);
+    return matches(as_signed(link.ethernet_if_index) == number_);
 }
 
 verdict row_test::compare_address(const FcipLinkEntry& link, trace_lines& trace) const {
@@ -159,7 +170,7 @@ verdict row_test::compare_address(const FcipLinkEntry& link, trace_lines& trace)
 int get_fcip_link_entry_from(const char* key_value, FcipLinkEntry* destination, lookup_mode mode) {
     trace_lines trace;
     trace.entering(self);
-    const row_test test(key_value, mode);
+    row_test test(key_value, mode);
     verdict last = verdict::no_match;
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
         last = test(link, trace);

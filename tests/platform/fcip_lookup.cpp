@@ -224,6 +224,20 @@ TEST_F(FcipLookup, TraceOfAKeyThatNamesNoRow) {
     EXPECT_EQ(trace, entering + "if_index : 99 \nif_index : 99 \nif_index : 99 \n" + exiting);
 }
 
+TEST_F(FcipLookup, TraceOfMode4PrintsEachRowsOwnIndexWhetherItsNeighboursShareIt) {
+    the_switch().links.clear();
+    std::string rows;
+    std::uint32_t link_index = 0;
+    for (const std::uint32_t if_index : {0u, 0u, 7u, 7u, 0u, 8u}) {
+        link(3, link_index, link_index).ethernet_if_index = if_index;
+        rows +=
+            location(113) + "if_index : -1 \n ret_entry->vrkFcipLinkExtEthIfIndex " + std::to_string(if_index) + " \n";
+        ++link_index;
+    }
+    find("-1:x", lookup_mode::ethernet_if_index);
+    EXPECT_EQ(trace, entering + rows + exiting);
+}
+
 TEST_F(FcipLookup, TraceOfManyRowsIsWholeAndInOrder) {
     the_switch().links.clear();
     std::string rows;
