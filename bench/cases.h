@@ -1,7 +1,7 @@
 // What is measured: one row per class and operation, with the platform calls that its bare loop makes.
 #pragma once
 
-#include "broker/broker.h"
+#include "host/broker/broker.h"
 #include "platform/records.h"
 
 #include <span>

@@ -1,7 +1,7 @@
 // The CMPI calls behind an answer: what the provider gave once is made again, with its names, types and values.
 #pragma once
 
-#include "broker/broker.h"
+#include "host/broker/broker.h"
 
 #include <cmpimacs.h>
 

@@ -1,5 +1,5 @@
 // Kernel counter files: the first byte chooses the file's kind.
-#include "platform/kernel_counters.h"
+#include "provider/access/kernel_counters.h"
 #include "fuzz/invariant.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // Key values of object paths: the first byte chooses how the text is read.
 #include "fuzz/invariant.h"
-#include "platform/fcip_tables.h"
-#include "platform/lock.h"
-#include "platform/ports.h"
+#include "provider/access/fcip_tables.h"
+#include "provider/access/lock.h"
+#include "provider/access/ports.h"
 #include "simulator/switchsim.h"
 
 #include <cstring>

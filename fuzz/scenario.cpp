@@ -1,7 +1,7 @@
 // Scenario files: loaded whole or not at all.
 #include "fuzz/invariant.h"
-#include "platform/fcip_tables.h"
-#include "platform/lock.h"
+#include "provider/access/fcip_tables.h"
+#include "provider/access/lock.h"
 #include "simulator/switchsim.h"
 
 #include <cctype>

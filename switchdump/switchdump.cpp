@@ -1,8 +1,8 @@
 #include "switchdump/switchdump.h"
 
-#include "common/memory.h"
-#include "platform/dumps.h"
-#include "platform/lock.h"
+#include "provider/access/dumps.h"
+#include "provider/access/lock.h"
+#include "provider/common/memory.h"
 #include "simulator/switchsim.h"
 
 #include <CLI/CLI.hpp>

@@ -1,5 +1,5 @@
 // Requests from several threads at once are answered as one after the other.
-#include "support/corpus.h"
+#include "tests/support/corpus.h"
 
 #include <thread>
 

@@ -1,6 +1,6 @@
 // Every platform call and every broker call of every request fails once, in every way it can. Nothing may crash, leak,
 // keep the lock or turn into an error for the client.
-#include "support/corpus.h"
+#include "tests/support/corpus.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 //
 // When a change is wanted, run this program with UPDATE_GOLDEN=1 in its environment and read the difference before you
 // commit it.
-#include "cli/command_line.h"
-#include "support/corpus.h"
+#include "host/cli/command_line.h"
+#include "tests/support/corpus.h"
 
 #include <cstdlib>
 #include <fstream>

@@ -1,8 +1,8 @@
 // The provider built with FCIP_GUARD_RESULTS: null and -1 results are dropped, and a role key must be a reference. This
 // program is linked with its own, guarded copies of the two sources that the option changes.
-#include "common/results.h"
+#include "provider/common/results.h"
 
-#include "support/requests.h"
+#include "tests/support/requests.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // The provider prints on standard output only, whatever is asked and whatever fails.
-#include "support/corpus.h"
+#include "tests/support/corpus.h"
 
 #include "simulator/functions.h"
 

@@ -1,6 +1,6 @@
 // The CIM utility service: ports, computer systems and associations as the platform makes them.
-#include "broker/broker.h"
-#include "platform_test.h"
+#include "host/broker/broker.h"
+#include "tests/simulator/platform_test.h"
 
 using namespace cmpihost;
 using switchsim::Fault;

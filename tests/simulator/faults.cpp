@@ -1,5 +1,5 @@
 // Counting, recording, faults, complaints and the lock, over all platform functions.
-#include "platform_calls.h"
+#include "tests/simulator/platform_calls.h"
 
 #include "simulator/functions.h"
 

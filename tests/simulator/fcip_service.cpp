@@ -1,4 +1,4 @@
-#include "platform_test.h"
+#include "tests/simulator/platform_test.h"
 
 using FcipService = PlatformTest;
 using switchsim::the_switch;

@@ -1,5 +1,5 @@
 // The generator: switches of any size.
-#include "scenario_lines.h"
+#include "tests/simulator/scenario_lines.h"
 
 #include "simulator/statistics_layout.h"
 

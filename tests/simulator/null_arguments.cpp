@@ -1,6 +1,6 @@
 // Every pointer that a platform function needs: without it the call fails, and the complaint names what was missing.
 // (Those of the functions that need a broker stand in cim_utility.cpp.)
-#include "platform_test.h"
+#include "tests/simulator/platform_test.h"
 
 namespace {
 

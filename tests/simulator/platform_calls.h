@@ -2,7 +2,7 @@
 // of them (counting, lock, faults) is tested on all of them.
 #pragma once
 
-#include "platform_test.h"
+#include "tests/simulator/platform_test.h"
 
 #include <optional>
 

@@ -1,5 +1,5 @@
 // Scenario files as a whole: those that are shipped, the built-in one, what is wrong with files.
-#include "scenario_lines.h"
+#include "tests/simulator/scenario_lines.h"
 
 #include <algorithm>
 #include <fstream>

@@ -1,5 +1,5 @@
 // What the keys of a scenario put into the tables, and what is there without them.
-#include "scenario_lines.h"
+#include "tests/simulator/scenario_lines.h"
 
 using ScenarioContents = PlatformTest;
 using switchsim::the_switch;

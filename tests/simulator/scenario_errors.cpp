@@ -1,5 +1,5 @@
 // What is wrong with a scenario, and the line that says so.
-#include "platform_test.h"
+#include "tests/simulator/platform_test.h"
 
 using ScenarioErrors = PlatformTest;
 

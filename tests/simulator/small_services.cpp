@@ -1,5 +1,5 @@
 // The services that answer with single values: VSANs, identity, interface indexes, IP configuration, addresses.
-#include "platform_test.h"
+#include "tests/simulator/platform_test.h"
 
 using VsanService = PlatformTest;
 using Identity = PlatformTest;

@@ -1,4 +1,4 @@
-#include "support/corpus.h"
+#include "tests/support/corpus.h"
 
 namespace test {
 

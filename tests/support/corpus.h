@@ -1,7 +1,7 @@
 // Every kind of request that clients can make of the small switch, for tests that sweep over all of them.
 #pragma once
 
-#include "support/requests.h"
+#include "tests/support/requests.h"
 
 namespace test {
 

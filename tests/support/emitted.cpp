@@ -1,6 +1,6 @@
-#include "support/emitted.h"
+#include "tests/support/emitted.h"
 
-#include "mof/deviations.h"
+#include "host/mof/deviations.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // ends a test run (tests/support/schema_coverage.cmake).
 #pragma once
 
-#include "mof/check.h"
+#include "host/mof/check.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 # Every test that docs/irregularities.md names exists: cmake -DSOURCE=folder -P irregularities.cmake
 cmake_minimum_required(VERSION 3.25)
 
-file(GLOB files ${SOURCE}/tests/*/*.cpp)
+file(GLOB_RECURSE files ${SOURCE}/tests/*.cpp)
 set(tests)
 foreach(file IN LISTS files)
   file(STRINGS ${file} lines REGEX "^TEST")

@@ -1,7 +1,7 @@
-#include "support/provider_test.h"
+#include "tests/support/provider_test.h"
 
 #include "platform/services.h"
-#include "support/emitted.h"
+#include "tests/support/emitted.h"
 
 namespace test {
 

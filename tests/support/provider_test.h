@@ -2,11 +2,11 @@
 // scope for what they make, and their trace lines as text.
 #pragma once
 
-#include "broker/broker.h"
-#include "common/broker.h"
-#include "mof/check.h"
-#include "platform/lock.h"
-#include "support/small_switch.h"
+#include "host/broker/broker.h"
+#include "host/mof/check.h"
+#include "provider/access/lock.h"
+#include "provider/common/broker.h"
+#include "tests/support/small_switch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "support/requests.h"
+#include "tests/support/requests.h"
 
 namespace test {
 

@@ -1,7 +1,7 @@
 // Requests as a CIM server makes them: through the management interfaces that the factories gave.
 #pragma once
 
-#include "support/provider_test.h"
+#include "tests/support/provider_test.h"
 
 #include <optional>
 

@@ -1,4 +1,4 @@
-#include "support/small_switch.h"
+#include "tests/support/small_switch.h"
 
 #include <arpa/inet.h>
 

@@ -1,3 +1,0 @@
-#include "common/broker.h"
-
-const CMPIBroker* _broker = nullptr;

@@ -1,0 +1,176 @@
+#include "provider/access/kernel_counters.h"
+
+#include "platform/services.h"
+#include "provider/common/text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <span>
+#include <string_view>
+
+namespace {
+
+using namespace fcip;
+
+struct file_closer {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using open_file = std::unique_ptr<std::FILE, file_closer>;
+
+/// A number of a file as a counter. `unsigned long` has 64 bits on some hosts.
+std::uint32_t saturated(unsigned long value) {
+    constexpr unsigned long largest = std::numeric_limits<std::uint32_t>::max();
+    return static_cast<std::uint32_t>(std::min(value, largest));
+}
+
+using line_text = std::array<char, 1024>;
+
+/// Reads a header line, which is not looked at, and the line of values behind it. A missing line is empty.
+line_text next_values(std::FILE* file) {
+    line_text header{};
+    line_text values{};
+    if (std::fgets(header.data(), header.size(), file) == nullptr ||
+        std::fgets(values.data(), values.size(), file) == nullptr)
+        return {};
+    return values;
+}
+
+/// Scans the numbers behind a line's name, up to the first that is none, skipping `skipped` and storing the rest.
+void scan_values(const line_text& line, std::string_view name, std::size_t skipped, std::uint32_t* record,
+                 std::size_t count) {
+    if (record == nullptr || !std::string_view(line.data()).starts_with(name))
+        return;
+    const char* rest = line.data() + name.size();
+    for (std::size_t position = 0; position < skipped + count; ++position) {
+        unsigned long value = 0;
+        int length = 0;
+        if (std::sscanf(rest, "%lu%n", &value, &length) != 1)
+            return;
+        if (position >= skipped)
+            record[position - skipped] = saturated(value);
+        rest += length;
+    }
+}
+
+/// Scans one "NAME NUMBER" line. A line of another name stays unread from the first character that differs, so that no
+/// later scan matches either.
+void scan_line(std::FILE* file, const char* name, std::uint32_t& counter) {
+    const auto format = join_text<64>({name, " %lu\n"});
+    unsigned long value = 0;
+    if (std::fscanf(file, format.data(), &value) == 1)
+        counter = saturated(value);
+}
+
+/// The IPv6 lines, in the order of the file and of the record.
+constexpr const char* ipv6_lines[] = {
+    "Ip6LastChange",       "Ip6InReceives",      "Ip6InHdrErrors",     "Ip6InTooBigErrors", "Ip6InNoRoutes",
+    "Ip6InAddrErrors",     "Ip6InUnknownProtos", "Ip6InTruncatedPkts", "Ip6InDiscards",     "Ip6InDelivers",
+    "Ip6OutForwDatagrams", "Ip6OutRequests",     "Ip6OutDiscards",     "Ip6OutNoRoutes",    "Ip6ReasmTimeout",
+    "Ip6ReasmReqds",       "Ip6ReasmOKs",        "Ip6ReasmFails",      "Ip6FragOKs",        "Ip6FragFails",
+    "Ip6FragCreates",      "Ip6InMcastPkts",     "Ip6OutMcastPkts",
+};
+static_assert(std::size(ipv6_lines) == std::tuple_size_v<ipv6_counters>);
+
+struct icmpv6_line {
+    const char* name;
+    std::size_t position; ///< in the record
+};
+
+/// The ICMPv6 lines, in the order of the file.
+constexpr icmpv6_line icmpv6_lines[] = {
+    {"Icmp6InMsgs", icmpv6_in_msgs},
+    {"Icmp6InErrors", icmpv6_in_errors},
+    {"Icmp6InDestUnreachs", icmpv6_in_dest_unreachs},
+    {"Icmp6InAdminProhibs", icmpv6_in_admin_prohibs},
+    {"Icmp6InTimeExcds", icmpv6_in_time_excds},
+    {"Icmp6InParmProblems", icmpv6_in_parm_problems},
+    {"Icmp6InPktTooBigs", icmpv6_in_pkt_too_bigs},
+    {"Icmp6InEchos", icmpv6_in_echos},
+    {"Icmp6InEchoReplies", icmpv6_in_echo_replies},
+    {"Icmp6InRouterSolicits", icmpv6_in_router_solicits},
+    {"Icmp6InRouterAdvertisements", icmpv6_in_router_advertisements},
+    {"Icmp6InNeighborSolicits", icmpv6_in_neighbor_solicits},
+    {"Icmp6InNeighborAdvertisements", icmpv6_in_neighbor_advertisements},
+    {"Icmp6InRedirects", icmpv6_in_redirects},
+    {"Icmp6InGroupMembQueries", icmpv6_in_group_memb_queries},
+    {"Icmp6InGroupMembResponses", icmpv6_in_group_memb_responses},
+    {"Icmp6InGroupMembReductions", icmpv6_in_group_memb_reductions},
+    {"Icmp6OutMsgs", icmpv6_out_msgs},
+    {"Icmp6OutErrors", icmpv6_out_errors},
+    {"Icmp6OutDestUnreachs", icmpv6_out_dest_unreachs},
+    {"Icmp6OutAdminProhibs", icmpv6_out_admin_prohibs},
+    {"Icmp6OutTimeExcds", icmpv6_out_time_excds},
+    {"Icmp6OutParmProblems", icmpv6_out_parm_problems},
+    {"Icmp6OutPktTooBigs", icmpv6_out_pkt_too_bigs},
+    {"Icmp6OutEchos", icmpv6_out_echos},
+    {"Icmp6OutEchoReplies", icmpv6_out_echo_replies},
+    {"Icmp6OutRouterSolicits", icmpv6_out_router_solicits},
+    {"Icmp6OutRouterAdvertisements", icmpv6_out_router_advertisements},
+    {"Icmp6OutNeighborSolicits", icmpv6_out_neighbor_solicits},
+    {"Icmp6OutNeighborAdvertisements", icmpv6_out_neighbor_advertisements},
+    {"Icmp6OutRedirects", icmpv6_out_redirects},
+    {"Icmp6OutGroupMembQueries", icmpv6_out_group_memb_queries},
+    {"Icmp6OutGroupMembResponses", icmpv6_out_group_memb_responses},
+    {"Icmp6OutGroupMembReductions", icmpv6_out_group_memb_reductions},
+};
+static_assert(std::size(icmpv6_lines) == std::tuple_size_v<icmpv6_counters>);
+
+open_file open_ipv6_file(std::uint32_t if_index) {
+    if (if_index == 0)
+        return open_file(std::fopen("/proc/net/snmp6", "r"));
+    std::array<char, 256> name{};
+    netcfg_print_ifname(name.data(), if_index);
+    return open_file(std::fopen(join_text<512>({"/proc/net/dev_snmp6/", name.data()}).data(), "r"));
+}
+
+void copy_out(std::span<const std::uint32_t> counters, std::uint32_t* record) {
+    if (record != nullptr)
+        std::copy(counters.begin(), counters.end(), record);
+}
+
+} // namespace
+
+namespace fcip {
+
+void read_ip_counters(std::FILE* file, std::uint32_t* ip, std::uint32_t* icmp, std::uint32_t* tcp, std::uint32_t* udp) {
+    scan_values(next_values(file), "Ip:", 2, ip, std::tuple_size_v<ipv4_counters>);
+    scan_values(next_values(file), "Icmp:", 0, icmp, std::tuple_size_v<icmp_counters>);
+    scan_values(next_values(file), "Tcp:", 0, tcp, std::tuple_size_v<tcp_counters>);
+    scan_values(next_values(file), "Udp:", 0, udp, std::tuple_size_v<udp_counters>);
+}
+
+void read_ipv6_counters(std::FILE* file, bool per_interface, ipv6_counters& ip, icmpv6_counters& icmp) {
+    if (per_interface) {
+        std::uint32_t discarded = 0;
+        scan_line(file, "ifIndex", discarded);
+    }
+    for (std::size_t position = 0; position < ip.size(); ++position)
+        scan_line(file, ipv6_lines[position], ip[position]);
+    for (const icmpv6_line& line : icmpv6_lines)
+        scan_line(file, line.name, icmp[line.position]);
+}
+
+} // namespace fcip
+
+int ipconf_linux_get_ip_stats(std::uint32_t* ip, std::uint32_t* icmp, std::uint32_t* tcp, std::uint32_t* udp) {
+    open_file file(std::fopen("/proc/net/snmp", "r"));
+    if (file == nullptr)
+        return 0;
+    read_ip_counters(file.get(), ip, icmp, tcp, udp);
+    return std::fclose(file.release());
+}
+
+int ipconf_linux_get_ipv6_stats(std::uint32_t if_index, std::uint32_t* ip, std::uint32_t* icmp) {
+    ipv6_counters ip_record{};
+    icmpv6_counters icmp_record{};
+    int result = 0;
+    if (open_file file = open_ipv6_file(if_index); file != nullptr) {
+        read_ipv6_counters(file.get(), if_index != 0, ip_record, icmp_record);
+        result = std::fclose(file.release());
+    }
+    copy_out(ip_record, ip);
+    copy_out(icmp_record, icmp);
+    return result;
+}

@@ -1,0 +1,69 @@
+#include "provider/associations/rebuilders.h"
+
+#include "platform/services.h"
+#include "provider/associations/shapes.h"
+#include "provider/common/results.h"
+#include "provider/common/text.h"
+#include "provider/common/values.h"
+
+#include <cstdio>
+
+#include <strings.h>
+
+namespace fcip {
+
+namespace {
+
+/// The reference that a role key carries. Any other value is handed on as if it were one; with FCIP_GUARD_RESULTS it
+/// counts as missing.
+CMPIObjectPath* reference_of(const CMPIData& key) {
+#ifdef FCIP_GUARD_RESULTS
+    if (key.type != CMPI_ref)
+        return nullptr;
+#endif
+    return key.value.ref;
+}
+
+int rebuild(const association_shape& shape, const CMPIObjectPath* path, const CMPIResult* result, bool prints_keys) {
+    const char* class_name = chars_of(CMGetClassName(path, nullptr));
+    const char* name_space = chars_of(CMGetNameSpace(path, nullptr));
+    CMPIObjectPath* first = nullptr;
+    CMPIObjectPath* second = nullptr;
+    const CMPICount count = CMGetKeyCount(path, nullptr);
+    for (CMPICount index = 0; index < count; ++index) {
+        CMPIString* name = nullptr;
+        const CMPIData key = CMGetKeyAt(path, index, &name, nullptr);
+        const auto role = copy_text<254>(chars_of(name));
+        if (prints_keys)
+            std::printf("Key %s \n", role.data());
+        if (strcasecmp(role.data(), shape.first_role) == 0)
+            first = reference_of(key);
+        else if (strcasecmp(role.data(), shape.second_role) == 0)
+            second = reference_of(key);
+    }
+    if (first == nullptr || second == nullptr)
+        return -1;
+    return_instance(result, association_class_build_instance_path(class_name, name_space, first, second,
+                                                                  shape.first_role, shape.second_role, _broker));
+    return 0;
+}
+
+} // namespace
+
+int get_ant_dep_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
+    return rebuild(realize, path, result, false);
+}
+
+int get_group_part_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
+    return rebuild(group_part, path, result, true);
+}
+
+int get_managed_stats_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
+    return rebuild(managed_stats, path, result, false);
+}
+
+int get_managed_setting_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
+    return rebuild(managed_setting, path, result, false);
+}
+
+} // namespace fcip

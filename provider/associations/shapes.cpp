@@ -1,0 +1,116 @@
+#include "provider/associations/shapes.h"
+
+#include "provider/access/systems.h"
+#include "provider/common/results.h"
+#include "provider/common/values.h"
+
+#include <cstdio>
+
+namespace fcip {
+
+namespace {
+
+bool is_end(const CMPIObjectPath* end) {
+    return is_object(end) && is_usable(end);
+}
+
+/// Whether both ends are there; prints which is not.
+bool has_ends(const CMPIObjectPath* first, const CMPIObjectPath* second) {
+    if (!is_end(first)) {
+        std::puts("swop : NULL");
+        return false;
+    }
+    if (!is_end(second)) {
+        std::puts("peop : NULL");
+        return false;
+    }
+    return true;
+}
+
+CMPIObjectPath* new_association_path(const char* class_name, const char* name_space, const CMPIBroker* broker) {
+    CMPIObjectPath* path = CMNewObjectPath(broker, name_space, class_name, nullptr);
+    return is_usable(path) ? path : nullptr;
+}
+
+} // namespace
+
+CMPIObjectPath* fill_association_reference(const association_shape& shape, const char* class_name,
+                                           const char* name_space, CMPIObjectPath* first, CMPIObjectPath* second,
+                                           const CMPIBroker* broker) {
+    CMPIObjectPath* path = new_association_path(class_name, name_space, broker);
+    if (path == nullptr || !has_ends(first, second))
+        return nullptr;
+    set_switch_host(path);
+    add_reference_key(path, shape.first_role, first);
+    add_reference_key(path, shape.second_role, second);
+    if (shape.is_setting) { // no roles, but keys all the same
+        add_uint16_key(path, "IsDefault", 1);
+        add_uint16_key(path, "IsCurrent", 1);
+    }
+    return path;
+}
+
+CMPIInstance* build_association_instance(const association_shape& shape, const char* class_name, const char* name_space,
+                                         CMPIObjectPath* first, CMPIObjectPath* second, const CMPIBroker* broker) {
+    CMPIObjectPath* path = new_association_path(class_name, name_space, broker);
+    if (path == nullptr)
+        return nullptr;
+    set_switch_host(path);
+    CMPIInstance* instance = CMNewInstance(broker, path, nullptr);
+    if (!is_usable(instance) || !has_ends(first, second))
+        return nullptr;
+    set_reference(instance, shape.first_role, first);
+    set_reference(instance, shape.second_role, second);
+    if (shape.is_setting) {
+        set_uint16(instance, "IsDefault", 1);
+        set_uint16(instance, "IsCurrent", 1);
+    }
+    return instance;
+}
+
+CMPIObjectPath* realize_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                       CMPIObjectPath* second, const CMPIBroker* broker) {
+    return fill_association_reference(realize, class_name, name_space, first, second, broker);
+}
+
+CMPIObjectPath* group_part_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                          CMPIObjectPath* second, const CMPIBroker* broker) {
+    return fill_association_reference(group_part, class_name, name_space, first, second, broker);
+}
+
+CMPIObjectPath* managed_stats_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                             CMPIObjectPath* second, const CMPIBroker* broker) {
+    return fill_association_reference(managed_stats, class_name, name_space, first, second, broker);
+}
+
+CMPIObjectPath* managed_setting_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                               CMPIObjectPath* second, const CMPIBroker* broker) {
+    return fill_association_reference(managed_setting, class_name, name_space, first, second, broker);
+}
+
+CMPIInstance* realize_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                     CMPIObjectPath* second, const CMPIBroker* broker) {
+    return build_association_instance(realize, class_name, name_space, first, second, broker);
+}
+
+CMPIInstance* group_part_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                        CMPIObjectPath* second, const CMPIBroker* broker) {
+    return build_association_instance(group_part, class_name, name_space, first, second, broker);
+}
+
+CMPIInstance* managed_stats_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                           CMPIObjectPath* second, const CMPIBroker* broker) {
+    return build_association_instance(managed_stats, class_name, name_space, first, second, broker);
+}
+
+CMPIInstance* managed_setting_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                             CMPIObjectPath* second, const CMPIBroker* broker) {
+    return build_association_instance(managed_setting, class_name, name_space, first, second, broker);
+}
+
+CMPIInstance* hba_si_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
+                                    CMPIObjectPath* second, const CMPIBroker* broker) {
+    return build_association_instance(system_software, class_name, name_space, first, second, broker);
+}
+
+} // namespace fcip

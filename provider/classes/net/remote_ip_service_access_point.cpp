@@ -1,0 +1,76 @@
+#include "provider/classes/net/remote_ip_service_access_point.h"
+
+#include "provider/access/addresses.h"
+#include "provider/access/fcip_tables.h"
+#include "provider/access/systems.h"
+#include "provider/common/text.h"
+#include "provider/common/trace.h"
+#include "provider/common/values.h"
+
+namespace fcip {
+
+namespace {
+
+/// Whatever class the caller asks for.
+constexpr const char* creation_class_name = "ZANTO_RemoteIPServiceAccessPoint";
+
+/// The key Name: always a zero first, and the remote address ahead of the local one, whatever
+/// OtherInfoFormatDescription says.
+std::array<char, 59> name_text(const char* remote, const char* local) {
+    return join_text<59>({"0_", remote, "_", local});
+}
+
+void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const FcipEntityEntry& profile) {
+    set_string(instance, "SystemCreationClassName", logical_computer_system);
+    set_string(instance, "SystemName", vsan_system_name(link.link_if_index).data());
+    const auto remote = address_text(link.remote_address);
+    const auto local = address_text(profile.local_address);
+    set_string(instance, "Name", name_text(remote.data(), local.data()).data());
+    set_string(instance, "CreationClassName", creation_class_name);
+    set_string(instance, "NameFormat", "Other");
+    set_string(instance, "IPv4Address", remote.data()); // an IPv6 address too
+    set_string(instance, "OtherInfoFormatDescription", "Remote Entity ID_LocalIP_RemoteIP ");
+    set_string(instance, "AccessInfo", remote.data());
+    set_uint16(instance, "InfoFormat", 1);
+    set_uint16(instance, "AddressOrigin", 3);
+    set_uint16(instance, "ProtocolIFType", 4096);
+}
+
+} // namespace
+
+CMPIInstance* ip_remote_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
+                                          const char** properties) {
+    trace_entering(__func__);
+    const auto profile = profile_of(*link);
+    if (profile == nullptr)
+        return nullptr;
+    CMPIInstance* instance = new_switch_instance(class_name, name_space, __func__);
+    if (!is_usable(instance))
+        return instance;
+    set_properties(instance, *link, *profile);
+    filter_properties(instance, properties);
+    trace_location(__func__, 579);
+    trace_exiting(__func__);
+    return instance;
+}
+
+CMPIObjectPath* ip_remote_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
+    trace_entering(__func__);
+    const auto profile = profile_of(*link);
+    if (profile == nullptr)
+        return nullptr;
+    CMPIObjectPath* path = new_path(name_space, class_name);
+    if (path == nullptr)
+        return nullptr;
+    add_system_name_key(path, link->link_if_index, "Unknown");
+    set_switch_host(path);
+    const auto local = address_text(profile->local_address);
+    const auto remote = address_text(link->remote_address);
+    vsan_system_name(link->link_if_index); // asked once more, for its traces only
+    add_string_key(path, "SystemCreationClassName", logical_computer_system);
+    add_string_key(path, "CreationClassName", creation_class_name);
+    add_string_key(path, "Name", name_text(remote.data(), local.data()).data());
+    return path;
+}
+
+} // namespace fcip

@@ -1,0 +1,3 @@
+#include "provider/common/broker.h"
+
+const CMPIBroker* _broker = nullptr;

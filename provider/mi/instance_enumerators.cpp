@@ -1,0 +1,161 @@
+#include "provider/mi/instance_enumerators.h"
+
+#include "provider/access/fcip_tables.h"
+#include "provider/access/ports.h"
+#include "provider/classes/fcip/fcip_profile.h"
+#include "provider/classes/fcip/fcip_protocol_endpoint.h"
+#include "provider/classes/fcip/fcip_settings.h"
+#include "provider/classes/fcip/ip_settings.h"
+#include "provider/classes/fcip/remote_fcip_port.h"
+#include "provider/classes/fcip/tcp_settings.h"
+#include "provider/classes/net/ethernet_port_statistics.h"
+#include "provider/classes/net/ip_protocol_endpoint.h"
+#include "provider/classes/net/ip_statistics.h"
+#include "provider/classes/net/lan_endpoint.h"
+#include "provider/classes/net/remote_ip_service_access_point.h"
+#include "provider/classes/net/remote_tcp_port.h"
+#include "provider/classes/net/tcp_protocol_endpoint.h"
+#include "provider/classes/net/tcp_statistics.h"
+#include "provider/common/results.h"
+#include "provider/common/text.h"
+#include "provider/common/trace.h"
+#include "provider/mi/class_builders.h"
+
+#include <cstdio>
+
+namespace fcip {
+
+namespace {
+
+using link_class = class_builder<link_instance_builder>;
+
+constexpr link_class fcip_classes[] = {
+    {"ZANTO_FCIPProtocolEndPoint", fcip_pe_build_instance},
+    {"ZANTO_RemoteFCIPPort", fcip_remote_pe_build_instance},
+};
+
+constexpr link_class ip_classes[] = {
+    {"ZANTO_IPProtocolEndPoint", ip_pe_build_instance},
+    {"ZANTO_RemoteIPServiceAccessPoint", ip_remote_pe_build_instance},
+    {"ZANTO_RemoteTCPPort", remote_service_ap_build_instance}, // the name says otherwise; the pair is right
+    {"ZANTO_TCPProtocolEndPoint", tcp_pe_build_instance},
+    {"ZANTO_FCIPSettings", fcip_settings_build_instance},
+    {"ZANTO_IPSettings", ip_settings_build_instance},
+    {"ZANTO_TCPSettings", tcp_settings_build_instance},
+};
+
+constexpr link_class statistics_classes[] = {
+    {"ZANTO_IPEndPointStatistics", ip_statistics_build_instance},
+    {"ZANTO_TCPEndPointStatistics", tcp_statistics_build_instance},
+    {"ZANTO_TCPStatisticalData", tcp_statistical_data_build_instance},
+};
+
+} // namespace
+
+int get_all_fcip_pe_instances(const char* class_name, const CMPIResult* result, const char** properties,
+                              const char* name_space) {
+    trace_entering(__func__);
+    const auto build = builder_of<link_instance_builder>(fcip_classes, class_name);
+    walk_links(mts_q, [&](const FcipLinkEntry& link) {
+        if (build != nullptr)
+            return_instance(result, build(class_name, name_space, &link, properties));
+        return walk::go_on;
+    });
+    return 0;
+}
+
+int get_all_ip_pe_instances(const char* class_name, const CMPIResult* result, const char** properties,
+                            const char* name_space) {
+    const char* const self = __func__;
+    trace_entering(self);
+    const auto build = builder_of<link_instance_builder>(ip_classes, class_name);
+    const bool left_over = walk_links(mts_q, [&](const FcipLinkEntry& link) {
+        trace_location(self, 1856);
+        // A class without builder gets a null instance per row.
+        return_instance(result, build == nullptr ? nullptr : build(class_name, name_space, &link, properties));
+        return walk::go_on;
+    });
+    if (left_over)
+        trace_location(self, 1851);
+    return 0;
+}
+
+int get_all_statistics(const char* class_name, const CMPIResult* result, const char** properties,
+                       const char* name_space) {
+    const char* const self = __func__;
+    trace_entering(self);
+    const auto build = builder_of<link_instance_builder>(statistics_classes, class_name);
+    const bool left_over = walk_links(mts_q, [&](const FcipLinkEntry& link) {
+        // A class without builder gets a null instance per row.
+        return_instance(result, build == nullptr ? nullptr : build(class_name, name_space, &link, properties));
+        trace_location(self, 1817);
+        return walk::go_on;
+    });
+    trace_location(self, 1785);
+    if (left_over)
+        trace_location(self, 1789);
+    trace_location(self, 1791);
+    trace_exiting(self);
+    return 0;
+}
+
+int get_all_fcip_profiles(const char* class_name, const CMPIResult* result, const char** properties,
+                          const char* name_space) {
+    const char* const self = __func__;
+    trace_entering(self);
+    trace_location(self, 2029); // before each read of the table
+    const bool left_over = walk_entities(mts_q, [&](const FcipEntityEntry& profile) {
+        trace_location(self, 2044);
+        return_instance(result, fcip_profile_build_instance(class_name, name_space, &profile, properties));
+        trace_location(self, 2029);
+        return walk::go_on;
+    });
+    trace_location(self, 2035);
+    if (left_over)
+        trace_location(self, 2038);
+    trace_exiting(self);
+    return 0;
+}
+
+int get_all_eth_stat_instances(const char* class_name, const CMPIResult* result, const char** properties,
+                               const char* name_space) {
+    walk_ports([&](const PmPortInfo& port) {
+        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
+        if (may_have_statistics(type_of(port_if_index(port))))
+            return_instance(result, eth_statistics_build_instance(class_name, name_space, &port, properties));
+        return walk::go_on; // other ports are skipped; the walks below end there
+    });
+    return 0;
+}
+
+int get_all_lan_endpoint_instances(const char* class_name, const CMPIResult* result, const char** properties,
+                                   const char* name_space) {
+    walk_ports([&](const PmPortInfo& port) {
+        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
+        if (!type_of(port_if_index(port)).is(interface_kind_ethernet))
+            return walk::stop;
+        return_instance(result, lan_endpoint_build_instance(class_name, name_space, port_if_index(port), properties));
+        return walk::go_on;
+    });
+    return 0;
+}
+
+int get_all_eth_stat_data_instances(const char* class_name, const CMPIResult* result, const char** properties,
+                                    const char* name_space) {
+    std::printf("\n Entering get_all_eth_stat_data_instances \n ");
+    walk_ports([&](PmPortInfo& port) {
+        trace_lines().number("tol:if_index ", as_signed(port_if_index(port)), " \n").print();
+        const interface_type type = type_of(port_if_index(port));
+        if (!type.is(interface_kind_ethernet)) {
+            std::printf("\ntol : not a ethernet port\n ");
+            std::printf("\ntol : if_type :%d", type.kind);
+            return walk::stop;
+        }
+        std::printf(" Call to fcport_build_instance_pm ");
+        return_instance(result, fcport_build_instance_pm(name_space, class_name, &port, properties, _broker));
+        return walk::go_on;
+    });
+    return 0;
+}
+
+} // namespace fcip

@@ -1,0 +1,39 @@
+#include "provider/mi/key_scan.h"
+
+#include "provider/common/text.h"
+#include "provider/common/trace.h"
+#include "provider/common/values.h"
+#include "provider/mi/class_catalogue.h"
+
+namespace fcip {
+
+found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* line_end) {
+    const class_key* wanted = key_of(class_name);
+    found_key key;
+    const CMPICount count = CMGetKeyCount(path, nullptr);
+    for (CMPICount index = 0; index < count && !key.found; ++index) {
+        CMPIString* name = nullptr;
+        const CMPIData data = CMGetKeyAt(path, index, &name, nullptr);
+        const auto key_name = copy_text<254>(chars_of(name));
+        if (!is_key(wanted, key_name.data()))
+            continue;
+        key.found = true;
+        if (data.type == CMPI_string) {
+            key.value = copy_text<254>(chars_of(data.value.string));
+            trace_lines()
+                .text("\tfound key ")
+                .text(key_name.data())
+                .text(" : ")
+                .text(key.value.data())
+                .text(line_end)
+                .print();
+        }
+    }
+    return key;
+}
+
+CMPIStatus key_not_found() {
+    return {CMPI_RC_OK, CMNewString(_broker, "invalid key name", nullptr)};
+}
+
+} // namespace fcip

@@ -1,0 +1,105 @@
+// Wrong usage, help and version.
+#include "host/cli/verbs.h"
+#include "tests/host/cli/command_line_test.h"
+
+#include <array>
+
+namespace cmpihost {
+namespace {
+
+struct Row {
+    std::vector<std::string> arguments;
+    const char* error;
+};
+
+TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
+    const std::vector<Row> rows{
+        {{}, "a VERB is needed"},
+        {{"ei"}, "ei needs an OBJECT"},
+        {{"ei", ""}, "ei needs an OBJECT"},
+        {{"fly", "C"}, "unknown verb 'fly'"},
+        {{"EI", "C"}, "unknown verb 'EI'"},
+        {{"--fly", "ei", "C"}, "The following argument was not expected: --fly"},
+        {{"-o", "xml", "ei", "C"}, "-o: xml not in {text,mof,json}"},
+        {{"ei", "C", "--provider"}, "--provider: 1 required FILE missing"},
+        {{"ei", "1C"}, "object path, position 1: expected a class name"},
+        {{"ei", "C.k=v"},
+         "object path, position 5: expected a quoted text, a number of at most 64 bits, TRUE or FALSE"},
+        {{"ei", "C", "--ac", "A"}, "--ac does not go with ei"},
+        {{"gi", "C", "--arc", "A"}, "--arc does not go with gi"},
+        {{"ein", "C", "--ar", "A"}, "--ar does not go with ein"},
+        {{"xq", "C", "--arr", "A"}, "--arr does not go with xq"},
+        {{"ri", "C", "--ac", "A"}, "--ac does not go with ri"},
+        {{"rin", "C", "--arr", "A"}, "--arr does not go with rin"},
+        {{"graph", "1C"}, "object path, position 1: expected a class name"},
+        {{"graph", "C", "P"}, "a PROPERTY does not go with graph"},
+        {{"graph", "-o", "json"}, "-o does not go with graph"},
+        {{"graph", "--ac", "A"}, "--ac does not go with graph"},
+        {{"graph", "--format", "svg"}, "--format: svg not in {text,dot}"},
+        {{"graph", "--limit", "0"}, "--limit: 0 is no number of objects, expected 1 or more"},
+        {{"graph", "--limit", "many"}, "Could not convert: --limit = many"},
+        {{"ein", "C", "--format", "dot"}, "--format does not go with ein"},
+        {{"classes", "--limit", "1"}, "--limit does not go with classes"},
+        {{"classes", "C"}, "an OBJECT does not go with classes"},
+        {{"classes", "--check"}, "--check does not go with classes"},
+        {{"classes", "--ac", "A"}, "--ac does not go with classes"},
+        {{"classes", "--deviations", "f"}, "--deviations goes with --check only"},
+        {{"ei", "C", "--schema", "f"}, "--schema goes with classes, graph or --check only"},
+        {{"ei", "C", "--deviations", "f"}, "--deviations goes with --check only"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.error);
+        const Outcome outcome = cmpihost_with(row.arguments);
+        EXPECT_EQ(outcome.exit_code, 2);
+        EXPECT_EQ(outcome.out, "");
+        EXPECT_EQ(outcome.err, "cmpihost: " + std::string(row.error) + "\nTry cmpihost --help.\n");
+    }
+}
+
+TEST_F(CommandLines, HelpNamesEveryVerbAndOption) {
+    const Outcome outcome = cmpihost_with({"--help"});
+    EXPECT_EQ(outcome.exit_code, 0);
+    EXPECT_EQ(outcome.err, "");
+    for (const Verb& verb : all_verbs())
+        EXPECT_NE(outcome.out.find("\n  " + std::string(verb.name) + " "), std::string::npos) << verb.name;
+    for (const char* option : {"--provider FILE", "--name FACTORY_PREFIX", "--scenario FILE", "-n NAMESPACE",
+                               "-o FORMAT", "--trace FILE", "--schema FILE", "--check", "--deviations FILE",
+                               "--ac CLASS", "--arc CLASS", "--ar ROLE", "--arr ROLE", "--version"})
+        EXPECT_NE(outcome.out.find("\n  " + std::string(option)), std::string::npos) << option;
+}
+
+TEST_F(CommandLines, Version) {
+    const Outcome outcome = cmpihost_with({"--version"});
+    EXPECT_EQ(outcome.exit_code, 0);
+    EXPECT_EQ(outcome.out, "cmpihost 1.0.0\n");
+}
+
+TEST(Options, HaveDefaults) {
+    const CommandLine line = read_command_line({"ei", "C"});
+    ASSERT_TRUE(line.options.has_value());
+    EXPECT_TRUE(line.options->provider.ends_with("libFCIPProvider.so")) << line.options->provider;
+    EXPECT_EQ(line.options->name, "FCIPProvider");
+    EXPECT_EQ(line.options->trace, "");
+    EXPECT_EQ(line.options->format, Format::text);
+    EXPECT_EQ(line.options->request.path.name_space, "root/cimv2");
+    EXPECT_FALSE(line.options->request.properties.has_value());
+}
+
+TEST(Options, StandAnywhere) {
+    const CommandLine line = read_command_line({"ei", "-o", "json", "C", "P", "--trace", "-", "-n", "ns"});
+    ASSERT_TRUE(line.options.has_value());
+    EXPECT_EQ(line.options->format, Format::json);
+    EXPECT_EQ(line.options->trace, "-");
+    EXPECT_EQ(line.options->request.path.name_space, "ns");
+    EXPECT_EQ(line.options->request.properties, std::vector<std::string>{"P"});
+}
+
+TEST(Verbs, AreFoundByName) {
+    for (const Verb& verb : all_verbs())
+        EXPECT_EQ(find_verb(verb.name), &verb) << verb.name;
+    EXPECT_EQ(find_verb(""), nullptr);
+    EXPECT_EQ(find_verb("e"), nullptr);
+}
+
+} // namespace
+} // namespace cmpihost

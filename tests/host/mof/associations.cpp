@@ -1,0 +1,156 @@
+// What stands in the roles of the provider's associations, held against their MOF; and where the answers deviate from
+// it.
+#include "host/mof/check.h"
+#include "host/mof/deviations.h"
+#include "tests/host/mof/mof_files.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+namespace cmpihost::mof {
+namespace {
+
+/// Which classes stand in the two roles of an association, in the order first, second.
+struct Ends {
+    const char* association;
+    const char* first_role;
+    const char* second_role;
+    const char* first;
+    const char* second;
+};
+
+const Ends ends[] = {
+    {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData", "ZANTO_FCIPProtocolEndpoint",
+     "ZANTO_FCIPSettings"},
+    {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData", "ZANTO_FCIPSettings",
+     "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData", "ZANTO_IPProtocolEndpoint", "ZANTO_IPSettings"},
+    {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData", "ZANTO_TCPSettings", "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_IPElementSettingData", "Antecedent", "Dependent", "ZANTO_EthernetPort", "ZANTO_LANEndpoint"},
+    {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData", "ZANTO_TCPProtocolEndpoint", "ZANTO_TCPSettings"},
+    {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData", "ZANTO_TCPSettings", "ZANTO_TCPProtocolEndPoint"},
+    {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent", "ZANTO_FCIPProtocolEndpoint", "ZANTO_TCPProtocolEndpoint"},
+    {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndPoint", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndpoint", "ZANTO_TCPProtocolEndpoint"},
+    {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndPoint", "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent", "ZANTO_FCIPProtocolEndpoint", "ZANTO_RemoteFCIPPort"},
+    {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent", "ZANTO_RemoteFCIPPort", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_SANIPEndPoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndpoint", "ZANTO_RemoteIPServiceAccessPoint"},
+    {"ZANTO_SANIPEndpoint", "Antecedent", "Dependent", "ZANTO_RemoteIPPort", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndpoint", "ZANTO_RemoteTCPPort"},
+    {"ZANTO_FCPortProtocolEndPoint", "Antecedent", "Dependent", "ZANTO_FCPort", "ZANTO_FCIPProtocolEndpoint"},
+    {"ZANTO_SwitchHostedFCIPAccessPoint", "Antecedent", "Dependent", "ZANTO_LogicalComputerSystem",
+     "ZANTO_FCIPProtocolEndpoint"},
+    {"ZANTO_SwitchHostedIPAccessPoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndpoint",
+     "ZANTO_LogicalComputerSystem"},
+    {"ZANTO_SwitchHostedIPAccessPoint", "Antecedent", "Dependent", "ZANTO_LogicalComputerSystem",
+     "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_SwitchHostedTCPAccessPoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndpoint",
+     "ZANTO_LogicalComputerSystem"},
+    {"ZANTO_SwitchHostedTCPAccessPoint", "Antecedent", "Dependent", "ZANTO_LogicalComputerSystem",
+     "ZANTO_TCPProtocolEndPoint"},
+    {"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent", "ZANTO_FCIPProfile", "ZANTO_FCIPProtocolEndpoint"},
+    {"ZANTO_FCIPPEBasedOn", "Antecedent", "Dependent", "ZANTO_FCIPProfile", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent", "ZANTO_EthernetPort", "ZANTO_IPProtocolEndpoint"},
+    {"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndPoint", "ZANTO_LANEndpoint"},
+    {"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent", "ZANTO_LANEndPoint", "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_EthernetPortProtocolEndpoint", "Antecedent", "Dependent", "ZANTO_EthernetPort", "ZANTO_LANEndpoint"},
+    {"ZANTO_IPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_IPEndpointStatistics",
+     "ZANTO_IPProtocolEndpoint"},
+    {"ZANTO_IPEndpointStatisticalData", "ManagedElement", "Stats", "ZANTO_IPProtocolEndPoint",
+     "ZANTO_IPEndpointStatistics"},
+    {"ZANTO_TCPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_TCPProtocolEndPoint",
+     "ZANTO_TCPEndPointStatistics"},
+    {"ZANTO_TCPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_TCPEndPointStatistics",
+     "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_TCPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_FCIPProtocolEndPoint",
+     "ZANTO_TCPEndPointStatistics"},
+    {"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats", "ZANTO_EthernetPort",
+     "ZANTO_EthernetPortStatistics"},
+};
+
+/// A path of a class with its keys, each a string.
+Property end(const char* role, const char* class_name) {
+    Object path{class_name, "root/cimv2", std::nullopt, {}, {}};
+    for (const PropertyDeclaration& property : provider_schema().find(class_name)->properties)
+        if (property.key)
+            path.keys.push_back({property.name, "string", {std::string("x")}});
+    return {role, "reference", {std::make_shared<const Object>(path)}};
+}
+
+std::vector<Property> values_of(const Ends& row) {
+    std::vector<Property> values = {end(row.first_role, row.first), end(row.second_role, row.second)};
+    if (std::string_view(row.second_role) == "SettingData")
+        for (const char* name : {"IsDefault", "IsCurrent"})
+            values.push_back({name, "uint16", {std::uint64_t{1}}});
+    return values;
+}
+
+TEST(MofEnds, AreAdmittedInPathsAndInstances) {
+    for (const Ends& row : ends) {
+        SCOPED_TRACE(std::string(row.association) + ' ' + row.first + ' ' + row.second);
+        ASSERT_NE(provider_schema().find(row.first), nullptr);
+        ASSERT_NE(provider_schema().find(row.second), nullptr);
+        const Object path{row.association, "root/cimv2", "switch", values_of(row), {}};
+        EXPECT_EQ(check(provider_schema(), path, Kind::path), std::vector<std::string>{});
+        const Object instance{row.association, "root/cimv2", "switch", {}, values_of(row)};
+        EXPECT_EQ(check(provider_schema(), instance, Kind::instance), std::vector<std::string>{});
+    }
+}
+
+TEST(MofEnds, AreListedForEveryAssociation) {
+    std::set<std::string> tested;
+    for (const Ends& row : ends)
+        tested.insert(provider_schema().find(row.association)->name);
+    for (const ClassDeclaration& declaration : provider_schema().classes()) {
+        if (is_ours(declaration)) {
+            EXPECT_EQ(tested.contains(declaration.name), declaration.association) << declaration.name;
+        }
+    }
+}
+
+// ---------------------------------------------------------------------------------------------- known deviations
+
+const Deviations& deviations() {
+    static const Deviations read = std::get<Deviations>(Deviations::read(schema_folder + "deviations.txt"));
+    return read;
+}
+
+TEST(MofDeviations, CoverAHostedAccessPointOfALanEndpoint) {
+    const Ends row{"CIM_HostedAccessPoint", "Antecedent", "Dependent", "ZANTO_FCIPProtocolEndPoint",
+                   "ZANTO_LANEndpoint"};
+    const Object path{row.association, "root/cimv2", "switch", values_of(row), {}};
+    const auto findings = check(provider_schema(), path, Kind::path);
+    EXPECT_EQ(findings.size(), 1u);
+    EXPECT_EQ(deviations().unexpected(findings), std::vector<std::string>{});
+}
+
+TEST(MofDeviations, CoverSettingsThatBearAnEndpointsKeys) {
+    for (const char* association : {"ZANTO_IPElementSettingData", "ZANTO_TCPElementSettingData"}) {
+        Object settings = *std::get<Value::Reference>(end("", "ZANTO_IPProtocolEndPoint").value.data);
+        settings.class_name = "ZANTO_TCPSettings";
+        Object path{association, "root/cimv2", "switch", {}, {}};
+        path.keys =
+            values_of({association, "ManagedElement", "SettingData", "ZANTO_TCPSettings", "ZANTO_IPProtocolEndPoint"});
+        path.keys[0].value.data = std::make_shared<const Object>(settings);
+        const auto findings = check(provider_schema(), path, Kind::path);
+        EXPECT_EQ(findings.size(), 5u);
+        EXPECT_EQ(deviations().unexpected(findings), std::vector<std::string>{});
+    }
+}
+
+TEST(MofDeviations, NameDeclaredClassesInTheirOwnSpelling) {
+    for (const std::string& finding : deviations().findings()) {
+        const std::string class_name = finding.substr(0, finding.find_first_of(".:"));
+        const ClassDeclaration* declaration = provider_schema().find(class_name);
+        const bool unknown = finding.ends_with(": class is not declared");
+        EXPECT_EQ(declaration == nullptr, unknown) << finding;
+        if (declaration) {
+            EXPECT_EQ(declaration->name, class_name);
+        }
+    }
+}
+
+} // namespace
+} // namespace cmpihost::mof
