@@ -5,8 +5,8 @@
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 
+#include <algorithm>
 #include <cstring>
-#include <string>
 
 #include <strings.h>
 
@@ -16,176 +16,134 @@ namespace {
 
 constexpr const char* self = "get_fcip_link_entry_from";
 
-enum class verdict { open, match, no_match, short_key };
-
-verdict matches(bool equal) {
-    return equal ? verdict::match : verdict::no_match;
-}
-
-/// A key value read for a mode, once for all rows: what it says of every row, and what each row is compared with.
-class row_test {
-  public:
-    row_test(const char* key_value, lookup_mode mode)
-        : mode_(mode), key_(copy_text<512>(key_value)), on_every_row_(read(key_value)) {}
-    row_test(const row_test&) = delete;
-    row_test& operator=(const row_test&) = delete;
-
-    verdict operator()(const FcipLinkEntry& link, trace_lines& trace) {
-        trace.text(of_every_row_.view());
-        return on_every_row_ == verdict::open ? compare(link, trace) : on_every_row_;
-    }
-
-  private:
-    verdict read(const char* key_value);
-    verdict read_first(const char* before, const char* delimiters = "_");
-    verdict read_ethernet_if_index();
-    verdict read_peer(int location);
-    verdict read_peer_address();
-    verdict read_peer_if_index();
-    verdict compare(const FcipLinkEntry& link, trace_lines& trace);
-    verdict compare_ethernet_if_index(const FcipLinkEntry& link, trace_lines& trace);
-    verdict compare_address(const FcipLinkEntry& link, trace_lines& trace) const;
-
-    lookup_mode mode_;
-    std::array<char, 512> key_; ///< split into tokens
-    char* rest_ = nullptr;      ///< of the key
-    std::int32_t number_ = 0;
-    const char* address_ = nullptr;
-    trace_lines of_every_row_; ///< the lines that the key alone gives
-    verdict on_every_row_;
-    std::uint32_t shown_if_index_ = 0; ///< the one in shown_
-    std::string shown_;                ///< the end of a row's line with its Ethernet if-index
+/// A key value as a mode reads it. A token that the key lacks is null, and its number 0.
+struct lookup_key {
+    std::array<char, 512> text; ///< the key value, split into its tokens
+    const char* first;
+    const char* second;
+    std::int32_t first_number;
+    std::int32_t second_number;
 };
 
-/// @return the verdict on every row, open where it depends on the row
-verdict row_test::read(const char* key_value) {
-    switch (mode_) {
-    case lookup_mode::tunnel:
-        return read_first("tunnel id : ");
-    case lookup_mode::if_index:
-        of_every_row_.location(self, 76);
-        return read_first("if_index : ");
-    case lookup_mode::if_index_only:
-        number_ = parse_decimal(key_value);
-        of_every_row_.number("if_index : ", number_, " \n");
-        return verdict::open;
-    case lookup_mode::ethernet_if_index:
-        return read_ethernet_if_index();
-    case lookup_mode::entity:
-        number_ = parse_decimal(key_value);
-        return verdict::open;
-    case lookup_mode::peer_address:
-        return read_peer_address();
-    case lookup_mode::peer_if_index:
-        return read_peer_if_index();
-    }
-    return verdict::no_match; // an unknown mode matches no row
+/// Whether a row is the one that a key names. Adds the lines that the comparison prints.
+using row_comparison = bool(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines);
+
+bool is_tunnel(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
+    return as_signed(link.link_index + 1) == key.first_number;
 }
 
-verdict row_test::read_ethernet_if_index() {
-    of_every_row_.location(self, 113);
-    const verdict first = read_first("if_index : ", ":_");
-    if (first == verdict::open)
-        of_every_row_.text(" ret_entry->vrkFcipLinkExtEthIfIndex ");
-    return first;
+bool is_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
+    return as_signed(link.link_if_index) == key.first_number;
 }
 
-verdict row_test::read_first(const char* before, const char* delimiters) {
-    const char* first = strtok_r(key_.data(), delimiters, &rest_);
-    if (first == nullptr)
-        return verdict::short_key;
-    number_ = parse_decimal(first);
-    of_every_row_.number(before, number_, " \n");
-    return verdict::open;
+bool is_ethernet_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
+    lines.add(" ret_entry->vrkFcipLinkExtEthIfIndex ", as_signed(link.ethernet_if_index), " \n");
+    return as_signed(link.ethernet_if_index) == key.first_number;
 }
 
-/// The first token of a peer's key, which is 0.
-verdict row_test::read_peer(int location) {
-    of_every_row_.location(self, location);
-    const verdict first = read_first("if_index : ");
-    return first == verdict::open && number_ != 0 ? verdict::no_match : first;
+bool is_entity(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
+    return as_signed(link.entity_id) == key.first_number;
 }
 
-verdict row_test::read_peer_address() {
-    const verdict first = read_peer(151);
-    if (first != verdict::open)
-        return first;
-    address_ = strtok_r(nullptr, "_", &rest_);
-    if (address_ == nullptr) {
-        of_every_row_.location(self, 165);
-        return verdict::short_key;
-    }
-    of_every_row_.location(self, 170).text("ipstr: ");
-    return verdict::open;
-}
-
-verdict row_test::read_peer_if_index() {
-    const verdict first = read_peer(193);
-    if (first != verdict::open)
-        return first;
-    const char* second = strtok_r(nullptr, "_", &rest_);
-    if (second == nullptr)
-        return verdict::short_key;
-    number_ = parse_decimal(second);
-    of_every_row_.number("fcipifidx : ", number_, " \n");
-    return verdict::open;
-}
-
-verdict row_test::compare(const FcipLinkEntry& link, trace_lines& trace) {
-    switch (mode_) {
-    case lookup_mode::tunnel:
-        return matches(as_signed(link.link_index + 1) == number_);
-    case lookup_mode::if_index:
-    case lookup_mode::if_index_only:
-    case lookup_mode::peer_if_index:
-        return matches(as_signed(link.link_if_index) == number_);
-    case lookup_mode::ethernet_if_index:
-        return compare_ethernet_if_index(link, trace);
-    case lookup_mode::entity:
-        return matches(as_signed(link.entity_id) == number_);
-    case lookup_mode::peer_address:
-        return compare_address(link, trace);
-    }
-    return verdict::no_match;
-}
-
-/// Neighbouring links mostly share their port, so its number is put into text once for all of them.
-verdict row_test::compare_ethernet_if_index(const FcipLinkEntry& link, trace_lines& trace) {
-    if (shown_.empty() || link.ethernet_if_index != shown_if_index_) {
-        shown_if_index_ = link.ethernet_if_index;
-        shown_ = std::string(index_text(shown_if_index_).data()) + " \n";
-    }
-    trace.text(shown_);
-    return matches(as_signed(link.ethernet_if_index) == number_);
-}
-
-verdict row_test::compare_address(const FcipLinkEntry& link, trace_lines& trace) const {
+bool is_peer_address(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
     const auto peer = address_text(link.remote_address);
-    trace.text(peer.data()).text(" \n");
-    return matches(strcasecmp(peer.data(), address_) == 0);
+    lines.location(self, 170);
+    lines.add("ipstr: ", peer.data(), " \n");
+    return strcasecmp(peer.data(), key.second) == 0;
+}
+
+bool is_peer_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
+    lines.add("fcipifidx : ", key.second_number, " \n");
+    return as_signed(link.link_if_index) == key.second_number;
+}
+
+constexpr const char* whole_text = "";
+constexpr int no_location = 0;
+
+/// How a mode reads a key, and what it compares a row with.
+struct mode_row {
+    lookup_mode mode;
+    const char* delimiters;           ///< or whole_text: the first token is all of the key, even where that is empty
+    int tokens;                       ///< where two are needed, the first is 0 in a key that names anything
+    row_comparison* matches;          ///< asked for rows whose key has all its tokens
+    const char* first_line;           ///< what the line with the first number begins with; null = no such line
+    int location;                     ///< of the trace ahead of it
+    int location_short = no_location; ///< of the trace when the second token is missing
+};
+
+// clang-format off
+constexpr mode_row modes[] = {
+    {lookup_mode::tunnel,            "_",        1, is_tunnel,            "tunnel id : ", no_location},
+    {lookup_mode::if_index,          "_",        1, is_if_index,          "if_index : ",  76},
+    {lookup_mode::if_index_only,     whole_text, 1, is_if_index,          "if_index : ",  no_location},
+    {lookup_mode::ethernet_if_index, ":_",       1, is_ethernet_if_index, "if_index : ",  113},
+    {lookup_mode::entity,            whole_text, 1, is_entity,            nullptr,        no_location},
+    {lookup_mode::peer_address,      "_",        2, is_peer_address,      "if_index : ",  151, 165},
+    {lookup_mode::peer_if_index,     "_",        2, is_peer_if_index,     "if_index : ",  193},
+};
+// clang-format on
+
+/// Splits a key value, of which 511 characters count, into the tokens that a mode reads.
+void read_key(const mode_row& mode, const char* key_value, lookup_key& key) {
+    key.text = copy_text<512>(key_value);
+    char* rest = nullptr;
+    key.first = *mode.delimiters == '\0' ? key.text.data() : strtok_r(key.text.data(), mode.delimiters, &rest);
+    key.second = mode.tokens == 2 && key.first != nullptr ? strtok_r(nullptr, mode.delimiters, &rest) : nullptr;
+    key.first_number = key.first == nullptr ? 0 : parse_decimal(key.first);
+    key.second_number = key.second == nullptr ? 0 : parse_decimal(key.second);
+}
+
+enum class verdict { no_match, match, short_key };
+
+/// Tests a row, and adds the lines that this prints.
+verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
+    if (mode.location != no_location)
+        lines.location(self, mode.location);
+    if (key.first == nullptr)
+        return verdict::short_key;
+    if (mode.first_line != nullptr)
+        lines.add(mode.first_line, key.first_number, " \n");
+    if (mode.tokens == 2 && key.first_number != 0)
+        return verdict::no_match;
+    if (mode.tokens == 2 && key.second == nullptr) {
+        if (mode.location_short != no_location)
+            lines.location(self, mode.location_short);
+        return verdict::short_key;
+    }
+    return mode.matches(link, key, lines) ? verdict::match : verdict::no_match;
+}
+
+/// Walks the links up to the one that the key names, and copies it out. Prints the lines of each row at once.
+verdict find_link(const mode_row& mode, const lookup_key& key, FcipLinkEntry& destination) {
+    verdict last = verdict::no_match;
+    walk_links(mts_q, [&](const FcipLinkEntry& link) {
+        trace_lines lines;
+        last = test_row(mode, link, key, lines);
+        if (last == verdict::match) {
+            lines.add("Entry Found");
+            destination = link;
+        }
+        lines.print();
+        return last == verdict::no_match ? walk::go_on : walk::stop;
+    });
+    return last;
 }
 
 } // namespace
 
 int get_fcip_link_entry_from(const char* key_value, FcipLinkEntry* destination, lookup_mode mode) {
-    trace_lines trace;
-    trace.entering(self);
-    row_test test(key_value, mode);
-    verdict last = verdict::no_match;
-    walk_links(mts_q, [&](const FcipLinkEntry& link) {
-        last = test(link, trace);
-        if (last == verdict::no_match)
-            return walk::go_on;
-        if (last == verdict::match) {
-            trace.text("Entry Found");
-            *destination = link;
-        }
-        return walk::stop;
-    });
-    if (last != verdict::short_key)
-        trace.exiting(self);
-    trace.print();
-    return last == verdict::short_key ? -1 : 0; // found or not: callers take the destination as it stands
+    trace_entering(self);
+    const auto row = std::ranges::find(modes, mode, &mode_row::mode);
+    if (row == std::end(modes)) {
+        get_all_link_entries(mts_q); // an unknown mode matches no row
+    } else {
+        lookup_key key;
+        read_key(*row, key_value, key);
+        if (find_link(*row, key, *destination) == verdict::short_key)
+            return -1;
+    }
+    trace_exiting(self);
+    return 0; // found or not: callers take the destination as it stands
 }
 
 } // namespace fcip

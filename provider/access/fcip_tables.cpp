@@ -5,7 +5,6 @@
 #include "provider/common/trace.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
 namespace fcip {
@@ -66,7 +65,7 @@ int get_fcip_entity_from(const char* key_value, FcipEntityEntry* destination) {
     walk_entities(mts_q, [&](const FcipEntityEntry& entity) {
         if (as_signed(entity.entity_id) != wanted)
             return walk::go_on;
-        std::printf("Match Found ");
+        trace("Match Found ");
         *destination = entity;
         return walk::stop;
     });
@@ -79,7 +78,7 @@ int get_profile_from_link_entry(const FcipLinkEntry* link, FcipEntityEntry* dest
     if (profile)
         *destination = *profile.row;
     if (profile.row != nullptr) // after a success too: a trace, not a failure
-        std::printf("get_profile_from_link_entry : Error\n");
+        trace("get_profile_from_link_entry : Error\n");
     return profile ? 0 : -1;
 }
 

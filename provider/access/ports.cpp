@@ -5,7 +5,6 @@
 #include "provider/common/trace.h"
 
 #include <array>
-#include <cstdio>
 #include <cstring>
 
 namespace fcip {
@@ -26,7 +25,7 @@ interface_type type_of(std::uint32_t if_index) {
 int get_vsan_id(std::uint32_t if_index, std::uint32_t* vsan_id) {
     const platform_ptr<PmPortInfo> port = fetch_port(platform_exact, if_index);
     if (port == nullptr) {
-        std::printf("error : pm_cim_get_port_info ");
+        trace("error : pm_cim_get_port_info ");
         return -1;
     }
     *vsan_id = port_vsan_id(*port);
@@ -41,10 +40,9 @@ int get_vsan_from_ifindex(std::uint32_t if_index, std::uint32_t* vsan_id) {
     const platform_ptr<PmPortConfig> config(record);
     if (status != 0 || config == nullptr)
         return -1;
-    constexpr const char* line = " fcip interface is in the vsan %d \n";
     *vsan_id = read_host32(config->bytes + 213);
-    std::printf(line, as_signed(*vsan_id));
-    std::printf(line, as_signed(read_host32(config->bytes + 217)));
+    trace(" fcip interface is in the vsan ", as_signed(*vsan_id), " \n");
+    trace(" fcip interface is in the vsan ", as_signed(read_host32(config->bytes + 217)), " \n");
     return 0;
 }
 
@@ -55,7 +53,7 @@ int get_eth_ifidx_from_keyvalue(std::uint32_t* if_index, const char* key_value) 
     const char* token = strtok_r(text.data(), ":_", &rest);
     if (token != nullptr) {
         *if_index = static_cast<std::uint32_t>(parse_decimal(token));
-        std::printf("if_index : %d \n", as_signed(*if_index));
+        trace("if_index : ", as_signed(*if_index), " \n");
     }
     trace_exiting(__func__);
     return token != nullptr ? 0 : -1;
@@ -86,7 +84,7 @@ void init_wwn(std::uint8_t wwn[8]) {
 
 int pm_cli_eth_intf_prefix_print(const PmPortInfo* port, std::uint16_t* mtu) {
     *mtu = static_cast<std::uint16_t>(port_mtu(*port));
-    std::printf("    MTU %u  bytes\n", port_mtu(*port));
+    trace("    MTU ", port_mtu(*port), "  bytes\n");
     return 0;
 }
 

@@ -7,7 +7,6 @@
 #include "provider/common/trace.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
 namespace fcip {
@@ -86,7 +85,7 @@ int drain_replies() {
 
 void trace_request(const char* function, std::uint32_t if_index) {
     trace_entering(function);
-    trace_lines().number("\ntol : if_index ", as_signed(if_index), "\n").print();
+    trace("\ntol : if_index ", as_signed(if_index), "\n");
 }
 
 } // namespace
@@ -108,7 +107,7 @@ int get_tcp_stats(std::uint32_t if_index, std::uint8_t record[tcp_record_size]) 
 }
 
 int get_ip_stats(mts_queue queue, std::uint32_t if_index, std::uint32_t flag, std::uint8_t** reply) {
-    std::printf("\n inside get_ip_stats\n ");
+    trace("\n inside get_ip_stats\n ");
     auto payload = request_for<32>(if_index);
     write_be32(payload.data() + argument_field, flag);
     *reply = nullptr;
@@ -132,7 +131,7 @@ int get_ethernetport_statistics(std::uint32_t if_index, std::uint8_t record[ethe
     write_be32(payload.data() + argument_field, 1);
     mts_msg reply{};
     if (ask_line_card(mts_q, if_index, opcode_ethernet, payload, reply) != 0) {
-        std::printf("Failed retrieval of mac stats information from linecard");
+        trace("Failed retrieval of mac stats information from linecard");
         return -1;
     }
     ipc_copy_payload(&reply, record, ethernet_record_size);

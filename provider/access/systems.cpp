@@ -5,7 +5,6 @@
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 
-#include <cstdio>
 #include <cstring>
 
 namespace fcip {
@@ -25,7 +24,7 @@ constexpr std::size_t system_name_length = 20;
 bool vsan_key(std::uint32_t if_index, key_text& key) {
     std::uint32_t vsan_id = 0;
     get_vsan_id(if_index, &vsan_id); // a failure leaves VSAN 0
-    trace_lines().number("vsan_index ", as_signed(vsan_id), " \n").print();
+    trace("vsan_index ", as_signed(vsan_id), " \n");
 
     opaque_entry vsan;
     opaque_entry domain;
@@ -34,7 +33,7 @@ bool vsan_key(std::uint32_t if_index, key_text& key) {
         dm_cim_get_dmEntry(mts_q, vsan_id, 1, domain.bytes.data()) != 0)
         return false;
     if (vsan_cim_get_vsan_key(key.data(), vsan.bytes.data(), domain.bytes.data()) != 0)
-        std::printf("error during get vsan id");
+        trace("error during get vsan id");
     return true;
 }
 
@@ -45,7 +44,7 @@ int get_vsan_wwn(std::uint32_t if_index, char* buffer) {
     const int status = pm_cim_get_port_info(&record, platform_exact, if_index, mts_q);
     const platform_ptr<PmPortInfo> port(record);
     if (status != 0) {
-        std::printf("error : pm_cim_get_port_info ");
+        trace("error : pm_cim_get_port_info ");
         return -1;
     }
     if (port == nullptr)
@@ -53,7 +52,7 @@ int get_vsan_wwn(std::uint32_t if_index, char* buffer) {
 
     opaque_entry domain;
     if (dm_cim_get_dmEntry(mts_q, port_vsan_id(*port), 1, domain.bytes.data()) != 0) {
-        std::printf("error : dm_cim_get_dmEntry ");
+        trace("error : dm_cim_get_dmEntry ");
         std::strcpy(buffer, "NULL");
         return -1;
     }

@@ -3,7 +3,6 @@
 #include "provider/common/trace.h"
 
 #include <algorithm>
-#include <cstdio>
 
 #include <strings.h>
 
@@ -36,8 +35,7 @@ const associator_row* branch_of(const associator_source& source, const associato
 int traverse(const associator_source& source, const associator_request& request) {
     trace_entering(request.member);
     if (source.announces_class)
-        std::printf("Association Class %s \n",
-                    request.association_class == nullptr ? "(null)" : request.association_class);
+        trace("Association Class ", request.association_class == nullptr ? "(null)" : request.association_class, " \n");
     if (request.association_class == nullptr)
         return 0; // without "Exiting"
     if (const associator_row* row = branch_of(source, request)) {

@@ -4,9 +4,8 @@
 #include "provider/associations/shapes.h"
 #include "provider/common/results.h"
 #include "provider/common/text.h"
+#include "provider/common/trace.h"
 #include "provider/common/values.h"
-
-#include <cstdio>
 
 #include <strings.h>
 
@@ -35,7 +34,7 @@ int rebuild(const association_shape& shape, const CMPIObjectPath* path, const CM
         const CMPIData key = CMGetKeyAt(path, index, &name, nullptr);
         const auto role = copy_text<254>(chars_of(name));
         if (prints_keys)
-            std::printf("Key %s \n", role.data());
+            trace("Key ", role.data(), " \n");
         if (strcasecmp(role.data(), shape.first_role) == 0)
             first = reference_of(key);
         else if (strcasecmp(role.data(), shape.second_role) == 0)

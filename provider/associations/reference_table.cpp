@@ -4,8 +4,6 @@
 #include "provider/common/results.h"
 #include "provider/common/trace.h"
 
-#include <cstdio>
-
 #include <strings.h>
 
 namespace fcip {
@@ -39,9 +37,9 @@ void return_association_path(const reference_request& request, const reference_r
 void print_class_line(class_line line, const char* association_class) {
     const char* text = association_class == nullptr ? "(null)" : association_class;
     if (line == class_line::starred)
-        std::printf(" ****** Result Class :%s  ********** \n", text);
+        trace(" ****** Result Class :", text, "  ********** \n");
     else if (line == class_line::plain)
-        std::printf("Result Class :%s \n", text);
+        trace("Result Class :", text, " \n");
 }
 
 const reference_row* branch_of(const reference_table& table, const char* association_class) {

@@ -2,9 +2,8 @@
 
 #include "provider/access/systems.h"
 #include "provider/common/results.h"
+#include "provider/common/trace.h"
 #include "provider/common/values.h"
-
-#include <cstdio>
 
 namespace fcip {
 
@@ -17,11 +16,11 @@ bool is_end(const CMPIObjectPath* end) {
 /// Whether both ends are there; prints which is not.
 bool has_ends(const CMPIObjectPath* first, const CMPIObjectPath* second) {
     if (!is_end(first)) {
-        std::puts("swop : NULL");
+        trace("swop : NULL\n");
         return false;
     }
     if (!is_end(second)) {
-        std::puts("peop : NULL");
+        trace("peop : NULL\n");
         return false;
     }
     return true;

@@ -1,34 +1,40 @@
 #include "provider/common/trace.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 
 namespace fcip {
 
-std::string_view trace_lines::make_room(std::string_view text) {
-    print();
-    return text.substr(0, room());
+namespace {
+
+template <typename Number>
+std::array<char, 12> decimal(Number number) {
+    std::array<char, 12> text{}; // "-2147483648" and its end
+    std::to_chars(text.data(), text.data() + text.size() - 1, number);
+    return text;
 }
 
-trace_lines& trace_lines::number(std::int32_t number) {
-    constexpr std::size_t longest = std::string_view("-2147483648").size();
-    if (longest > room())
+} // namespace
+
+void trace_lines::piece(std::string_view text) {
+    if (text.size() > text_.size() - size_) {
         print();
-    char* begin = text_.data() + size_;
-    size_ += static_cast<std::size_t>(std::to_chars(begin, begin + longest, number).ptr - begin);
-    return *this;
+        if (text.size() > text_.size()) {
+            std::fwrite(text.data(), 1, text.size(), stdout);
+            return;
+        }
+    }
+    std::copy(text.begin(), text.end(), text_.data() + size_);
+    size_ += text.size();
 }
 
-trace_lines& trace_lines::location(std::string_view function, int line) {
-    return text(" Function : ").text(function).number(" Line ", line, " \n");
+void trace_lines::piece(std::int32_t number) {
+    piece(decimal(number).data());
 }
 
-trace_lines& trace_lines::entering(std::string_view function) {
-    return text("Entering ").text(function).text("\n");
-}
-
-trace_lines& trace_lines::exiting(std::string_view function) {
-    return text("Exiting ").text(function).text("\n");
+void trace_lines::piece(std::uint32_t number) {
+    piece(decimal(number).data());
 }
 
 void trace_lines::print() {
@@ -37,15 +43,17 @@ void trace_lines::print() {
 }
 
 void trace_entering(const char* function) {
-    trace_lines().entering(function).print();
+    trace("Entering ", function, "\n");
 }
 
 void trace_exiting(const char* function) {
-    trace_lines().exiting(function).print();
+    trace("Exiting ", function, "\n");
 }
 
 void trace_location(const char* function, int line) {
-    trace_lines().location(function, line).print();
+    trace_lines lines;
+    lines.location(function, line);
+    lines.print();
 }
 
 } // namespace fcip

@@ -1,7 +1,12 @@
 // Trace lines on standard output. The texts are part of the provider's behaviour.
+//
+// One rule: a line is printed where it happens, by one call of trace(), whose arguments are the pieces of the line in
+// their order: texts as they stand, numbers in decimal. The three lines that most functions have are
+// trace_entering, trace_exiting and trace_location. Where several lines belong together, as those of a row in a lookup,
+// trace_lines holds them back and prints them with one write. (The dumps of access/dumps.h are no traces: they print
+// with formats.)
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -9,54 +14,45 @@
 
 namespace fcip {
 
-/// Trace lines in the making: lookups trace every row of a table, and a printf for each line, or just a write, would
-/// be most of what they cost.
+/// Trace lines that are printed together.
 class trace_lines {
   public:
-    trace_lines() {} // which leaves the text unset: it is not to be cleared for each line
+    trace_lines() {} // which leaves the storage unset: it is not to be cleared for each line
 
-    /// Texts longer than 16,384 characters are cut.
-    trace_lines& text(std::string_view text) {
-        if (text.size() > room())
-            text = make_room(text);
-        std::copy(text.begin(), text.end(), text_.data() + size_);
-        size_ += text.size();
-        return *this;
+    /// Adds pieces: texts and numbers.
+    template <typename... Pieces>
+    void add(const Pieces&... pieces) {
+        (piece(pieces), ...);
     }
 
-    trace_lines& number(std::int32_t number);
+    /// Adds " Function : FUNCTION Line LINE ".
+    void location(const char* function, int line) { add(" Function : ", function, " Line ", line, " \n"); }
 
-    /// A number between two texts.
-    trace_lines& number(std::string_view before, std::int32_t value, std::string_view after) {
-        return text(before).number(value).text(after);
-    }
-
-    /// " Function : FUNCTION Line LINE ". The line is a fixed number that names the place, not a line of our source.
-    trace_lines& location(std::string_view function, int line);
-
-    /// "Entering FUNCTION" and "Exiting FUNCTION".
-    trace_lines& entering(std::string_view function);
-    trace_lines& exiting(std::string_view function);
-
-    /// What was not printed yet.
-    std::string_view view() const { return {text_.data(), size_}; }
-
-    /// Prints what was not printed yet; happens by itself when there is no room for more.
+    /// Prints what was added since the last print, with one write unless it is longer than the storage.
     void print();
 
   private:
-    std::size_t room() const { return text_.size() - size_; }
+    void piece(std::string_view text);
+    void piece(std::int32_t number);
+    void piece(std::uint32_t number);
 
-    /// Prints; @return as much of `text` as there is room for then
-    std::string_view make_room(std::string_view text);
-
-    std::array<char, 16384> text_;
+    std::array<char, 512> text_;
     std::size_t size_ = 0;
 };
 
-/// One line of a trace_lines, printed at once.
+/// Prints a line, or a part of one, with one write.
+template <typename... Pieces>
+void trace(const Pieces&... pieces) {
+    trace_lines lines;
+    lines.add(pieces...);
+    lines.print();
+}
+
+/// "Entering FUNCTION" and "Exiting FUNCTION".
 void trace_entering(const char* function);
 void trace_exiting(const char* function);
+
+/// " Function : FUNCTION Line LINE ". The line is a fixed number that names the place, not a line of our source.
 void trace_location(const char* function, int line);
 
 } // namespace fcip

@@ -6,8 +6,6 @@
 #include "provider/mi/association_routes.h"
 #include "provider/mi/key_scan.h"
 
-#include <cstdio>
-
 #include <strings.h>
 
 namespace fcip {
@@ -43,7 +41,7 @@ CMPIStatus answer(const operation& asked, std::span<const association_route<Memb
     trace_entering(asked.name);
     const found_key key = scan_keys(class_name, path, asked.found_end);
     if (!key.found) {
-        std::printf("%s", asked.no_key);
+        trace(asked.no_key);
         return key_not_found();
     }
     {

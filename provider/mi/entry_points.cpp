@@ -1,10 +1,9 @@
 // What the CIM server finds in the library: the two factories and, behind them, the management interfaces.
 #include "provider/access/lock.h"
 #include "provider/common/broker.h"
+#include "provider/common/trace.h"
 #include "provider/mi/association_operations.h"
 #include "provider/mi/instance_operations.h"
-
-#include <cstdio>
 
 namespace fcip {
 
@@ -71,7 +70,7 @@ CMPIAssociationMI association_mi{nullptr, &association_functions};
 void initialize() {
     const platform_lock lock;
     if (init_mts(&mts_q) < 0)
-        std::printf("get_using_cmi done init mts response q with error\n");
+        trace("get_using_cmi done init mts response q with error\n");
 }
 
 } // namespace

@@ -21,8 +21,6 @@
 #include "provider/common/trace.h"
 #include "provider/mi/class_builders.h"
 
-#include <cstdio>
-
 namespace fcip {
 
 namespace {
@@ -120,7 +118,7 @@ int get_all_fcip_profiles(const char* class_name, const CMPIResult* result, cons
 int get_all_eth_stat_instances(const char* class_name, const CMPIResult* result, const char** properties,
                                const char* name_space) {
     walk_ports([&](const PmPortInfo& port) {
-        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
+        trace("if_index ", as_signed(port_if_index(port)), " \n");
         if (may_have_statistics(type_of(port_if_index(port))))
             return_instance(result, eth_statistics_build_instance(class_name, name_space, &port, properties));
         return walk::go_on; // other ports are skipped; the walks below end there
@@ -131,7 +129,7 @@ int get_all_eth_stat_instances(const char* class_name, const CMPIResult* result,
 int get_all_lan_endpoint_instances(const char* class_name, const CMPIResult* result, const char** properties,
                                    const char* name_space) {
     walk_ports([&](const PmPortInfo& port) {
-        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
+        trace("if_index ", as_signed(port_if_index(port)), " \n");
         if (!type_of(port_if_index(port)).is(interface_kind_ethernet))
             return walk::stop;
         return_instance(result, lan_endpoint_build_instance(class_name, name_space, port_if_index(port), properties));
@@ -142,16 +140,16 @@ int get_all_lan_endpoint_instances(const char* class_name, const CMPIResult* res
 
 int get_all_eth_stat_data_instances(const char* class_name, const CMPIResult* result, const char** properties,
                                     const char* name_space) {
-    std::printf("\n Entering get_all_eth_stat_data_instances \n ");
+    trace("\n Entering get_all_eth_stat_data_instances \n ");
     walk_ports([&](PmPortInfo& port) {
-        trace_lines().number("tol:if_index ", as_signed(port_if_index(port)), " \n").print();
+        trace("tol:if_index ", as_signed(port_if_index(port)), " \n");
         const interface_type type = type_of(port_if_index(port));
         if (!type.is(interface_kind_ethernet)) {
-            std::printf("\ntol : not a ethernet port\n ");
-            std::printf("\ntol : if_type :%d", type.kind);
+            trace("\ntol : not a ethernet port\n ");
+            trace("\ntol : if_type :", type.kind);
             return walk::stop;
         }
-        std::printf(" Call to fcport_build_instance_pm ");
+        trace(" Call to fcport_build_instance_pm ");
         return_instance(result, fcport_build_instance_pm(name_space, class_name, &port, properties, _broker));
         return walk::go_on;
     });

@@ -125,7 +125,7 @@ CMPIStatus FCIP_GetInstance(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context
     trace_entering(__func__);
     const found_key key = scan_keys(class_name, path, "\n");
     if (!key.found) {
-        std::printf("getInstance can't find key\n");
+        trace("getInstance can't find key\n");
         return key_not_found();
     }
     {

@@ -20,13 +20,7 @@ found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const ch
         key.found = true;
         if (data.type == CMPI_string) {
             key.value = copy_text<254>(chars_of(data.value.string));
-            trace_lines()
-                .text("\tfound key ")
-                .text(key_name.data())
-                .text(" : ")
-                .text(key.value.data())
-                .text(line_end)
-                .print();
+            trace("\tfound key ", key_name.data(), " : ", key.value.data(), line_end);
         }
     }
     return key;

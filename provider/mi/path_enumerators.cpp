@@ -100,7 +100,7 @@ int get_all_fcip_profile_references(const char* class_name, const CMPIResult* re
 
 int get_all_eth_stat_references(const char* class_name, const CMPIResult* result, const char* name_space) {
     walk_ports([&](const PmPortInfo& port) {
-        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
+        trace("if_index ", as_signed(port_if_index(port)), " \n");
         if (may_have_statistics(type_of(port_if_index(port))))
             return_path(result, eth_statistics_fill_reference(class_name, name_space, &port));
         return walk::go_on;
@@ -110,7 +110,7 @@ int get_all_eth_stat_references(const char* class_name, const CMPIResult* result
 
 int get_all_lan_endpoint_references(const char* class_name, const CMPIResult* result, const char* name_space) {
     walk_ports([&](const PmPortInfo& port) {
-        trace_lines().number("if_index ", as_signed(port_if_index(port)), " \n").print();
+        trace("if_index ", as_signed(port_if_index(port)), " \n");
         if (!type_of(port_if_index(port)).is(interface_kind_ethernet))
             return walk::stop;
         return_path(result, lan_endpoint_fill_reference(class_name, name_space, port_if_index(port)));

@@ -18,8 +18,6 @@
 #include "provider/common/trace.h"
 #include "provider/mi/get_routes.h"
 
-#include <cstdio>
-
 namespace fcip {
 
 namespace {
@@ -91,9 +89,9 @@ constexpr get_route routes[] = {
 
 void print_errors(const std::uint8_t* record) {
     for (std::size_t word = 0; word < 4; ++word)
-        std::printf(" %d \n", as_signed(read_host32(record + 4 * word)));
+        trace(" ", as_signed(read_host32(record + 4 * word)), " \n");
     for (std::size_t counter = 0; counter < 8; ++counter)
-        std::printf(" %d \n", as_signed(static_cast<std::uint32_t>(read_be64(record + 16 + 8 * counter))));
+        trace(" ", as_signed(static_cast<std::uint32_t>(read_be64(record + 16 + 8 * counter))), " \n");
 }
 
 } // namespace fcip

@@ -6,7 +6,6 @@
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
-#include <cstdio>
 
 namespace fcip {
 
@@ -33,7 +32,7 @@ CMPIInstance* fcip_profile_build_instance(const char* class_name, const char* na
     if (!is_usable(instance))
         return instance;
     const auto id = index_text(profile->entity_id);
-    std::printf(" wwn_str %s \n", id.data()); // the profile's id, not a WWN
+    trace(" wwn_str ", id.data(), " \n"); // the profile's id, not a WWN
     set_properties(instance, *profile, id.data());
     filter_properties(instance, properties);
     trace_exiting(__func__);

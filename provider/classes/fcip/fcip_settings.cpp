@@ -7,7 +7,6 @@
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
-#include <cstdio>
 
 namespace fcip {
 
@@ -21,7 +20,7 @@ constexpr std::uint32_t keep_alive_without_profile = 30; // seconds
 void set_keep_alive(CMPIInstance* instance, std::uint32_t entity_id) {
     const fetched<FcipEntityEntry> profile = fetch_entity(mts_q, platform_exact, entity_id, 30);
     if (profile.status != 0) {
-        std::printf(" fcip_get_entity_entry returned error ");
+        trace(" fcip_get_entity_entry returned error ");
         return;
     }
     const FcipEntityEntry* row = profile.row.get();

@@ -11,7 +11,6 @@
 #include "provider/common/values.h"
 
 #include <array>
-#include <cstdio>
 
 namespace fcip {
 
@@ -21,7 +20,7 @@ namespace {
 void query_tcp_statistics(const FcipLinkEntry& link) {
     std::array<std::uint8_t, tcp_record_size> unused{};
     if (get_tcp_stats(link.ethernet_if_index, unused.data()) != 0)
-        std::printf("******* Error ******** ");
+        trace("******* Error ******** ");
 }
 
 void set_properties(CMPIInstance* instance, const FcipLinkEntry& link) {

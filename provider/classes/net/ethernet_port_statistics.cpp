@@ -9,7 +9,6 @@
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
-#include <cstdio>
 
 namespace fcip {
 
@@ -103,11 +102,9 @@ void set_mac_statistics(CMPIInstance* instance, const mac_statistics& reply) {
     const auto printed = [&reply](std::size_t slot) { // the low half
         return as_signed(static_cast<std::uint32_t>(slot_value(reply, slot)));
     };
-    trace_lines()
-        .text("\ntol : ret_code = 0\n ")
-        .number("Bytes Tran ", printed(0), " \n")
-        .number("Bytes Received ", printed(10), "\n")
-        .print();
+    trace("\ntol : ret_code = 0\n ");
+    trace("Bytes Tran ", printed(0), " \n");
+    trace("Bytes Received ", printed(10), "\n");
     for (const slot_row& row : slot_rows) {
         const std::uint64_t value = slot_value(reply, row.slot);
         if (row.taken == part::whole)
@@ -125,7 +122,7 @@ CMPIInstance* eth_statistics_build_instance(const char* class_name, const char* 
     const std::uint32_t if_index = port_if_index(*port);
     const auto counters = query_port_counters(if_index);
     if (counters == nullptr) {
-        std::printf("\ntol:Error in pm_get_port_counters\n");
+        trace("\ntol:Error in pm_get_port_counters\n");
         return nullptr;
     }
     CMPIInstance* instance = new_switch_instance(class_name, name_space, __func__);

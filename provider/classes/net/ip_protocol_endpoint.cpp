@@ -10,7 +10,6 @@
 
 #include <arpa/inet.h>
 
-#include <cstdio>
 
 namespace fcip {
 
@@ -39,11 +38,11 @@ address_buffer set_addresses(CMPIInstance* instance, const ip_addr_value& addres
         set_string(instance, "IPv4Address", no_address);
         set_string(instance, "IPv6Address", no_address);
     } else if (is_ipv6 == 0) {
-        std::printf("\ntol :type :IPv4 \n ");
+        trace("\ntol :type :IPv4 \n ");
         set_string(instance, "IPv4Address", text.data());
         set_string(instance, "IPv6Address", no_address);
     } else if (is_ipv6 == 1) {
-        std::printf("\ntol :type :IPv6 \n ");
+        trace("\ntol :type :IPv6 \n ");
         set_string(instance, "IPv4Address", no_address);
         set_string(instance, "IPv6Address", text.data());
     }
@@ -112,7 +111,7 @@ void add_keys(CMPIObjectPath* path, const FcipLinkEntry& link, const FcipEntityE
     const auto local = address_text(profile.local_address);
     const auto remote = address_text(link.remote_address);
     const auto name = name_text(link, local.data(), remote.data());
-    trace_lines().text(name.data()).text(" \n").print();
+    trace(name.data(), " \n");
     add_string_key(path, "SystemCreationClassName", logical_computer_system);
     add_string_key(path, "CreationClassName", creation_class_name);
     add_string_key(path, "Name", name.data());
@@ -142,7 +141,7 @@ CMPIObjectPath* ip_pe_fill_reference(const char* class_name, const char* name_sp
         return nullptr;
     const auto profile = fetch_entity(mts_q, platform_exact, link->entity_id);
     if (profile.status != 0) {
-        std::printf("Error \n");
+        trace("Error \n");
         return nullptr;
     }
     CMPIObjectPath* path = new_path(name_space, class_name);

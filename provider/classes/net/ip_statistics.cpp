@@ -9,7 +9,6 @@
 #include "provider/common/values.h"
 
 #include <array>
-#include <cstdio>
 
 namespace fcip {
 
@@ -64,7 +63,7 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const std
 platform_ptr<std::uint8_t> query_counters(const FcipLinkEntry& link) {
     std::uint8_t* record = nullptr;
     const int status = get_ip_stats(mts_q, link.ethernet_if_index, 1, &record);
-    std::printf(status == 0 ? "Great!!!\n" : "\ntol : some problem in get_ip_stats\n ");
+    trace(status == 0 ? "Great!!!\n" : "\ntol : some problem in get_ip_stats\n ");
     return platform_ptr<std::uint8_t>(record);
 }
 

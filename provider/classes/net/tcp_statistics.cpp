@@ -9,7 +9,6 @@
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
-#include <cstdio>
 
 namespace fcip {
 
@@ -41,7 +40,7 @@ constexpr counter_row statistical_data_rows[] = {
 /// @param error_line what to print when the card does not answer
 void query_counters(std::uint32_t if_index, tcp_counters& counters, const char* error_line) {
     if (get_tcp_stats(if_index, counters.data()) != 0)
-        std::printf("%s", error_line);
+        trace(error_line);
 }
 
 /// The low half of the sum of five 64-bit counters.

@@ -3,6 +3,7 @@
 #include "tests/provider/access/access_test.h"
 
 #include <cstring>
+#include <tuple>
 
 namespace fcip {
 namespace {
@@ -297,8 +298,13 @@ TEST_F(FcipLookup, KeyIsReadUpToItsFirst511Characters) {
     EXPECT_EQ(found(padding + "3", lookup_mode::tunnel), 2u);
     EXPECT_EQ(found(padding + "37", lookup_mode::tunnel), 2u) << "the 512th character is cut off";
     EXPECT_EQ(find(padding + "_3", lookup_mode::tunnel), -1) << "no token is left";
-    EXPECT_EQ(found(std::string(600, ' ') + "12", lookup_mode::if_index_only), 2u)
-        << "the modes without tokens read the whole text";
+    const std::string blanks(509, ' ');
+    for (const auto& [mode, number, link_index] :
+         {std::tuple{lookup_mode::if_index_only, "12", 2u}, std::tuple{lookup_mode::entity, "07", 6u}}) {
+        EXPECT_EQ(found(blanks + number, mode), link_index) << "the modes without tokens: up to the 511th";
+        EXPECT_EQ(found(blanks + number + "0", mode), link_index) << "the 512th is cut off";
+        EXPECT_EQ(found(blanks + "   " + number, mode), no_row) << "nothing but blanks is 0";
+    }
 }
 
 } // namespace
