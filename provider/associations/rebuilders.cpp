@@ -23,7 +23,7 @@ CMPIObjectPath* reference_of(const CMPIData& key) {
     return key.value.ref;
 }
 
-int rebuild(const association_shape& shape, const CMPIObjectPath* path, const CMPIResult* result, bool prints_keys) {
+int rebuild(const association_roles& roles, const CMPIObjectPath* path, const CMPIResult* result, bool prints_keys) {
     const char* class_name = chars_of(CMGetClassName(path, nullptr));
     const char* name_space = chars_of(CMGetNameSpace(path, nullptr));
     CMPIObjectPath* first = nullptr;
@@ -35,34 +35,34 @@ int rebuild(const association_shape& shape, const CMPIObjectPath* path, const CM
         const auto role = copy_text<254>(chars_of(name));
         if (prints_keys)
             trace("Key ", role.data(), " \n");
-        if (strcasecmp(role.data(), shape.first_role) == 0)
+        if (strcasecmp(role.data(), roles.first) == 0)
             first = reference_of(key);
-        else if (strcasecmp(role.data(), shape.second_role) == 0)
+        else if (strcasecmp(role.data(), roles.second) == 0)
             second = reference_of(key);
     }
     if (first == nullptr || second == nullptr)
         return -1;
-    return_instance(result, association_class_build_instance_path(class_name, name_space, first, second,
-                                                                  shape.first_role, shape.second_role, _broker));
+    return_instance(result, association_class_build_instance_path(class_name, name_space, first, second, roles.first,
+                                                                  roles.second, _broker));
     return 0;
 }
 
 } // namespace
 
 int get_ant_dep_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
-    return rebuild(realize, path, result, false);
+    return rebuild(realize_roles, path, result, false);
 }
 
 int get_group_part_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
-    return rebuild(group_part, path, result, true);
+    return rebuild(group_part_roles, path, result, true);
 }
 
 int get_managed_stats_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
-    return rebuild(managed_stats, path, result, false);
+    return rebuild(managed_stats_roles, path, result, false);
 }
 
 int get_managed_setting_instance(const CMPIObjectPath* path, const CMPIResult* result, const char** /*properties*/) {
-    return rebuild(managed_setting, path, result, false);
+    return rebuild(managed_setting_roles, path, result, false);
 }
 
 } // namespace fcip

@@ -1,38 +1,12 @@
 #include "provider/associations/reference_table.h"
 
-#include "provider/access/ports.h"
+#include "provider/common/class_row.h"
 #include "provider/common/results.h"
 #include "provider/common/trace.h"
-
-#include <strings.h>
 
 namespace fcip {
 
 namespace {
-
-/// The last step: makes an association of the given name and returns it; returns nothing when an end is missing.
-using last_step = void(const reference_request& request, const reference_row& row, const char* name,
-                       CMPIObjectPath* first, CMPIObjectPath* second);
-
-bool both(const CMPIObjectPath* first, const CMPIObjectPath* second) {
-    return is_object(first) && is_object(second);
-}
-
-void return_association(const reference_request& request, const reference_row& row, const char* name,
-                        CMPIObjectPath* first, CMPIObjectPath* second) {
-    const CMPIInstance* association =
-        build_association_instance(row.shape, name, request.name_space, first, second, _broker);
-    if (both(first, second))
-        return_instance(request.result, association);
-}
-
-void return_association_path(const reference_request& request, const reference_row& row, const char* name,
-                             CMPIObjectPath* first, CMPIObjectPath* second) {
-    const CMPIObjectPath* association =
-        fill_association_reference(row.shape, name, request.name_space, first, second, _broker);
-    if (both(first, second))
-        return_path(request.result, association);
-}
 
 void print_class_line(class_line line, const char* association_class) {
     const char* text = association_class == nullptr ? "(null)" : association_class;
@@ -42,73 +16,49 @@ void print_class_line(class_line line, const char* association_class) {
         trace("Result Class :", text, " \n");
 }
 
-const reference_row* branch_of(const reference_table& table, const char* association_class) {
-    if (association_class == nullptr)
-        return nullptr;
-    for (const reference_row& row : table.rows)
-        if (strcasecmp(row.association_class, association_class) == 0)
-            return &row;
-    return nullptr;
-}
+/// What following a branch came to.
+enum class outcome { no_source, no_end, returned };
 
-/// Fetches what a branch needs beside the link. False if it cannot be had.
-bool fetch_record(platform_record record, reference_source& source) {
-    switch (record) {
-    case platform_record::none:
-        return true;
-    case platform_record::fc_port:
-        source.port.reset(pm_cim_find_interface(platform_exact, source.link.link_if_index, mts_q));
-        return source.port != nullptr;
-    case platform_record::port_of_link:
-        source.port = fetch_port(platform_exact, source.link.ethernet_if_index);
-        return source.port != nullptr;
-    case platform_record::port_of_if_index:
-        source.port = fetch_port(platform_exact, source.if_index);
-        return source.port != nullptr;
-    case platform_record::profile:
-        return get_profile_from_link_entry(&source.link, &source.profile) == 0;
+/// Makes an association of its two ends and returns it. A missing end is told by the shape's builder.
+outcome tie(const reference_row& row, const traversal_request& request, CMPIObjectPath* first, CMPIObjectPath* second) {
+    const char* name = row.name == as_passed ? request.association_class : row.name;
+    const bool has_ends = is_object(first) && is_object(second);
+    if (request.answer == wanted::paths) {
+        const CMPIObjectPath* path = row.shape.fill(name, request.name_space, first, second, _broker);
+        if (has_ends)
+            return_path(request.result, path);
+    } else {
+        const CMPIInstance* instance = row.shape.build(name, request.name_space, first, second, _broker);
+        if (has_ends)
+            return_instance(request.result, instance);
     }
-    return false;
+    return has_ends ? outcome::returned : outcome::no_end;
 }
 
-CMPIObjectPath* make(const reference_end& end, const reference_request& request, const reference_source& source) {
-    return end.make(end.class_name, request.name_space, source);
-}
-
-int follow(const reference_table& table, const reference_row& row, const reference_request& request,
-           last_step* finish) {
+outcome follow(const reference_row& row, const traversal_request& request) {
     trace_location(request.member, row.location);
-    reference_source source;
+    traversal_source source;
     if (find_source(row.key, request.key_value, source) != 0)
-        return table.failed_lookup;
-    if (!fetch_record(row.record, source))
-        return -1;
-    CMPIObjectPath* first = make(row.first, request, source);
-    CMPIObjectPath* second = make(row.second, request, source);
-    finish(request, row, row.name == as_passed ? request.association_class : row.name, first, second);
-    if (!both(first, second))
-        return -1;
-    trace_exiting(request.member); // the failures above leave without it
-    return 0;
-}
-
-int traverse(const reference_table& table, const reference_request& request, last_step* finish) {
-    trace_entering(request.member);
-    print_class_line(table.line, request.association_class);
-    if (const reference_row* row = branch_of(table, request.association_class))
-        return follow(table, *row, request, finish);
-    trace_exiting(request.member);
-    return 0;
+        return outcome::no_source;
+    if (!fetch_record(row.record, source, request.member, row.location))
+        return outcome::no_end;
+    CMPIObjectPath* first = row.first.of.fill(row.first.class_name, request.name_space, source);
+    CMPIObjectPath* second = row.second.of.fill(row.second.class_name, request.name_space, source);
+    return tie(row, request, first, second);
 }
 
 } // namespace
 
-int return_references(const reference_table& table, const reference_request& request) {
-    return traverse(table, request, return_association);
-}
-
-int return_reference_names(const reference_table& table, const reference_request& request) {
-    return traverse(table, request, return_association_path);
+int return_references(const reference_table& table, const traversal_request& request) {
+    trace_entering(request.member);
+    print_class_line(table.line, request.association_class);
+    if (const reference_row* row = row_for(table.rows, request.association_class)) {
+        const outcome came_to = follow(*row, request);
+        if (came_to != outcome::returned) // without "Exiting"
+            return came_to == outcome::no_source ? table.failed_lookup : -1;
+    }
+    trace_exiting(request.member);
+    return 0;
 }
 
 } // namespace fcip

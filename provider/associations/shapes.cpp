@@ -31,26 +31,23 @@ CMPIObjectPath* new_association_path(const char* class_name, const char* name_sp
     return is_usable(path) ? path : nullptr;
 }
 
-} // namespace
-
-CMPIObjectPath* fill_association_reference(const association_shape& shape, const char* class_name,
-                                           const char* name_space, CMPIObjectPath* first, CMPIObjectPath* second,
-                                           const CMPIBroker* broker) {
+CMPIObjectPath* fill_reference(const association_roles& roles, const char* class_name, const char* name_space,
+                               CMPIObjectPath* first, CMPIObjectPath* second, const CMPIBroker* broker) {
     CMPIObjectPath* path = new_association_path(class_name, name_space, broker);
     if (path == nullptr || !has_ends(first, second))
         return nullptr;
     set_switch_host(path);
-    add_reference_key(path, shape.first_role, first);
-    add_reference_key(path, shape.second_role, second);
-    if (shape.is_setting) { // no roles, but keys all the same
+    add_reference_key(path, roles.first, first);
+    add_reference_key(path, roles.second, second);
+    if (roles.are_of_setting) { // no roles, but keys all the same
         add_uint16_key(path, "IsDefault", 1);
         add_uint16_key(path, "IsCurrent", 1);
     }
     return path;
 }
 
-CMPIInstance* build_association_instance(const association_shape& shape, const char* class_name, const char* name_space,
-                                         CMPIObjectPath* first, CMPIObjectPath* second, const CMPIBroker* broker) {
+CMPIInstance* build_instance(const association_roles& roles, const char* class_name, const char* name_space,
+                             CMPIObjectPath* first, CMPIObjectPath* second, const CMPIBroker* broker) {
     CMPIObjectPath* path = new_association_path(class_name, name_space, broker);
     if (path == nullptr)
         return nullptr;
@@ -58,58 +55,60 @@ CMPIInstance* build_association_instance(const association_shape& shape, const c
     CMPIInstance* instance = CMNewInstance(broker, path, nullptr);
     if (!is_usable(instance) || !has_ends(first, second))
         return nullptr;
-    set_reference(instance, shape.first_role, first);
-    set_reference(instance, shape.second_role, second);
-    if (shape.is_setting) {
+    set_reference(instance, roles.first, first);
+    set_reference(instance, roles.second, second);
+    if (roles.are_of_setting) {
         set_uint16(instance, "IsDefault", 1);
         set_uint16(instance, "IsCurrent", 1);
     }
     return instance;
 }
 
+} // namespace
+
 CMPIObjectPath* realize_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                        CMPIObjectPath* second, const CMPIBroker* broker) {
-    return fill_association_reference(realize, class_name, name_space, first, second, broker);
+    return fill_reference(realize_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIObjectPath* group_part_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                           CMPIObjectPath* second, const CMPIBroker* broker) {
-    return fill_association_reference(group_part, class_name, name_space, first, second, broker);
+    return fill_reference(group_part_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIObjectPath* managed_stats_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                              CMPIObjectPath* second, const CMPIBroker* broker) {
-    return fill_association_reference(managed_stats, class_name, name_space, first, second, broker);
+    return fill_reference(managed_stats_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIObjectPath* managed_setting_fill_reference(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                                CMPIObjectPath* second, const CMPIBroker* broker) {
-    return fill_association_reference(managed_setting, class_name, name_space, first, second, broker);
+    return fill_reference(managed_setting_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIInstance* realize_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                      CMPIObjectPath* second, const CMPIBroker* broker) {
-    return build_association_instance(realize, class_name, name_space, first, second, broker);
+    return build_instance(realize_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIInstance* group_part_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                         CMPIObjectPath* second, const CMPIBroker* broker) {
-    return build_association_instance(group_part, class_name, name_space, first, second, broker);
+    return build_instance(group_part_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIInstance* managed_stats_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                            CMPIObjectPath* second, const CMPIBroker* broker) {
-    return build_association_instance(managed_stats, class_name, name_space, first, second, broker);
+    return build_instance(managed_stats_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIInstance* managed_setting_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                              CMPIObjectPath* second, const CMPIBroker* broker) {
-    return build_association_instance(managed_setting, class_name, name_space, first, second, broker);
+    return build_instance(managed_setting_roles, class_name, name_space, first, second, broker);
 }
 
 CMPIInstance* hba_si_build_instance(const char* class_name, const char* name_space, CMPIObjectPath* first,
                                     CMPIObjectPath* second, const CMPIBroker* broker) {
-    return build_association_instance(system_software, class_name, name_space, first, second, broker);
+    return build_instance(system_software_roles, class_name, name_space, first, second, broker);
 }
 
 } // namespace fcip

@@ -19,4 +19,10 @@ using link_instance_builder = CMPIInstance*(const char* class_name, const char* 
 /// Makes the object path, that is the keys, of what a link row stands for. Arguments and result as above.
 using link_path_builder = CMPIObjectPath*(const char* class_name, const char* name_space, const FcipLinkEntry* link);
 
+/// The two builders of a class.
+struct link_class {
+    link_instance_builder* build;
+    link_path_builder* fill;
+};
+
 } // namespace fcip

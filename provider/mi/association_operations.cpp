@@ -6,8 +6,6 @@
 #include "provider/mi/association_routes.h"
 #include "provider/mi/key_scan.h"
 
-#include <strings.h>
-
 namespace fcip {
 
 namespace {
@@ -24,31 +22,31 @@ constexpr operation associator_names{"FCIP_AssociatorNames", "\n", "associator n
 constexpr operation references{"FCIP_References", " \n", "references can't find key\n"};
 constexpr operation reference_names{"FCIP_ReferenceNames", " \n", "references names can't find key\n"};
 
-/// The first row whose class it is; null if there is none.
-template <typename Member>
-Member* member_of(std::span<const association_route<Member>> routes, const char* class_name) {
-    for (const auto& route : routes)
-        if (strcasecmp(route.class_name, class_name) == 0)
-            return route.member;
-    return nullptr;
-}
+/// The object that a request starts from.
+struct source_object {
+    const char* class_name;
+    found_key key;
+};
 
-/// The frame of the four operations. `call` is handed the member, the key value and the path's namespace.
-template <typename Member, typename Call>
-CMPIStatus answer(const operation& asked, std::span<const association_route<Member>> routes, const CMPIObjectPath* path,
-                  Call call) {
+/// The frame's beginning: traces, and finds the source object's key, or prints that it cannot.
+source_object find_source_object(const operation& asked, const CMPIObjectPath* path) {
     const char* class_name = chars_of(CMGetClassName(path, nullptr));
     trace_entering(asked.name);
     const found_key key = scan_keys(class_name, path, asked.found_end);
-    if (!key.found) {
+    if (!key.found)
         trace(asked.no_key);
-        return key_not_found();
-    }
-    {
-        const platform_lock lock;
-        if (Member* member = member_of(routes, class_name))
-            call(member, key.value.data(), chars_of(CMGetNameSpace(path, nullptr)));
-    }
+    return {class_name, key};
+}
+
+/// The member that serves a source class; null if there is none.
+template <typename Member>
+Member* member_of(std::span<const class_row<Member*>> routes, const source_object& source) {
+    const auto* row = row_for(routes, source.class_name);
+    return row == nullptr ? nullptr : row->serves;
+}
+
+/// The frame's end.
+CMPIStatus end(const operation& asked) {
     trace_exiting(asked.name);
     return served();
 }
@@ -58,37 +56,59 @@ CMPIStatus answer(const operation& asked, std::span<const association_route<Memb
 CMPIStatus FCIP_Associators(CMPIAssociationMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                             const CMPIObjectPath* path, const char* association_class, const char* result_class,
                             const char* role, const char* result_role, const char** properties) {
-    return answer(associators, associators_routes(), path,
-                  [&](associators_member* member, const char* key_value, const char* name_space) {
-                      member(key_value, association_class, result_class, role, result_role, properties, result,
-                             name_space);
-                  });
+    const source_object source = find_source_object(associators, path);
+    if (!source.key.found)
+        return key_not_found();
+    {
+        const platform_lock lock;
+        if (const auto member = member_of(associators_routes(), source))
+            member(source.key.value.data(), association_class, result_class, role, result_role, properties, result,
+                   chars_of(CMGetNameSpace(path, nullptr)));
+    }
+    return end(associators);
 }
 
 CMPIStatus FCIP_AssociatorNames(CMPIAssociationMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                                 const CMPIObjectPath* path, const char* association_class, const char* result_class,
                                 const char* role, const char* result_role) {
-    return answer(associator_names, associator_names_routes(), path,
-                  [&](associator_names_member* member, const char* key_value, const char* name_space) {
-                      member(key_value, association_class, result_class, role, result_role, result, name_space);
-                  });
+    const source_object source = find_source_object(associator_names, path);
+    if (!source.key.found)
+        return key_not_found();
+    {
+        const platform_lock lock;
+        if (const auto member = member_of(associator_names_routes(), source))
+            member(source.key.value.data(), association_class, result_class, role, result_role, result,
+                   chars_of(CMGetNameSpace(path, nullptr)));
+    }
+    return end(associator_names);
 }
 
 CMPIStatus FCIP_References(CMPIAssociationMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                            const CMPIObjectPath* path, const char* result_class, const char* role,
                            const char** properties) {
-    return answer(references, references_routes(), path,
-                  [&](references_member* member, const char* key_value, const char* name_space) {
-                      member(key_value, result_class, role, properties, result, name_space);
-                  });
+    const source_object source = find_source_object(references, path);
+    if (!source.key.found)
+        return key_not_found();
+    {
+        const platform_lock lock;
+        if (const auto member = member_of(references_routes(), source))
+            member(source.key.value.data(), result_class, role, properties, result,
+                   chars_of(CMGetNameSpace(path, nullptr)));
+    }
+    return end(references);
 }
 
 CMPIStatus FCIP_ReferenceNames(CMPIAssociationMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                                const CMPIObjectPath* path, const char* result_class, const char* role) {
-    return answer(reference_names, reference_names_routes(), path,
-                  [&](reference_names_member* member, const char* key_value, const char* name_space) {
-                      member(key_value, result_class, role, result, name_space);
-                  });
+    const source_object source = find_source_object(reference_names, path);
+    if (!source.key.found)
+        return key_not_found();
+    {
+        const platform_lock lock;
+        if (const auto member = member_of(reference_names_routes(), source))
+            member(source.key.value.data(), result_class, role, result, chars_of(CMGetNameSpace(path, nullptr)));
+    }
+    return end(reference_names);
 }
 
 } // namespace fcip

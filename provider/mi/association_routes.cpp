@@ -4,7 +4,7 @@ namespace fcip {
 
 namespace {
 
-constexpr association_route<associators_member> associators[] = {
+constexpr class_row<associators_member*> associators[] = {
     {"ZANTO_FCIPProtocolEndPoint", get_fcip_pe_associators},
     {"ZANTO_RemoteFCIPPort", get_fcip_remote_pe_associators},
     {"ZANTO_IPProtocolEndPoint", get_ip_pe_associators},
@@ -23,7 +23,7 @@ constexpr association_route<associators_member> associators[] = {
     {"ZANTO_FCIPProfile", get_profile_associators},
 };
 
-constexpr association_route<associator_names_member> associator_names[] = {
+constexpr class_row<associator_names_member*> associator_names[] = {
     {"ZANTO_FCIPProtocolEndPoint", get_fcip_pe_associator_names},
     {"ZANTO_RemoteFCIPPort", get_fcip_remote_pe_associator_names},
     {"ZANTO_RemoteIPServiceAccessPoint", get_ip_remote_pe_associator_names},
@@ -41,7 +41,7 @@ constexpr association_route<associator_names_member> associator_names[] = {
     {"ZANTO_FCIPProfile", get_profile_associator_names},
 };
 
-constexpr association_route<references_member> references[] = {
+constexpr class_row<references_member*> references[] = {
     {"ZANTO_FCIPProtocolEndpoint", get_fcip_pe_references},
     {"ZANTO_RemoteFCIPPort", get_fcip_remote_pe_references},
     {"ZANTO_IPProtocolEndpoint", get_ip_pe_references},
@@ -60,7 +60,7 @@ constexpr association_route<references_member> references[] = {
 };
 
 // The remote classes are answered by the members of the local endpoints, with the remote object's key.
-constexpr association_route<reference_names_member> reference_names[] = {
+constexpr class_row<reference_names_member*> reference_names[] = {
     {"ZANTO_FCIPProtocolEndpoint", get_fcip_pe_reference_names},
     {"ZANTO_RemoteFCIPPort", get_ip_pe_reference_names},
     {"ZANTO_IPProtocolEndpoint", get_ip_pe_reference_names},
@@ -81,19 +81,19 @@ constexpr association_route<reference_names_member> reference_names[] = {
 
 } // namespace
 
-std::span<const association_route<associators_member>> associators_routes() {
+std::span<const class_row<associators_member*>> associators_routes() {
     return associators;
 }
 
-std::span<const association_route<associator_names_member>> associator_names_routes() {
+std::span<const class_row<associator_names_member*>> associator_names_routes() {
     return associator_names;
 }
 
-std::span<const association_route<references_member>> references_routes() {
+std::span<const class_row<references_member*>> references_routes() {
     return references;
 }
 
-std::span<const association_route<reference_names_member>> reference_names_routes() {
+std::span<const class_row<reference_names_member*>> reference_names_routes() {
     return reference_names;
 }
 

@@ -3,22 +3,16 @@
 
 #include "provider/associations/associators.h"
 #include "provider/associations/references.h"
+#include "provider/common/class_row.h"
 
 #include <span>
 
 namespace fcip {
 
-/// A row: the source class that is tested, and the member that serves it; null = nothing is returned.
-template <typename Member>
-struct association_route {
-    const char* class_name;
-    Member* member;
-};
-
-/// The rows of each operation, in test order.
-std::span<const association_route<associators_member>> associators_routes();
-std::span<const association_route<associator_names_member>> associator_names_routes();
-std::span<const association_route<references_member>> references_routes();
-std::span<const association_route<reference_names_member>> reference_names_routes();
+/// The rows of each operation, in test order; null = nothing is returned.
+std::span<const class_row<associators_member*>> associators_routes();
+std::span<const class_row<associator_names_member*>> associator_names_routes();
+std::span<const class_row<references_member*>> references_routes();
+std::span<const class_row<reference_names_member*>> reference_names_routes();
 
 } // namespace fcip

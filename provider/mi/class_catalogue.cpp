@@ -1,16 +1,12 @@
 #include "provider/mi/class_catalogue.h"
 
-#include <algorithm>
-
 #include <strings.h>
 
 namespace fcip {
 
 namespace {
 
-constexpr const char* any_key = nullptr;
-
-constexpr class_key keys[] = {
+constexpr class_row<const char*> keys[] = {
     {"ZANTO_FCIPProtocolEndPoint", "Name"},
     {"ZANTO_EthernetPort", "DeviceID"},
     {"ZANTO_EthernetPortStatistics", "InstanceID"},
@@ -41,22 +37,13 @@ constexpr class_key keys[] = {
 
 } // namespace
 
-std::span<const class_key> class_keys() {
+std::span<const class_row<const char*>> class_keys() {
     return keys;
 }
 
-const class_key* key_of(const char* class_name) {
-    const auto row = std::ranges::find_if(
-        keys, [class_name](const class_key& each) { return strcasecmp(each.class_name, class_name) == 0; });
-    return row == std::end(keys) ? nullptr : row;
-}
-
-bool is_key(const class_key* row, const char* key_name) {
-    return row != nullptr && (row->key_name == any_key || strcasecmp(row->key_name, key_name) == 0);
-}
-
 int check_key_name(const char* class_name, const char* key_name) {
-    return is_key(key_of(class_name), key_name) ? 1 : 0;
+    const auto* row = row_for(keys, class_name);
+    return row != nullptr && (row->serves == any_key || strcasecmp(row->serves, key_name) == 0) ? 1 : 0;
 }
 
 } // namespace fcip

@@ -2,17 +2,13 @@
 
 #include "provider/associations/binds_to.h"
 
-#include <algorithm>
-
-#include <strings.h>
-
 namespace fcip {
 
 namespace {
 
 // The two tables differ on purpose; do not derive one from the other.
 
-constexpr enumeration_route<path_enumerator> paths[] = {
+constexpr class_row<path_enumerator*> paths[] = {
     {"ZANTO_FCIPProtocolEndPoint", get_all_fcip_pe_references},
     {"ZANTO_RemoteFCIPPort", get_all_fcip_pe_references},
     {"ZANTO_IPProtocolEndPoint", get_all_ip_pe_references},
@@ -37,7 +33,7 @@ int get_all_associations(const char* class_name, const CMPIResult* result, const
     return get_all_binds_to_instances(class_name, result, name_space, properties);
 }
 
-constexpr enumeration_route<instance_enumerator> instances[] = {
+constexpr class_row<instance_enumerator*> instances[] = {
     {"ZANTO_FCIPProtocolEndPoint", get_all_fcip_pe_instances},
     {"ZANTO_RemoteFCIPPort", get_all_fcip_pe_instances},
     {"ZANTO_IPProtocolEndPoint", get_all_ip_pe_instances},
@@ -73,29 +69,24 @@ constexpr enumeration_route<instance_enumerator> instances[] = {
     {"ZANTO_EthernetPortStatisticalData", get_all_eth_stat_data_instances},
 };
 
-template <typename Enumerator>
-Enumerator* find(std::span<const enumeration_route<Enumerator>> routes, const char* class_name, Enumerator* other) {
-    const auto row =
-        std::ranges::find_if(routes, [&](const auto& route) { return strcasecmp(route.class_name, class_name) == 0; });
-    return row == routes.end() ? other : row->enumerate;
-}
-
 } // namespace
 
-std::span<const enumeration_route<path_enumerator>> path_routes() {
+std::span<const class_row<path_enumerator*>> path_routes() {
     return paths;
 }
 
-std::span<const enumeration_route<instance_enumerator>> instance_routes() {
+std::span<const class_row<instance_enumerator*>> instance_routes() {
     return instances;
 }
 
 path_enumerator* path_enumerator_of(const char* class_name) {
-    return find(path_routes(), class_name, get_all_binds_to_references);
+    const auto* row = row_for(paths, class_name);
+    return row == nullptr ? get_all_binds_to_references : row->serves;
 }
 
 instance_enumerator* instance_enumerator_of(const char* class_name) {
-    return find(instance_routes(), class_name, get_all_associations);
+    const auto* row = row_for(instances, class_name);
+    return row == nullptr ? get_all_associations : row->serves;
 }
 
 } // namespace fcip

@@ -1,63 +1,11 @@
-// How the one object that a key value names is found, built and returned.
+// How FCIP_GetInstance serves each class.
 #pragma once
 
-#include "provider/access/fcip_tables.h"
-#include "provider/classes/builders.h"
-
-#include <span>
+#include "provider/mi/gets.h"
 
 namespace fcip {
 
-/// A get request whose key was found.
-struct get_request {
-    const char* class_name; ///< as requested
-    const char* key_value;
-    const char* name_space;
-    const CMPIObjectPath* path;
-    const CMPIResult* result;
-    const char** properties; ///< null = all
-};
-
-/// What one class's get does: looks the key up and returns at most one instance to the request's result.
-using get_function = void(const get_request& request);
-
-/// A row of a route table. Either `build` is set: the link row that the key names in `mode` is built as `fixed_class`,
-/// or as the class requested if that is null; or `get` is; or neither, and nothing is returned.
-struct get_route {
-    const char* class_name;
-    lookup_mode mode;
-    link_instance_builder* build;
-    const char* fixed_class;
-    get_function* get;
-};
-
-/// Rows, for tables that read like what they say.
-constexpr get_route from_link(const char* class_name, lookup_mode mode, link_instance_builder* build,
-                              const char* fixed_class = nullptr) {
-    return {class_name, mode, build, fixed_class, nullptr};
-}
-constexpr get_route through(const char* class_name, get_function* get) {
-    return {class_name, lookup_mode{}, nullptr, nullptr, get};
-}
-constexpr get_route nothing_for(const char* class_name) {
-    return {class_name, lookup_mode{}, nullptr, nullptr, nullptr};
-}
-
-/// Serves the request by the first row whose class it is; without one nothing is returned.
-void dispatch_get(std::span<const get_route> routes, const get_request& request);
-
-/// Finds the link row that the request's key names. Storage starts zeroed and stays so when the key names no row: a
-/// well-formed key always reaches the builder. @return false for a key too short for the mode
-bool look_up_link(const get_request& request, lookup_mode mode, FcipLinkEntry& link);
-
-/// Builds a tunnel's TCP statistical data, with the link's error counters fetched and released around it.
-/// @param function whose name the trace of a failed query carries
-void return_tcp_statistics(const get_request& request, lookup_mode mode, const char* function);
-
-/// The get functions of the association classes.
-get_function get_dependency;
-get_function get_group_part;
-get_function get_managed_setting;
-get_function get_managed_stats;
+/// The rows of FCIP_GetInstance, in test order.
+std::span<const class_row<get_route>> get_instance_routes();
 
 } // namespace fcip

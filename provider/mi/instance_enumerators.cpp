@@ -3,49 +3,36 @@
 #include "provider/access/fcip_tables.h"
 #include "provider/access/ports.h"
 #include "provider/classes/fcip/fcip_profile.h"
-#include "provider/classes/fcip/fcip_protocol_endpoint.h"
-#include "provider/classes/fcip/fcip_settings.h"
-#include "provider/classes/fcip/ip_settings.h"
-#include "provider/classes/fcip/remote_fcip_port.h"
-#include "provider/classes/fcip/tcp_settings.h"
+#include "provider/classes/link_classes.h"
 #include "provider/classes/net/ethernet_port_statistics.h"
-#include "provider/classes/net/ip_protocol_endpoint.h"
-#include "provider/classes/net/ip_statistics.h"
 #include "provider/classes/net/lan_endpoint.h"
-#include "provider/classes/net/remote_ip_service_access_point.h"
-#include "provider/classes/net/remote_tcp_port.h"
-#include "provider/classes/net/tcp_protocol_endpoint.h"
-#include "provider/classes/net/tcp_statistics.h"
+#include "provider/common/class_row.h"
 #include "provider/common/results.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
-#include "provider/mi/class_builders.h"
 
 namespace fcip {
 
 namespace {
 
-using link_class = class_builder<link_instance_builder>;
+using namespace classes;
 
-constexpr link_class fcip_classes[] = {
-    {"ZANTO_FCIPProtocolEndPoint", fcip_pe_build_instance},
-    {"ZANTO_RemoteFCIPPort", fcip_remote_pe_build_instance},
+constexpr class_row<link_class> fcip_classes[] = {
+    {"ZANTO_FCIPProtocolEndPoint", fcip_pe},
+    {"ZANTO_RemoteFCIPPort", fcip_remote_pe},
 };
 
-constexpr link_class ip_classes[] = {
-    {"ZANTO_IPProtocolEndPoint", ip_pe_build_instance},
-    {"ZANTO_RemoteIPServiceAccessPoint", ip_remote_pe_build_instance},
-    {"ZANTO_RemoteTCPPort", remote_service_ap_build_instance}, // the name says otherwise; the pair is right
-    {"ZANTO_TCPProtocolEndPoint", tcp_pe_build_instance},
-    {"ZANTO_FCIPSettings", fcip_settings_build_instance},
-    {"ZANTO_IPSettings", ip_settings_build_instance},
-    {"ZANTO_TCPSettings", tcp_settings_build_instance},
+constexpr class_row<link_class> ip_classes[] = {
+    {"ZANTO_IPProtocolEndPoint", ip_pe},        {"ZANTO_RemoteIPServiceAccessPoint", ip_remote_pe},
+    {"ZANTO_RemoteTCPPort", remote_service_ap}, // the name says otherwise; the pair is right
+    {"ZANTO_TCPProtocolEndPoint", tcp_pe},      {"ZANTO_FCIPSettings", fcip_settings},
+    {"ZANTO_IPSettings", ip_settings},          {"ZANTO_TCPSettings", tcp_settings},
 };
 
-constexpr link_class statistics_classes[] = {
-    {"ZANTO_IPEndPointStatistics", ip_statistics_build_instance},
-    {"ZANTO_TCPEndPointStatistics", tcp_statistics_build_instance},
-    {"ZANTO_TCPStatisticalData", tcp_statistical_data_build_instance},
+constexpr class_row<link_class> statistics_classes[] = {
+    {"ZANTO_IPEndPointStatistics", ip_statistics},
+    {"ZANTO_TCPEndPointStatistics", tcp_statistics},
+    {"ZANTO_TCPStatisticalData", tcp_statistical_data},
 };
 
 } // namespace
@@ -53,10 +40,10 @@ constexpr link_class statistics_classes[] = {
 int get_all_fcip_pe_instances(const char* class_name, const CMPIResult* result, const char** properties,
                               const char* name_space) {
     trace_entering(__func__);
-    const auto build = builder_of<link_instance_builder>(fcip_classes, class_name);
+    const auto* row = row_for(fcip_classes, class_name);
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
-        if (build != nullptr)
-            return_instance(result, build(class_name, name_space, &link, properties));
+        if (row != nullptr)
+            return_instance(result, row->serves.build(class_name, name_space, &link, properties));
         return walk::go_on;
     });
     return 0;
@@ -66,11 +53,12 @@ int get_all_ip_pe_instances(const char* class_name, const CMPIResult* result, co
                             const char* name_space) {
     const char* const self = __func__;
     trace_entering(self);
-    const auto build = builder_of<link_instance_builder>(ip_classes, class_name);
+    const auto* row = row_for(ip_classes, class_name);
     const bool left_over = walk_links(mts_q, [&](const FcipLinkEntry& link) {
         trace_location(self, 1856);
         // A class without builder gets a null instance per row.
-        return_instance(result, build == nullptr ? nullptr : build(class_name, name_space, &link, properties));
+        return_instance(result,
+                        row == nullptr ? nullptr : row->serves.build(class_name, name_space, &link, properties));
         return walk::go_on;
     });
     if (left_over)
@@ -82,10 +70,11 @@ int get_all_statistics(const char* class_name, const CMPIResult* result, const c
                        const char* name_space) {
     const char* const self = __func__;
     trace_entering(self);
-    const auto build = builder_of<link_instance_builder>(statistics_classes, class_name);
+    const auto* row = row_for(statistics_classes, class_name);
     const bool left_over = walk_links(mts_q, [&](const FcipLinkEntry& link) {
         // A class without builder gets a null instance per row.
-        return_instance(result, build == nullptr ? nullptr : build(class_name, name_space, &link, properties));
+        return_instance(result,
+                        row == nullptr ? nullptr : row->serves.build(class_name, name_space, &link, properties));
         trace_location(self, 1817);
         return walk::go_on;
     });

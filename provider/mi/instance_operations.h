@@ -2,9 +2,6 @@
 #pragma once
 
 #include "provider/common/broker.h"
-#include "provider/mi/get_routes.h"
-
-#include <span>
 
 namespace fcip {
 
@@ -20,8 +17,5 @@ CMPIStatus FCIP_EnumInstances(CMPIInstanceMI* mi, const CMPIContext* context, co
 /// class's key is answered with the message "invalid key name".
 CMPIStatus FCIP_GetInstance(CMPIInstanceMI* mi, const CMPIContext* context, const CMPIResult* result,
                             const CMPIObjectPath* path, const char** properties);
-
-/// The rows of FCIP_GetInstance, in test order.
-std::span<const get_route> get_instance_routes();
 
 } // namespace fcip

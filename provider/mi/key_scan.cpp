@@ -8,14 +8,13 @@
 namespace fcip {
 
 found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* line_end) {
-    const class_key* wanted = key_of(class_name);
     found_key key;
     const CMPICount count = CMGetKeyCount(path, nullptr);
     for (CMPICount index = 0; index < count && !key.found; ++index) {
         CMPIString* name = nullptr;
         const CMPIData data = CMGetKeyAt(path, index, &name, nullptr);
         const auto key_name = copy_text<254>(chars_of(name));
-        if (!is_key(wanted, key_name.data()))
+        if (check_key_name(class_name, key_name.data()) == 0)
             continue;
         key.found = true;
         if (data.type == CMPI_string) {

@@ -3,57 +3,46 @@
 #include "provider/access/fcip_tables.h"
 #include "provider/access/ports.h"
 #include "provider/classes/fcip/fcip_profile.h"
-#include "provider/classes/fcip/fcip_protocol_endpoint.h"
-#include "provider/classes/fcip/fcip_settings.h"
-#include "provider/classes/fcip/ip_settings.h"
-#include "provider/classes/fcip/remote_fcip_port.h"
+#include "provider/classes/link_classes.h"
 #include "provider/classes/net/ethernet_port_statistics.h"
-#include "provider/classes/net/ip_protocol_endpoint.h"
 #include "provider/classes/net/lan_endpoint.h"
-#include "provider/classes/net/remote_ip_service_access_point.h"
-#include "provider/classes/net/remote_tcp_port.h"
-#include "provider/classes/net/statistics_path.h"
-#include "provider/classes/net/tcp_protocol_endpoint.h"
+#include "provider/common/class_row.h"
 #include "provider/common/results.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
-#include "provider/mi/class_builders.h"
 
 namespace fcip {
 
 namespace {
 
-using link_class = class_builder<link_path_builder>;
+using namespace classes;
 
-constexpr link_class fcip_classes[] = {
-    {"ZANTO_FCIPProtocolEndPOint", fcip_pe_fill_reference},
-    {"ZANTO_RemoteFCIPPort", fcip_remote_pe_fill_reference},
+constexpr class_row<link_class> fcip_classes[] = {
+    {"ZANTO_FCIPProtocolEndPOint", fcip_pe},
+    {"ZANTO_RemoteFCIPPort", fcip_remote_pe},
 };
 
-constexpr link_class ip_classes[] = {
-    {"ZANTO_IPProtocolEndPoint", ip_pe_fill_reference},
-    {"ZANTO_RemoteIPServiceAccessPoint", ip_remote_pe_fill_reference},
-    {"ZANTO_RemoteTCPPort", remote_service_ap_fill_reference},
-    {"ZANTO_TCPProtocolEndPoint", tcp_pe_fill_reference},
-    {"ZANTO_FCIPSettings", fcip_settings_fill_reference},
-    {"ZANTO_IPSettings", ip_settings_fill_reference},
-    {"ZANTO_TCPSettings", ip_settings_fill_reference}, // made by the IP settings' builder; only the traces tell
+constexpr class_row<link_class> ip_classes[] = {
+    {"ZANTO_IPProtocolEndPoint", ip_pe},        {"ZANTO_RemoteIPServiceAccessPoint", ip_remote_pe},
+    {"ZANTO_RemoteTCPPort", remote_service_ap}, {"ZANTO_TCPProtocolEndPoint", tcp_pe},
+    {"ZANTO_FCIPSettings", fcip_settings},      {"ZANTO_IPSettings", ip_settings},
+    {"ZANTO_TCPSettings", ip_settings}, // made by the IP settings' builder; only the traces tell
 };
 
-constexpr link_class statistics_classes[] = {
-    {"ZANTO_IPEndPointStatistics", stat_fill_reference},
-    {"ZANTO_TCPEndPointStatistics", stat_fill_reference},
-    {"ZANTO_TCPStatisticalData", stat_fill_reference},
+constexpr class_row<link_class> statistics_classes[] = {
+    {"ZANTO_IPEndPointStatistics", ip_statistics},
+    {"ZANTO_TCPEndPointStatistics", tcp_statistics},
+    {"ZANTO_TCPStatisticalData", tcp_statistical_data},
 };
 
 } // namespace
 
 int get_all_fcip_pe_references(const char* class_name, const CMPIResult* result, const char* name_space) {
     trace_entering(__func__);
-    const auto fill = builder_of<link_path_builder>(fcip_classes, class_name);
+    const auto* row = row_for(fcip_classes, class_name);
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
-        if (fill != nullptr)
-            return_path(result, fill(class_name, name_space, &link));
+        if (row != nullptr)
+            return_path(result, row->serves.fill(class_name, name_space, &link));
         return walk::go_on;
     });
     return 0;
@@ -62,11 +51,11 @@ int get_all_fcip_pe_references(const char* class_name, const CMPIResult* result,
 int get_all_ip_pe_references(const char* class_name, const CMPIResult* result, const char* name_space) {
     const char* const self = __func__;
     trace_entering(self);
-    const auto fill = builder_of<link_path_builder>(ip_classes, class_name);
+    const auto* row = row_for(ip_classes, class_name);
     const bool left_over = walk_links(mts_q, [&](const FcipLinkEntry& link) {
         trace_location(self, 755);
         // A class without builder gets a null path per row.
-        return_path(result, fill == nullptr ? nullptr : fill(class_name, name_space, &link));
+        return_path(result, row == nullptr ? nullptr : row->serves.fill(class_name, name_space, &link));
         return walk::go_on;
     });
     if (left_over)
@@ -77,11 +66,11 @@ int get_all_ip_pe_references(const char* class_name, const CMPIResult* result, c
 int get_all_statistic_references(const char* class_name, const CMPIResult* result, const char* name_space) {
     const char* const self = __func__;
     trace_entering(self);
-    const auto fill = builder_of<link_path_builder>(statistics_classes, class_name);
+    const auto* row = row_for(statistics_classes, class_name);
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
         trace_location(self, 699);
         // A class without builder gets a null path per row.
-        return_path(result, fill == nullptr ? nullptr : fill(class_name, name_space, &link));
+        return_path(result, row == nullptr ? nullptr : row->serves.fill(class_name, name_space, &link));
         return walk::go_on;
     });
     trace_exiting(self);

@@ -2,33 +2,29 @@
 
 #include "provider/access/ports.h"
 #include "provider/classes/fcip/fcip_profile.h"
-#include "provider/classes/fcip/fcip_protocol_endpoint.h"
-#include "provider/classes/fcip/fcip_settings.h"
-#include "provider/classes/fcip/ip_settings.h"
-#include "provider/classes/fcip/remote_fcip_port.h"
-#include "provider/classes/fcip/tcp_settings.h"
+#include "provider/classes/link_classes.h"
 #include "provider/classes/net/ethernet_port_statistics.h"
-#include "provider/classes/net/ip_protocol_endpoint.h"
-#include "provider/classes/net/ip_statistics.h"
 #include "provider/classes/net/lan_endpoint.h"
-#include "provider/classes/net/remote_ip_service_access_point.h"
 #include "provider/common/endian.h"
 #include "provider/common/results.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
-#include "provider/mi/get_routes.h"
+#include "provider/mi/gets.h"
 
 namespace fcip {
 
 namespace {
 
+using namespace classes;
+using enum lookup_mode;
+
 void get_tcp_endpoint_statistics(const get_request& request) {
-    return_tcp_statistics(request, lookup_mode::if_index_only, "get_fcip_instance");
+    return_tcp_statistics(request, if_index_only, "get_fcip_instance");
 }
 
 void get_ethernet_port_statistics(const get_request& request) {
     FcipLinkEntry link{};
-    if (!look_up_link(request, lookup_mode::ethernet_if_index, link))
+    if (!look_up_link(request, ethernet_if_index, link))
         return;
     if (const auto port = fetch_port(platform_exact, link.ethernet_if_index))
         return_instance(request.result, eth_statistics_build_instance(request.class_name, request.name_space,
@@ -38,51 +34,51 @@ void get_ethernet_port_statistics(const get_request& request) {
 void get_profile(const get_request& request) {
     FcipLinkEntry link{};
     FcipEntityEntry profile{};
-    if (look_up_link(request, lookup_mode::entity, link) && get_profile_from_link_entry(&link, &profile) == 0)
+    if (look_up_link(request, entity, link) && get_profile_from_link_entry(&link, &profile) == 0)
         return_instance(request.result, fcip_profile_build_instance("ZANTO_FCIPProfile", request.name_space, &profile,
                                                                     request.properties));
 }
 
 void get_lan_endpoint(const get_request& request) {
     FcipLinkEntry link{};
-    if (look_up_link(request, lookup_mode::tunnel, link))
+    if (look_up_link(request, tunnel, link))
         return_instance(request.result, lan_endpoint_build_instance(request.class_name, request.name_space,
                                                                     link.ethernet_if_index, request.properties));
 }
 
 // Other modes and other pairings than those of FCIP_GetInstance, two misspelt names included.
-constexpr get_route routes[] = {
-    from_link("ZANTO_FCIPProtocolEndPoint", lookup_mode::tunnel, fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint"),
-    from_link("ZANTO_TCPProtocolEndPoint", lookup_mode::tunnel, fcip_pe_build_instance, "ZANTO_FCIPProtocolEndPoint"),
-    from_link("ZANTO_RemoteFCIPPort", lookup_mode::peer_address, fcip_remote_pe_build_instance),
-    from_link("ZANTO_IPProtocolEndPoint", lookup_mode::if_index, ip_pe_build_instance),
-    from_link("ZANTO_FCIPRemoteServiceAccessPoint", lookup_mode::peer_address, ip_remote_pe_build_instance),
-    from_link("ZANTO_RemoteTCPort", lookup_mode::peer_address, ip_remote_pe_build_instance),
-    from_link("ZANTO_FCIPSettings", lookup_mode::if_index_only, fcip_settings_build_instance),
-    from_link("ZANTO_IPSettings", lookup_mode::if_index_only, ip_settings_build_instance),
-    from_link("ZANTO_TCPSettings", lookup_mode::if_index_only, tcp_settings_build_instance),
-    from_link("ZANTO_IPEndPointStatistics", lookup_mode::if_index_only, ip_statistics_build_instance),
-    through("ZANTO_TCPEndPointStatistics", get_tcp_endpoint_statistics),
-    through("ZANTO_EthernetPortStatistics", get_ethernet_port_statistics),
-    through("ZANTO_FCIPProfile", get_profile),
-    through("ZANTO_LANEndPoint", get_lan_endpoint),
-    through("ZANTO_SANFCIPEndpoint", get_dependency),
-    through("ZANTO_SANIPEndpoint", get_dependency),
-    through("ZANTO_FCIPTCPEndpoint", get_dependency),
-    through("ZANTO_TCPIPEndpoint", get_dependency),
-    through("ZANTO_SANTCPEndpoint", get_dependency),
-    through("ZANTO_IPEthernetEndpoint", get_dependency),
-    through("ZANTO_EthernetPortProtocolEndpoint", get_dependency),
-    nothing_for("ZANTO_FCPortProtocolEndPoint"),
-    through("ZANTO_SwitchHostedFCIPAccessPoint", get_dependency),
-    through("ZANTO_SwitchHostedIPAccessPoint", get_dependency),
-    through("ZANTO_SwitchHostedTCPAccessPoint", get_dependency),
-    through("ZANTO_FCIPPEBasedOn", get_group_part),
-    through("ZANTO_FCIPElementSettingData", get_managed_setting),
-    through("ZANTO_TCPElementSettingData", get_managed_setting),
-    through("ZANTO_IPElementSettingData", get_managed_setting),
-    through("ZANTO_IPEndPointStatisticalData", get_managed_stats),
-    through("ZANTO_EthernetPortStatisticalData", get_managed_stats),
+constexpr class_row<get_route> routes[] = {
+    {"ZANTO_FCIPProtocolEndPoint", from_link(tunnel, fcip_pe, "ZANTO_FCIPProtocolEndPoint")},
+    {"ZANTO_TCPProtocolEndPoint", from_link(tunnel, fcip_pe, "ZANTO_FCIPProtocolEndPoint")},
+    {"ZANTO_RemoteFCIPPort", from_link(peer_address, fcip_remote_pe)},
+    {"ZANTO_IPProtocolEndPoint", from_link(if_index, ip_pe)},
+    {"ZANTO_FCIPRemoteServiceAccessPoint", from_link(peer_address, ip_remote_pe)},
+    {"ZANTO_RemoteTCPort", from_link(peer_address, ip_remote_pe)},
+    {"ZANTO_FCIPSettings", from_link(if_index_only, fcip_settings)},
+    {"ZANTO_IPSettings", from_link(if_index_only, ip_settings)},
+    {"ZANTO_TCPSettings", from_link(if_index_only, tcp_settings)},
+    {"ZANTO_IPEndPointStatistics", from_link(if_index_only, ip_statistics)},
+    {"ZANTO_TCPEndPointStatistics", through(get_tcp_endpoint_statistics)},
+    {"ZANTO_EthernetPortStatistics", through(get_ethernet_port_statistics)},
+    {"ZANTO_FCIPProfile", through(get_profile)},
+    {"ZANTO_LANEndPoint", through(get_lan_endpoint)},
+    {"ZANTO_SANFCIPEndpoint", through(get_dependency)},
+    {"ZANTO_SANIPEndpoint", through(get_dependency)},
+    {"ZANTO_FCIPTCPEndpoint", through(get_dependency)},
+    {"ZANTO_TCPIPEndpoint", through(get_dependency)},
+    {"ZANTO_SANTCPEndpoint", through(get_dependency)},
+    {"ZANTO_IPEthernetEndpoint", through(get_dependency)},
+    {"ZANTO_EthernetPortProtocolEndpoint", through(get_dependency)},
+    {"ZANTO_FCPortProtocolEndPoint", nothing},
+    {"ZANTO_SwitchHostedFCIPAccessPoint", through(get_dependency)},
+    {"ZANTO_SwitchHostedIPAccessPoint", through(get_dependency)},
+    {"ZANTO_SwitchHostedTCPAccessPoint", through(get_dependency)},
+    {"ZANTO_FCIPPEBasedOn", through(get_group_part)},
+    {"ZANTO_FCIPElementSettingData", through(get_managed_setting)},
+    {"ZANTO_TCPElementSettingData", through(get_managed_setting)},
+    {"ZANTO_IPElementSettingData", through(get_managed_setting)},
+    {"ZANTO_IPEndPointStatisticalData", through(get_managed_stats)},
+    {"ZANTO_EthernetPortStatisticalData", through(get_managed_stats)},
 };
 
 } // namespace

@@ -106,30 +106,20 @@ const std::vector<Member> reference_names = {
 const Thing fcip_endpoint_1{in_vsan_1 + R"(CreationClassName="ZANTO_FCIPProtocolEndPoint",Name="1_10.1.1.1_10.1.1.2")"};
 const Thing fcip_endpoint_3{in_vsan_1 +
                             R"(CreationClassName="ZANTO_FCIPProtocolEndPoint",Name="3_10.1.1.1_192.168.100.101")"};
-const Thing fcip_endpoint_7{in_vsan_20 +
-                            R"(CreationClassName="ZANTO_FCIPProtocolEndPoint",Name="7_2001:db8::1_2001:db8::2")"};
 const Thing fcip_endpoint_8{in_vsan_1 +
                             R"(CreationClassName="ZANTO_FCIPProtocolEndPoint",Name="8_2001:db8::1_2001:db8::9")"};
-const Thing ip_endpoint_1{in_vsan_1 +
-                          R"(CreationClassName="ZANTO_IPProtocolEndPoint",Name="16777216_10.1.1.1_10.1.1.2")"};
 const Thing ip_endpoint_3{in_vsan_1 +
                           R"(CreationClassName="ZANTO_IPProtocolEndPoint",Name="16777218_10.1.1.1_192.168.100.101")"};
 const Thing ip_endpoint_7{in_vsan_20 +
                           R"(CreationClassName="ZANTO_IPProtocolEndPoint",Name="16777222_2001:db8::1_2001:db8::2")"};
-const Thing tcp_endpoint_1{in_vsan_1 + R"(CreationClassName="ZANTO_TCPProtocolEndPoint",Name="16777216")"};
 const Thing tcp_endpoint_3{in_vsan_1 + R"(CreationClassName="ZANTO_TCPProtocolEndPoint",Name="16777218")"};
-const Thing tcp_endpoint_7{in_vsan_20 + R"(CreationClassName="ZANTO_TCPProtocolEndPoint",Name="16777222")"};
-const Thing remote_fcip_port_1{in_vsan_1 + R"(CreationClassName="ZANTO_RemoteFCIPPort",Name="0_10.1.1.2_10.1.1.1")"};
 const Thing remote_fcip_port_3{in_vsan_1 +
                                R"(CreationClassName="ZANTO_RemoteFCIPPort",Name="0_192.168.100.101_10.1.1.1")"};
-const Thing remote_ip_port_1{in_vsan_1 +
-                             R"(CreationClassName="ZANTO_RemoteIPServiceAccessPoint",Name="0_10.1.1.2_10.1.1.1")"};
 const Thing remote_ip_port_3{
     in_vsan_1 + R"(CreationClassName="ZANTO_RemoteIPServiceAccessPoint",Name="0_192.168.100.101_10.1.1.1")"};
 const Thing remote_tcp_port_3{R"(SystemName="200100005EAA0001",Name="0_16777218",)"
                               R"(SystemCreationClassName="ZANTO_LogicalComputerSystem",)"
                               R"(CreationClassName="ZANTO_RemoteTCPPort")"};
-const Thing instance_of_tunnel_1{R"(InstanceID="16777216")"};
 const Thing instance_of_tunnel_3{R"(InstanceID="16777218")"};
 const Thing profile_3{R"(InstanceID="3")"};
 const Thing lan_endpoint_1{lan_on_switch + R"(Name="-2097152000:02:00:00:aa:00:01")"};

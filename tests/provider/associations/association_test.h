@@ -23,11 +23,11 @@ struct Thing {
     std::string operator()(const std::string& class_name) const { return "root/cimv2:" + class_name + "." + keys; }
 };
 
-extern const Thing fcip_endpoint_1, fcip_endpoint_3, fcip_endpoint_7, fcip_endpoint_8;
-extern const Thing ip_endpoint_1, ip_endpoint_3, ip_endpoint_7;
-extern const Thing tcp_endpoint_1, tcp_endpoint_3, tcp_endpoint_7;
-extern const Thing remote_fcip_port_1, remote_fcip_port_3, remote_ip_port_1, remote_ip_port_3, remote_tcp_port_3;
-extern const Thing instance_of_tunnel_1, instance_of_tunnel_3; ///< settings and statistics
+extern const Thing fcip_endpoint_1, fcip_endpoint_3, fcip_endpoint_8;
+extern const Thing ip_endpoint_3, ip_endpoint_7;
+extern const Thing tcp_endpoint_3;
+extern const Thing remote_fcip_port_3, remote_ip_port_3, remote_tcp_port_3;
+extern const Thing instance_of_tunnel_3; ///< settings and statistics
 extern const Thing profile_3;
 extern const Thing lan_endpoint_1, lan_endpoint_2;
 extern const Thing statistics_of_ethernet_2, statistics_of_ethernet_1;

@@ -149,8 +149,8 @@ std::vector<std::pair<std::string, std::string>> named(std::span<const Route> ro
     for (const auto& route : routes) {
         std::string name = "nothing";
         for (const Member& member : members())
-            if (const auto* function = std::get_if<decltype(route.member)>(&member.function))
-                if (*function == route.member)
+            if (const auto* function = std::get_if<decltype(route.serves)>(&member.function))
+                if (*function == route.serves)
                     name = member.name;
         rows.emplace_back(route.class_name, name);
     }

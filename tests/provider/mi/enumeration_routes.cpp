@@ -46,7 +46,7 @@ std::string instance_walk(instance_enumerator* walk) {
 TEST(EnumerationRoutes, NamesInTestOrder) {
     std::vector<named_route> actual;
     for (const auto& route : path_routes())
-        actual.emplace_back(route.class_name, path_walks.at(route.enumerate));
+        actual.emplace_back(route.class_name, path_walks.at(route.serves));
     EXPECT_EQ(actual, (std::vector<named_route>{
                           {"ZANTO_FCIPProtocolEndPoint", "get_all_fcip_pe_references"},
                           {"ZANTO_RemoteFCIPPort", "get_all_fcip_pe_references"},
@@ -70,7 +70,7 @@ TEST(EnumerationRoutes, NamesInTestOrder) {
 TEST(EnumerationRoutes, InstancesInTestOrder) {
     std::vector<named_route> actual;
     for (const auto& route : instance_routes())
-        actual.emplace_back(route.class_name, instance_walk(route.enumerate));
+        actual.emplace_back(route.class_name, instance_walk(route.serves));
     EXPECT_EQ(actual, (std::vector<named_route>{
                           {"ZANTO_FCIPProtocolEndPoint", "get_all_fcip_pe_instances"},
                           {"ZANTO_RemoteFCIPPort", "get_all_fcip_pe_instances"},

@@ -1,16 +1,7 @@
 // Which lookup and which builder serve a get: FCIP_GetInstance's table, row by row, those that no key reaches included.
-#include "provider/mi/instance_operations.h"
+#include "provider/mi/get_routes.h"
 
-#include "provider/classes/fcip/fcip_protocol_endpoint.h"
-#include "provider/classes/fcip/fcip_settings.h"
-#include "provider/classes/fcip/ip_settings.h"
-#include "provider/classes/fcip/remote_fcip_port.h"
-#include "provider/classes/fcip/tcp_settings.h"
-#include "provider/classes/net/ip_protocol_endpoint.h"
-#include "provider/classes/net/ip_statistics.h"
-#include "provider/classes/net/remote_ip_service_access_point.h"
-#include "provider/classes/net/remote_tcp_port.h"
-#include "provider/classes/net/tcp_protocol_endpoint.h"
+#include "provider/classes/link_classes.h"
 #include "provider/mi/class_catalogue.h"
 
 #include <gtest/gtest.h>
@@ -48,15 +39,16 @@ const std::map<get_function*, std::string> association_functions = {
 /// Class, lookup mode, and what answers. "its own" is a function of that one row.
 using row = std::array<std::string, 3>;
 
-row row_of(const get_route& route) {
-    EXPECT_EQ(route.fixed_class, nullptr) << route.class_name;
-    EXPECT_TRUE(route.build == nullptr || route.get == nullptr) << route.class_name;
+row row_of(const class_row<get_route>& at) {
+    const auto& [class_name, route] = at;
+    EXPECT_EQ(route.fixed_class, nullptr) << class_name;
+    EXPECT_TRUE(route.build == nullptr || route.get == nullptr) << class_name;
     if (route.build != nullptr)
-        return {route.class_name, std::to_string(static_cast<int>(route.mode)), builders.at(route.build)};
+        return {class_name, std::to_string(static_cast<int>(route.mode)), builders.at(route.build)};
     if (route.get == nullptr)
-        return {route.class_name, "-", "nothing"};
+        return {class_name, "-", "nothing"};
     const auto association = association_functions.find(route.get);
-    return {route.class_name, "-", association == association_functions.end() ? "its own" : association->second};
+    return {class_name, "-", association == association_functions.end() ? "its own" : association->second};
 }
 
 const std::vector<row> expected = {
@@ -97,15 +89,15 @@ const std::vector<row> expected = {
 
 TEST(GetRoutes, ClassesLookupsAndBuildersInTestOrder) {
     std::vector<row> actual;
-    for (const get_route& route : get_instance_routes())
+    for (const auto& route : get_instance_routes())
         actual.push_back(row_of(route));
     EXPECT_EQ(actual, expected);
 }
 
 TEST(GetRoutes, RowsThatNoKeyReachesAreKept) {
     std::vector<std::string> unreached;
-    for (const get_route& route : get_instance_routes())
-        if (key_of(route.class_name) == nullptr)
+    for (const auto& route : get_instance_routes())
+        if (row_for(class_keys(), route.class_name) == nullptr)
             unreached.emplace_back(route.class_name);
     EXPECT_EQ(unreached,
               (std::vector<std::string>{"ZANTO_TCPStatisticalData", "ZANTO_RemoteIPPort", "ZANTO_IPEthernetEndpoint",
@@ -116,9 +108,9 @@ TEST(GetRoutes, RowsThatNoKeyReachesAreKept) {
 
 TEST(GetRoutes, FunctionsOfOneRowAreNotShared) {
     std::set<get_function*> own;
-    for (const get_route& route : get_instance_routes()) {
-        if (route.get != nullptr && !association_functions.contains(route.get)) {
-            EXPECT_TRUE(own.insert(route.get).second) << route.class_name;
+    for (const auto& route : get_instance_routes()) {
+        if (route.serves.get != nullptr && !association_functions.contains(route.serves.get)) {
+            EXPECT_TRUE(own.insert(route.serves.get).second) << route.class_name;
         }
     }
     EXPECT_EQ(own.size(), 3u);
