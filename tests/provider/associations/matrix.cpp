@@ -121,7 +121,7 @@ TEST_F(Matrix, HasEveryRowOfTheTable) {
         EXPECT_TRUE(is_asked || row.asked == std::string(any_name)) << row.asked;
         const bool is_source = std::ranges::any_of(
             sources(), [&row](const Source& from) { return strcasecmp(from.class_name, row.source) == 0; });
-        EXPECT_EQ(is_source, row.operations != std::string(direct)) << row.source;
+        EXPECT_TRUE(is_source || row.operations == std::string(direct)) << row.source;
     }
 }
 
