@@ -4,7 +4,7 @@
 //
 // When a change is wanted, run this program with UPDATE_GOLDEN=1 in its environment and read the difference before you
 // commit it.
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 #include <cstdlib>
 #include <fstream>

@@ -2,7 +2,7 @@
 // program is linked with its own, guarded copies of the two sources that the option changes.
 #include "provider/common/results.h"
 
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // What each operation does before it takes the lock, under it, and after it gave it back. This program stands in front
 // of the lock and of the request's path, and writes into the trace when they are used.
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 #include <dlfcn.h>
 

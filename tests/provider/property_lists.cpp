@@ -1,5 +1,5 @@
 // The request's property list reaches the builder of every class, and its one name is all that comes back.
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace {
 

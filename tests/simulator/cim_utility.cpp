@@ -1,6 +1,6 @@
 // The CIM utility service: ports, computer systems and associations as the platform makes them.
 #include "host/broker/broker.h"
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
 using namespace cmpihost;
 using switchsim::Fault;
@@ -36,7 +36,7 @@ Object reference_of(const Object& object, const char* role) {
     return *std::get<Value::Reference>(end->value.data);
 }
 
-class CimUtility : public PlatformTest {
+class CimUtility : public SimulatorTest {
   protected:
     static PmPortInfo port_info(std::uint32_t if_index) {
         PmPortInfo info{};
@@ -257,7 +257,7 @@ std::vector<std::pair<const char*, bool (*)()>> cim_utility_calls() {
 TEST_F(CimUtility, FaultsGiveNull) {
     for (const auto& [name, call] : cim_utility_calls()) {
         SCOPED_TRACE(name);
-        for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+        for (const Fault fault : test::read_faults) {
             EXPECT_TRUE(call());
             switchsim::inject(name, fault, 1);
             EXPECT_FALSE(call());

@@ -7,9 +7,9 @@
 #include <set>
 #include <thread>
 
-using Counting = PlatformTest;
-using Faults = PlatformTest;
-using Lock = PlatformTest;
+using Counting = SimulatorTest;
+using Faults = SimulatorTest;
+using Lock = SimulatorTest;
 using switchsim::Fault;
 
 namespace {
@@ -286,8 +286,8 @@ TEST_F(Lock, ExcludesOtherThreads) {
     EXPECT_EQ(switchsim::calls("getCSName"), 400U);
 }
 
-using Complaints = PlatformTest;
-using FatalComplaints = PlatformTest;
+using Complaints = SimulatorTest;
+using FatalComplaints = SimulatorTest;
 
 TEST_F(Complaints, AreNotedUpToAThousand) {
     for (int i = 0; i < 1001; ++i)

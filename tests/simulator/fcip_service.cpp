@@ -1,6 +1,6 @@
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
-using FcipService = PlatformTest;
+using FcipService = SimulatorTest;
 using switchsim::the_switch;
 
 namespace {

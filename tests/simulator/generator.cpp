@@ -8,7 +8,7 @@
 #include <set>
 #include <span>
 
-using Generator = PlatformTest;
+using Generator = SimulatorTest;
 using switchsim::the_switch;
 
 namespace {

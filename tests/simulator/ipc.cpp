@@ -1,6 +1,6 @@
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
-using Ipc = PlatformTest;
+using Ipc = SimulatorTest;
 using switchsim::Fault;
 using switchsim::the_switch;
 using Bytes = std::vector<std::uint8_t>;
@@ -348,7 +348,7 @@ TEST_F(Ipc, ShortReplyNeverGrowsOne) {
 TEST_F(Ipc, FailuresLeaveAnEmptyMessage) {
     const mts_addr destination{switchsim::node_of_slot(1), 943};
     const Bytes payload = request(ip);
-    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const Fault fault : test::read_faults) {
         mts_msg message;
         std::memset(&message, 0xA5, sizeof message);
         switchsim::inject("mts_send", fault, 1, -3);

@@ -1,6 +1,6 @@
 // Every pointer that a platform function needs: without it the call fails, and the complaint names what was missing.
 // (Those of the functions that need a broker stand in cim_utility.cpp.)
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
 namespace {
 
@@ -121,7 +121,7 @@ const NullArgument null_arguments[] = {
     {"mts_recv: the options is null", [] { return mts_recv(mts_q, &message, nullptr, 5); }},
 };
 
-class NullArguments : public PlatformTest {};
+class NullArguments : public SimulatorTest {};
 
 } // namespace
 

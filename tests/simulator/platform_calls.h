@@ -2,7 +2,7 @@
 // of them (counting, lock, faults) is tested on all of them.
 #pragma once
 
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
 #include <optional>
 

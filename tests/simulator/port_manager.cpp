@@ -1,6 +1,6 @@
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
-using PortManager = PlatformTest;
+using PortManager = SimulatorTest;
 using switchsim::the_switch;
 
 namespace {

@@ -6,7 +6,7 @@
 #include <set>
 #include <sstream>
 
-using ScenarioFiles = PlatformTest;
+using ScenarioFiles = SimulatorTest;
 using switchsim::the_switch;
 
 namespace {

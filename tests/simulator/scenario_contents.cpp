@@ -1,7 +1,7 @@
 // What the keys of a scenario put into the tables, and what is there without them.
 #include "tests/simulator/scenario_lines.h"
 
-using ScenarioContents = PlatformTest;
+using ScenarioContents = SimulatorTest;
 using switchsim::the_switch;
 
 TEST_F(ScenarioContents, DefaultsOfTheSwitch) {

@@ -1,7 +1,7 @@
 // What is wrong with a scenario, and the line that says so.
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
-using ScenarioErrors = PlatformTest;
+using ScenarioErrors = SimulatorTest;
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Scenarios that tests write as text.
 #pragma once
 
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
 /// Loads a scenario of these lines behind a [switch] table that takes lines 1 and 2.
 inline std::string load_lines(const std::string& lines) {

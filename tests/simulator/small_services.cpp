@@ -1,11 +1,11 @@
 // The services that answer with single values: VSANs, identity, interface indexes, IP configuration, addresses.
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
-using VsanService = PlatformTest;
-using Identity = PlatformTest;
-using InterfaceIndex = PlatformTest;
-using IpConfiguration = PlatformTest;
-using IpUtility = PlatformTest;
+using VsanService = SimulatorTest;
+using Identity = SimulatorTest;
+using InterfaceIndex = SimulatorTest;
+using IpConfiguration = SimulatorTest;
+using IpUtility = SimulatorTest;
 using switchsim::the_switch;
 
 namespace {

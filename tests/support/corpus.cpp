@@ -18,7 +18,7 @@ constexpr Operation walks[] = {Operation::associators, Operation::associator_nam
 
 } // namespace
 
-std::vector<cmpihost::Object> sources() {
+std::vector<cmpihost::Object> source_objects() {
     return {
         path_of("ZANTO_FCIPProtocolEndPoint", {{"Name", "1_10.1.1.1_10.1.1.2"}}),
         path_of("ZANTO_RemoteFCIPPort", {{"Name", "0_10.1.1.2_10.1.1.1"}}),
@@ -46,7 +46,7 @@ std::vector<cmpihost::Request> all_requests() {
     for (const char* class_name : association_names)
         for (const Operation operation : {Operation::enumerate_instances, Operation::enumerate_instance_names})
             add(requests, operation, path_of(class_name));
-    for (const auto& source : sources()) {
+    for (const auto& source : source_objects()) {
         add(requests, Operation::get_instance, source);
         for (const Operation operation : walks)
             for (const char* association : association_names)

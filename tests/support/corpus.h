@@ -1,7 +1,7 @@
 // Every kind of request that clients can make of the small switch, for tests that sweep over all of them.
 #pragma once
 
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace test {
 
@@ -45,7 +45,7 @@ inline constexpr const char* association_names[] = {
 };
 
 /// One object of each class that association operations know as a source; all of tunnel 1 and its Ethernet port.
-std::vector<cmpihost::Object> sources();
+std::vector<cmpihost::Object> source_objects();
 
 /// Enumerations of every class and association, a get of every source, and every association operation from every
 /// source along every association.

@@ -6,6 +6,7 @@
 #include "host/mof/check.h"
 #include "provider/access/lock.h"
 #include "provider/common/broker.h"
+#include "tests/support/read_faults.h"
 #include "tests/support/small_switch.h"
 
 #include <gtest/gtest.h>

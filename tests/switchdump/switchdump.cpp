@@ -2,6 +2,7 @@
 #include "switchdump/switchdump.h"
 
 #include "simulator/switchsim.h"
+#include "tests/support/read_faults.h"
 
 #include <gtest/gtest.h>
 
@@ -166,7 +167,7 @@ TEST_F(Switchdump, LinkWithoutAVsanIsExit1AndTheOthersAreShownAllTheSame) {
 TEST_F(Switchdump, LinkReadThatBringsNoneEndsTheLinks) {
     add_link(1, 0, 101);
     add_link(1, 1, 102);
-    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const Fault fault : test::read_faults) {
         switchsim::inject("fcip_get_link_entry", fault, 2);
         EXPECT_EQ(run(), 0);
         EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), 1u);

@@ -6,7 +6,7 @@
 
 namespace fcip {
 
-class PlatformTest : public test::ProviderTest {
+class AccessTest : public test::ProviderTest {
   protected:
     void SetUp() override {
         ProviderTest::SetUp();

@@ -7,7 +7,7 @@
 namespace fcip {
 namespace {
 
-class Addresses : public PlatformTest {
+class Addresses : public AccessTest {
   protected:
     int convert(const ip_addr_value& address, int length = 64) {
         buffer_ = {"untouched"};

@@ -9,10 +9,10 @@ using switchsim::Fault;
 
 constexpr std::uint32_t port_1 = 0x83000000;
 
-class Dumps : public PlatformTest {
+class Dumps : public AccessTest {
   protected:
     void SetUp() override {
-        PlatformTest::SetUp();
+        AccessTest::SetUp();
         the_switch().ports[port_1].name = "GigabitEthernet1/1";
         the_switch().ports[101].name = "fcip1";
         the_switch().ports[102].name = "fcip2";

@@ -18,10 +18,10 @@ std::string location(int line) {
 constexpr std::uint32_t no_row = 0xFFFFFFFF;
 
 /// Three links that differ in everything that a mode compares. Keys are tried against them in this order.
-class FcipLookup : public PlatformTest {
+class FcipLookup : public AccessTest {
   protected:
     void SetUp() override {
-        PlatformTest::SetUp();
+        AccessTest::SetUp();
         FcipLinkEntry& first = link(3, 0, 101);
         first.ethernet_if_index = 11;
         first.remote_address = test::address("10.1.1.2");
@@ -284,8 +284,7 @@ TEST_F(FcipLookup, EmptyTableAnswers0WithTheDestinationUntouchedEvenToAShortKey)
 
 TEST_F(FcipLookup, FailedReadEndsTheWalk) {
     const std::string first_row_only = entering + "tunnel id : 3 \n" + exiting;
-    for (const auto fault :
-         {switchsim::Fault::fail, switchsim::Fault::fail_leaving_record, switchsim::Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("fcip_get_link_entry", fault, 2);
         EXPECT_EQ(found("3", lookup_mode::tunnel), no_row);

@@ -15,7 +15,7 @@ FcipLinkEntry row_of(std::uint32_t entity_id, std::uint32_t link_index) {
     return row;
 }
 
-class FcipTables : public PlatformTest {
+class FcipTables : public AccessTest {
   protected:
     FcipEntityEntry profile_{};
     FcipLinkEntry link_{};
@@ -70,7 +70,7 @@ TEST_F(FcipTables, ReadThatFailsOrBringsNoRowCountsAsFailed) {
     profile(5);
     link(5, 1);
     the_switch().link_errors[{5, 1}] = {};
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         for (const char* function : {"fcip_get_entity_entry", "fcip_get_link_entry", "fcip_snmp_get_link_errors"})
             switchsim::inject(function, fault);
@@ -120,7 +120,7 @@ TEST_F(FcipTables, LinkWalkEndsAtTheFirstFailedReadAndTellsWhetherItLeftARow) {
     link(3, 0);
     link(3, 1);
     link(3, 2);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("fcip_get_link_entry", fault, 3);
         EXPECT_EQ(walked_links(), "3/0 3/1 ");
@@ -140,7 +140,7 @@ TEST_F(FcipTables, EntitiesAreWalkedByIdFromKey0) {
 TEST_F(FcipTables, EntityWalkEndsAtTheFirstFailedReadAndTellsWhetherItLeftARow) {
     profile(1);
     profile(2);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("fcip_get_entity_entry", fault, 2);
         EXPECT_EQ(walked_entities(), "1 ");
@@ -250,7 +250,7 @@ TEST_F(FcipTables, ProfileOfADecimalKeyTakesTheFirstMatchAndStops) {
 TEST_F(FcipTables, ProfileByIdEndsAtTheFirstReadThatFailsOrBringsNoRow) {
     profile(5);
     profile(7);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         SCOPED_TRACE(static_cast<int>(fault));
         switchsim::clear_faults();
         switchsim::clear_counts();
@@ -280,7 +280,7 @@ TEST_F(FcipTables, ProfileOfALinkPrintsErrorAfterASuccessAndReturns0) {
 TEST_F(FcipTables, ProfileOfALinkThatCannotBeReadIsMinusOneAndTheLineFollowsTheRecord) {
     profile(5);
     const FcipLinkEntry row = row_of(5, 0);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("fcip_get_entity_entry", fault);
         profile_.listen_port = 1234;
@@ -306,7 +306,7 @@ TEST_F(FcipTables, LinkOfALinkIndexIsTheFirstWhateverItsProfile) {
 
 TEST_F(FcipTables, LinkOfALinkIndexFailsWithTheTable) {
     link(3, 4);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("fcip_get_link_entry", fault);
         EXPECT_EQ(call([&] { return get_link_from_link_index(mts_q, 4, &link_); }), -1);

@@ -54,10 +54,10 @@ Counters beginning_with(std::uint32_t first, std::uint32_t second) {
     return counters;
 }
 
-class KernelCounterFiles : public PlatformTest {
+class KernelCounterFiles : public AccessTest {
   protected:
     void SetUp() override {
-        PlatformTest::SetUp();
+        AccessTest::SetUp();
         files.clear();
         opened.clear();
     }

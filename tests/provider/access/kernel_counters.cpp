@@ -400,7 +400,7 @@ TEST(KernelIpv6Counters, LargeNumbersAreStoredSaturated) {
     EXPECT_EQ(records.ip[3], 1004u);
 }
 
-class KernelIpv6Files : public PlatformTest {
+class KernelIpv6Files : public AccessTest {
   protected:
     ipv6_counters ip_ = all<23>(untouched);
     icmpv6_counters icmp_ = all<34>(untouched);

@@ -42,7 +42,7 @@ using switchsim::Fault;
 
 constexpr std::uint32_t untouched = 0xA5A5A5A5;
 
-class Ports : public PlatformTest {
+class Ports : public AccessTest {
   protected:
     static switchsim::Port& port(std::uint32_t if_index, std::uint8_t kind = interface_kind_ethernet) {
         switchsim::Port& row = the_switch().ports[if_index];
@@ -79,7 +79,7 @@ TEST_F(Ports, PortIsReadExactlyOrAsTheNextOne) {
 
 TEST_F(Ports, PortThatCannotBeReadIsNull) {
     port(5);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("pm_cim_get_port_info", fault);
         call([] { EXPECT_EQ(fetch_port(platform_exact, 5), nullptr); });
@@ -117,7 +117,7 @@ TEST_F(Ports, WalkEndsWhenTheVisitorSaysSoOrAReadFails) {
     };
     EXPECT_EQ(count(walk::stop), 1);
     EXPECT_EQ(count(walk::go_on), 3);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("pm_cim_get_port_info", fault, 2);
         EXPECT_EQ(count(walk::go_on), 1);
@@ -156,7 +156,7 @@ TEST_F(Ports, VsanIdIsThePortRecords) {
 
 TEST_F(Ports, VsanIdOfAPortThatCannotBeReadIsMinusOneWithATrace) {
     port(5);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("pm_cim_get_port_info", fault);
         EXPECT_EQ(call([&] { return get_vsan_id(5, &vsan_id_); }), -1);
@@ -175,7 +175,7 @@ TEST_F(Ports, VsanOfAnInterfaceIsPrintedWithTheWordBesideIt) {
 
 TEST_F(Ports, VsanOfAnInterfaceWithoutConfigurationIsMinusOneAndPrintsNothing) {
     port(5);
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("pm_cmi_get_port_config", fault);
         EXPECT_EQ(call([&] { return get_vsan_from_ifindex(5, &vsan_id_); }), -1);
@@ -316,7 +316,7 @@ TEST_F(EthernetPort, FailedTypeQueryEndsTheWalk) {
 }
 
 TEST_F(EthernetPort, FailedReadEndsTheWalk) {
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("pm_cim_get_port_info", fault, 2);
         EXPECT_EQ(get(0x83000001, 1), 0);

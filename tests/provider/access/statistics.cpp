@@ -31,10 +31,10 @@ bytes arrived(std::size_t size, std::size_t record_size) {
     return payload;
 }
 
-class LineCardStatistics : public PlatformTest {
+class LineCardStatistics : public AccessTest {
   protected:
     void SetUp() override {
-        PlatformTest::SetUp();
+        AccessTest::SetUp();
         the_switch().slots = {2};
         switchsim::Port& port = the_switch().ports[if_index];
         port.slot = std::uint8_t{2};
@@ -189,7 +189,7 @@ TEST_F(LineCardStatistics, IpConfigurationIsTheSwitchs) {
     EXPECT_EQ(configuration.forwarding, 0x01020304u);
     EXPECT_EQ(configuration.default_ttl, 63);
     EXPECT_EQ(trace, "");
-    for (const auto fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const auto fault : test::read_faults) {
         switchsim::clear_faults();
         switchsim::inject("cmi_req_resp", fault);
         EXPECT_EQ(call([&] { return get_ip_misc_cfg(&configuration); }), -1);

@@ -13,10 +13,10 @@ using test::Rows;
 
 constexpr std::uint32_t if_index = 5;
 
-class Systems : public PlatformTest {
+class Systems : public AccessTest {
   protected:
     void SetUp() override {
-        PlatformTest::SetUp();
+        AccessTest::SetUp();
         the_switch().name = "switch-a";
         the_switch().wwn = {0x20, 0, 0, 0x00, 0x5e, 0xaa, 0, 1};
         the_switch().ports[if_index].vsan_id = 20;

@@ -4,7 +4,7 @@
 
 #include "provider/associations/associators.h"
 #include "provider/associations/references.h"
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 #include <functional>
 #include <string>

@@ -288,7 +288,7 @@ TEST_F(BindsTo, AnEmptyLinkTableReturnsNothingForEveryClass) {
 }
 
 TEST_F(BindsTo, AFailedReadOfTheTableEndsTheWalkQuietly) {
-    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const Fault fault : read_faults) {
         switchsim::inject("fcip_get_link_entry", fault, 3);
         const auto names = paths_of("ZANTO_FCIPPEBasedOn");
         EXPECT_EQ(names.status, 0);

@@ -8,7 +8,6 @@ namespace {
 using namespace test;
 using switchsim::Fault;
 
-constexpr Fault failures[] = {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record};
 constexpr const char* fcip_key = "3_10.1.1.1_192.168.100.101";
 constexpr const char* ip_key = "16777218_x_y";
 constexpr const char* lan_key = "-2096889856:02:00:00:aa:00:02";
@@ -90,7 +89,7 @@ TEST_F(Failures, ReferencesWithoutThePortEndBeforeAnyPathIsMade) {
          "ZANTO_EthernetPortStatisticalData"},
     };
     for (const auto& row : rows)
-        for (const Fault fault : failures) {
+        for (const Fault fault : read_faults) {
             SCOPED_TRACE(row.asked);
             const unsigned made = scope.objects_made();
             EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, row.instances, row.key_value, row.asked, 1)),
@@ -104,7 +103,7 @@ TEST_F(Failures, ReferencesWithoutThePortEndBeforeAnyPathIsMade) {
 
 TEST_F(Failures, StatisticsOfAPortThatCannotBeReadAreNoPartner) {
     constexpr unsigned nth = 1;
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_eth_port_associators, port_key,
                                      "ZANTO_EthernetPortStatisticalData", nth)),
                   nothing);
@@ -139,7 +138,7 @@ TEST_F(Failures, ALanEndpointsPortThatIsNoneOfTheEthernetPortsIsNoPartner) {
 // ---------------------------------------------------------------------------------------------- profiles
 
 TEST_F(Failures, NoProfileIsNoPartner) {
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("fcip_get_entity_entry", fault, fcip::get_fcip_pe_associators, fcip_key,
                                      "ZANTO_FCIPPEBasedOn")),
                   nothing);
@@ -150,7 +149,7 @@ TEST_F(Failures, NoProfileIsNoPartner) {
 }
 
 TEST_F(Failures, ReferencesWithoutTheProfileEndBeforeAnyPathIsMade) {
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         const unsigned made = scope.objects_made();
         EXPECT_EQ(summary(with_fault("fcip_get_entity_entry", fault, fcip::get_fcip_pe_references, fcip_key,
                                      "ZANTO_FCIPPEBasedOn", 1)),
@@ -181,7 +180,7 @@ TEST_F(Failures, AMissingFirstEndIsPrintedAndGivesMinusOne) {
 
 TEST_F(Failures, AMissingSecondEndIsPrintedAndGivesMinusOneAfterBothWereMade) {
     // The first end reads the profile once, the second fails on its own read.
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("fcip_get_entity_entry", fault, fcip::get_fcip_settings_references, "16777218",
                                      "ZANTO_FCIPElementSettingData", 2)),
                   failed);
@@ -195,7 +194,7 @@ TEST_F(Failures, AMissingSecondEndIsPrintedAndGivesMinusOneAfterBothWereMade) {
 
 TEST_F(Failures, APortWithoutALanEndpointOrWithoutAPathIsAMissingEnd) {
     // The port of the link is read first, the LAN endpoint reads its own.
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_eth_port_references, port_key,
                                      "ZANTO_EthernetPortProtocolEndpoint", 2)),
                   failed);
@@ -301,7 +300,7 @@ TEST_F(Failures, ANullAssociationOfTwoPresentEndsIsHandedOn) {
 TEST_F(Failures, StatisticsInstancesDoNotNeedTheLinkErrors) {
     const std::string ip_location = " Function : get_ip_pe_associators Line 2 \n";
     const std::string tcp_location = " Function : get_tcp_pe_associators Line 1 \n";
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         const bool leaves_record = fault == Fault::fail_leaving_record;
         EXPECT_EQ(summary(with_fault("fcip_snmp_get_link_errors", fault, fcip::get_ip_pe_associators, ip_key,
                                      "ZANTO_IPEndPointStatisticalData")),
@@ -319,7 +318,7 @@ TEST_F(Failures, StatisticsInstancesDoNotNeedTheLinkErrors) {
 }
 
 TEST_F(Failures, StatisticsPathsNeedTheLinkErrors) {
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("fcip_snmp_get_link_errors", fault, fcip::get_ip_pe_associator_names, ip_key,
                                      "ZANTO_IPEndPointStatisticalData")),
                   nothing);
@@ -335,7 +334,7 @@ TEST_F(Failures, StatisticsPathsNeedTheLinkErrors) {
 
 TEST_F(Failures, TcpSettingsAreNoPartnerIfTheLinkCannotBeReadAgain) {
     // Tunnel 3 is the second row: two reads of the lookup, then the second read of the same link.
-    for (const Fault fault : failures) {
+    for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("fcip_get_link_entry", fault, fcip::get_tcp_pe_associators, "16777218",
                                      "ZANTO_TCPElementSettingData", 3)),
                   nothing);
@@ -447,7 +446,7 @@ TEST_F(Failures, NoSingleFailureUpsetsTheMembersThatNoOperationReaches) {
         const unsigned calls = switchsim::total_calls();
         const unsigned objects = scope.objects_made() - made;
         EXPECT_GT(calls, 2u);
-        for (const Fault fault : failures)
+        for (const Fault fault : read_faults)
             for (unsigned nth = 1; nth <= calls; ++nth) {
                 switchsim::inject_at(nth, fault);
                 expect_no_more(ask());

@@ -6,7 +6,7 @@
 #include "provider/common/results.h"
 #include "provider/common/values.h"
 #include "tests/provider/associations/association_test.h"
-#include "tests/provider/classes/front_broker.h"
+#include "tests/support/front_broker.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Builders that answer -1: the operations hand it on, and it reaches the broker as an invalid result.
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 using namespace test;
 using switchsim::Fault;

@@ -1,7 +1,7 @@
 // The factories, the MI tables, the refused operations and the entries that nobody calls.
 #include "provider/mi/uncalled.h"
 
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 #include <cstring>
 
@@ -268,7 +268,7 @@ TEST_F(EntryPoints, UncalledDispatcherReturnsNothingAfterAFailedLookup) {
 }
 
 TEST_F(EntryPoints, UncalledDispatcherReturnsNothingForAPortThatCannotBeRead) {
-    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const Fault fault : read_faults) {
         switchsim::inject("pm_cim_get_port_info", fault, 1);
         expect_nothing(dispatch("ZANTO_EthernetPortStatistics", "-2096889856"));
         EXPECT_EQ(trace, "Entering get_fcip_instance\n" + by_ethernet_if_index + "Exiting get_fcip_instance\n");

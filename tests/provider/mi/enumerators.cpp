@@ -2,7 +2,7 @@
 #include "provider/mi/instance_enumerators.h"
 #include "provider/mi/path_enumerators.h"
 
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace {
 
@@ -156,7 +156,7 @@ TEST_F(Enumerators, EmptyLinkTableReturnsNothingAndTracesTheStatisticsWalksEnd) 
 }
 
 TEST_F(Enumerators, LinkReadThatFailsEndsTheWalkAndKeepsWhatWasReturned) {
-    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const Fault fault : read_faults) {
         for (const char* class_name : {"ZANTO_FCIPProtocolEndPoint", "ZANTO_RemoteTCPPort"}) {
             switchsim::inject("fcip_get_link_entry", fault, 2);
             EXPECT_EQ(enumerate_instances(class_name).objects.size(), 1u) << class_name;
@@ -346,7 +346,7 @@ TEST_F(Enumerators, EthernetStatisticalDataPathsAreOnePerPortOfAnyTypeWithoutATr
 }
 
 TEST_F(Enumerators, PortReadThatFailsEndsTheWalk) {
-    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const Fault fault : read_faults) {
         for (const char* class_name :
              {"ZANTO_EthernetPortStatistics", "ZANTO_LANEndPoint", "ZANTO_EthernetPortStatisticalData"}) {
             switchsim::inject("pm_cim_get_port_info", fault, 1);

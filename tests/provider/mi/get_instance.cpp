@@ -1,5 +1,5 @@
 // FCIP_GetInstance: every row of its table, the key-not-found answer, and what each failure leads to.
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace {
 
@@ -206,7 +206,7 @@ TEST_F(GetInstance, EthernetStatisticsReadTheKeyAsANumber) {
 }
 
 TEST_F(GetInstance, EthernetStatisticsOfAPortThatCannotBeReadGetNothing) {
-    for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+    for (const Fault fault : read_faults) {
         switchsim::inject("pm_cim_get_port_info", fault, 1);
         expect_nothing(get(path_of("ZANTO_EthernetPortStatistics", {{"InstanceID", "-2097152000"}})));
         expect_trace("InstanceID", "-2097152000");

@@ -14,7 +14,7 @@
 #include "provider/mi/instance_enumerators.h"
 #include "provider/mi/path_enumerators.h"
 
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace {
 
@@ -153,7 +153,7 @@ TEST_F(LinkWalks, ReadThatFailsOrBringsNoRowAfterTheFirstEndsTheWalk) {
         switchsim::clear_counts();
         const std::vector<std::string> first_row{builder_traces(of, 1).front()};
         const unsigned second_read = 2 + switchsim::calls("fcip_get_link_entry"); // some builders read links as well
-        for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+        for (const Fault fault : read_faults) {
             SCOPED_TRACE(of.walk.name + " " + of.class_name + " " + std::to_string(static_cast<int>(fault)));
             switchsim::clear_counts();
             switchsim::inject("fcip_get_link_entry", fault, second_read);

@@ -2,7 +2,7 @@
 #include "provider/mi/instance_enumerators.h"
 #include "provider/mi/path_enumerators.h"
 
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ TEST_F(PortWalks, SecondReadThatFailsEndsTheWalkAndKeepsTheFirstPort) {
         const auto whole = run(walk, walk.class_name, "root/cimv2").objects;
         const std::string whole_trace = trace;
         ASSERT_GE(whole.size(), 2u);
-        for (const Fault fault : {Fault::fail, Fault::fail_leaving_record, Fault::succeed_without_record}) {
+        for (const Fault fault : read_faults) {
             SCOPED_TRACE(std::string(walk.class_name) +
                          (walk.instances != nullptr ? " instances, fault " : " paths, fault ") +
                          std::to_string(static_cast<int>(fault)));

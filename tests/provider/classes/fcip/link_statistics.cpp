@@ -1,6 +1,7 @@
 #include "provider/classes/fcip/link_statistics.h"
 
-#include "tests/provider/classes/fcip/fcip_class_test.h"
+#include "tests/support/class_test.h"
+#include "tests/support/front_broker.h"
 
 #include <algorithm>
 #include <iterator>
@@ -10,10 +11,10 @@ namespace test {
 
 namespace {
 
-class LinkStatistics : public FcipClassTest {
+class LinkStatistics : public ClassTest {
   protected:
     CMPIInstance* empty_instance() {
-        CMPIObjectPath* path = CMNewObjectPath(_broker, name_space, test::made_up_class, nullptr);
+        CMPIObjectPath* path = CMNewObjectPath(_broker, name_space, made_up_class, nullptr);
         return CMNewInstance(_broker, path, nullptr);
     }
 
@@ -46,20 +47,20 @@ TEST_F(LinkStatistics, Bytes00000001_00000002Are4294967298) {
     FcipLinkErrors errors{};
     errors.bytes[11] = 1;
     errors.bytes[15] = 2;
-    EXPECT_EQ(property(populate(empty_instance(), errors), "FcipLossofFcSynchs"), "uint64 4294967298");
+    EXPECT_EQ(value_of(populate(empty_instance(), errors), "FcipLossofFcSynchs"), "4294967298");
 }
 
 TEST_F(LinkStatistics, CountersUseAll64Bits) {
     FcipLinkErrors errors{};
     std::fill(errors.bytes, errors.bytes + sizeof errors.bytes, std::uint8_t{0xFF});
-    EXPECT_EQ(property(populate(empty_instance(), errors), "FcipSntpTimeStampExp"), "uint64 18446744073709551615");
+    EXPECT_EQ(value_of(populate(empty_instance(), errors), "FcipSntpTimeStampExp"), "18446744073709551615");
 }
 
 TEST_F(LinkStatistics, CountersNeedNoAlignment) {
     alignas(8) std::uint8_t block[1 + sizeof(FcipLinkErrors)] = {};
     block[1 + 23] = 5;
     const auto* errors = reinterpret_cast<const FcipLinkErrors*>(block + 1);
-    EXPECT_EQ(property(populate(empty_instance(), *errors), "FcipSfNotRcv"), "uint64 5");
+    EXPECT_EQ(value_of(populate(empty_instance(), *errors), "FcipSfNotRcv"), "5");
 }
 
 TEST_F(LinkStatistics, ANullInstanceIsReturnedAsNull) {
@@ -68,7 +69,9 @@ TEST_F(LinkStatistics, ANullInstanceIsReturnedAsNull) {
 }
 
 TEST_F(LinkStatistics, AnInstanceWithoutHandleIsReturnedUnchanged) {
-    EXPECT_EQ(populate(&HandlelessBroker::instance, FcipLinkErrors{}), &HandlelessBroker::instance);
+    const FrontBroker front;
+    CMPIInstance* instance = FrontBroker::instance_without_handle();
+    EXPECT_EQ(populate(instance, FcipLinkErrors{}), instance);
     EXPECT_EQ(trace, entering("populate_fcip_statistics"));
 }
 

@@ -4,6 +4,7 @@
 
 #include "platform/services.h"
 #include "simulator/switchsim.h"
+#include "tests/support/read_faults.h"
 
 #include <gtest/gtest.h>
 
@@ -21,7 +22,7 @@ using Owned = std::unique_ptr<Record, Free>;
 inline constexpr std::uint32_t gigabit = 0x83010001;
 inline constexpr std::uint32_t fcip1 = 0x0A000000;
 
-class PlatformTest : public ::testing::Test {
+class SimulatorTest : public ::testing::Test {
   protected:
     void SetUp() override {
         switchsim::reset();

@@ -1,4 +1,4 @@
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace test {
 

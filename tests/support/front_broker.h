@@ -1,8 +1,10 @@
 // A broker in front of the real one, for what the real one does not do: objects without handle, calls that report an
-// error, and a list of every property that was set, repeats included.
+// error, and a list of every property as the provider set it, repeats and raw bytes included.
 #pragma once
 
 #include "tests/support/provider_test.h"
+
+#include <map>
 
 namespace test {
 
@@ -19,6 +21,9 @@ class FrontBroker {
     /// Every property that was set on an instance, in order.
     static const Rows& set();
 
+    /// The raw bytes of the booleans among them, by name.
+    static const std::map<std::string, CMPIBoolean>& flags();
+
     /// How many properties and keys were set or added, as asked, with an error in answer.
     static unsigned errors_reported();
 
@@ -26,8 +31,8 @@ class FrontBroker {
     static const std::vector<int>& filter_keys();
 
     /// The objects that makes::..._without_handle hands out.
-    static const CMPIObjectPath* path_without_handle();
-    static const CMPIInstance* instance_without_handle();
+    static CMPIObjectPath* path_without_handle();
+    static CMPIInstance* instance_without_handle();
 };
 
 } // namespace test

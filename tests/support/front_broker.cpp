@@ -1,10 +1,11 @@
-#include "tests/provider/classes/front_broker.h"
+#include "tests/support/front_broker.h"
 
 namespace test {
 
 namespace {
 
 Rows all_set;
+std::map<std::string, CMPIBoolean> all_flags;
 std::vector<int> all_filter_keys;
 bool reports_errors = false;
 unsigned all_errors = 0;
@@ -29,6 +30,8 @@ CMPIStatus listen(const CMPIInstance* instance, const char* name, const CMPIValu
     const cmpihost::Object object = cmpihost::describe(instance);
     if ((property = object.property(name)) != nullptr)
         all_set.push_back({property->name, property->type, text_of(property->value)});
+    if (type == CMPI_boolean)
+        all_flags[name] = value->boolean;
     return answer(status);
 }
 
@@ -93,6 +96,7 @@ FrontBroker::FrontBroker(makes what) {
     front.eft = &objects_table;
     reports_errors = what == makes::objects_that_report_errors;
     all_set.clear();
+    all_flags.clear();
     all_filter_keys.clear();
     all_errors = 0;
     _broker = &front;
@@ -106,6 +110,10 @@ const Rows& FrontBroker::set() {
     return all_set;
 }
 
+const std::map<std::string, CMPIBoolean>& FrontBroker::flags() {
+    return all_flags;
+}
+
 unsigned FrontBroker::errors_reported() {
     return all_errors;
 }
@@ -114,11 +122,11 @@ const std::vector<int>& FrontBroker::filter_keys() {
     return all_filter_keys;
 }
 
-const CMPIObjectPath* FrontBroker::path_without_handle() {
+CMPIObjectPath* FrontBroker::path_without_handle() {
     return &bare_path;
 }
 
-const CMPIInstance* FrontBroker::instance_without_handle() {
+CMPIInstance* FrontBroker::instance_without_handle() {
     return &bare_instance;
 }
 
