@@ -3,7 +3,6 @@
 #include "platform/services.h"
 #include "provider/associations/shapes.h"
 #include "provider/common/results.h"
-#include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
@@ -24,21 +23,20 @@ CMPIObjectPath* reference_of(const CMPIData& key) {
 }
 
 int rebuild(const association_roles& roles, const CMPIObjectPath* path, const CMPIResult* result, bool prints_keys) {
-    const char* class_name = chars_of(CMGetClassName(path, nullptr));
-    const char* name_space = chars_of(CMGetNameSpace(path, nullptr));
+    const char* class_name = path_class_name(path);
+    const char* name_space = path_name_space(path);
     CMPIObjectPath* first = nullptr;
     CMPIObjectPath* second = nullptr;
-    const CMPICount count = CMGetKeyCount(path, nullptr);
+    const CMPICount count = key_count(path);
     for (CMPICount index = 0; index < count; ++index) {
-        CMPIString* name = nullptr;
-        const CMPIData key = CMGetKeyAt(path, index, &name, nullptr);
-        const auto role = copy_text<254>(chars_of(name));
+        const path_key key = key_at(path, index);
+        const char* role = key.name.data();
         if (prints_keys)
-            trace("Key ", role.data(), " \n");
-        if (strcasecmp(role.data(), roles.first) == 0)
-            first = reference_of(key);
-        else if (strcasecmp(role.data(), roles.second) == 0)
-            second = reference_of(key);
+            trace("Key ", role, " \n");
+        if (strcasecmp(role, roles.first) == 0)
+            first = reference_of(key.data);
+        else if (strcasecmp(role, roles.second) == 0)
+            second = reference_of(key.data);
     }
     if (first == nullptr || second == nullptr)
         return -1;

@@ -18,12 +18,12 @@ bool is_object(const void* object) {
 
 void return_instance(const CMPIResult* result, const CMPIInstance* instance) {
     if (!guarded || is_object(instance))
-        CMReturnInstance(result, instance);
+        result->ft->returnInstance(result, instance);
 }
 
 void return_path(const CMPIResult* result, const CMPIObjectPath* path) {
     if (!guarded || is_object(path))
-        CMReturnObjectPath(result, path);
+        result->ft->returnObjectPath(result, path);
 }
 
 } // namespace fcip

@@ -1,9 +1,40 @@
 #include "provider/common/values.h"
 
+#include "provider/common/text.h"
+
 namespace fcip {
 
+namespace {
+
+/// A value area, zero to its last byte: `{}` would clear no more than its first member.
+CMPIValue empty_value() {
+    return CMPIValue();
+}
+
+/// A text in the place of a value, as CMPI_chars wants it.
+const CMPIValue* as_value(const char* text) {
+    return reinterpret_cast<const CMPIValue*>(text);
+}
+
+void set(CMPIInstance* instance, const char* name, const CMPIValue* value, CMPIType type) {
+    instance->ft->setProperty(instance, name, value, type);
+}
+
+void add(CMPIObjectPath* path, const char* name, const CMPIValue* value, CMPIType type) {
+    path->ft->addKey(path, name, value, type);
+}
+
+/// Calls setPropertyFilter(), whose lists are of `const char*` in some header sets and of `char*` in others.
+template <typename Instance, typename Properties, typename Keys>
+void filter(CMPIStatus (*set_filter)(Instance*, Properties, Keys), CMPIInstance* instance, const char** properties,
+            const char** keys) {
+    set_filter(instance, const_cast<Properties>(properties), const_cast<Keys>(keys));
+}
+
+} // namespace
+
 const char* chars_of(const CMPIString* string) {
-    return string == nullptr ? "" : text_or_empty(CMGetCharsPtr(string, nullptr));
+    return string == nullptr ? "" : text_or_empty(string->ft->getCharPtr(string, nullptr));
 }
 
 const char* text_or_empty(const char* text) {
@@ -11,64 +42,86 @@ const char* text_or_empty(const char* text) {
 }
 
 void set_string(CMPIInstance* instance, const char* name, const char* text) {
-    CMSetProperty(instance, name, text, CMPI_chars);
+    set(instance, name, as_value(text), CMPI_chars);
 }
 
 void set_boolean(CMPIInstance* instance, const char* name, CMPIBoolean value) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.boolean = value;
-    CMSetProperty(instance, name, &cim, CMPI_boolean);
+    set(instance, name, &cim, CMPI_boolean);
 }
 
 void set_uint8(CMPIInstance* instance, const char* name, std::uint8_t value) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.uint8 = value;
-    CMSetProperty(instance, name, &cim, CMPI_uint8);
+    set(instance, name, &cim, CMPI_uint8);
 }
 
 void set_uint16(CMPIInstance* instance, const char* name, std::uint16_t value) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.uint16 = value;
-    CMSetProperty(instance, name, &cim, CMPI_uint16);
+    set(instance, name, &cim, CMPI_uint16);
 }
 
 void set_uint32(CMPIInstance* instance, const char* name, std::uint32_t value) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.uint32 = value;
-    CMSetProperty(instance, name, &cim, CMPI_uint32);
+    set(instance, name, &cim, CMPI_uint32);
 }
 
 void set_uint64(CMPIInstance* instance, const char* name, std::uint64_t value) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.uint64 = value;
-    CMSetProperty(instance, name, &cim, CMPI_uint64);
+    set(instance, name, &cim, CMPI_uint64);
 }
 
 void set_reference(CMPIInstance* instance, const char* name, CMPIObjectPath* path) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.ref = path;
-    CMSetProperty(instance, name, &cim, CMPI_ref);
+    set(instance, name, &cim, CMPI_ref);
+}
+
+void set_host(CMPIObjectPath* path, const char* host) {
+    path->ft->setHostname(path, host);
 }
 
 void filter_properties(CMPIInstance* instance, const char** properties) {
     const char* no_keys[] = {nullptr};
-    CMSetPropertyFilter(instance, properties, no_keys);
+    filter(instance->ft->setPropertyFilter, instance, properties, no_keys);
 }
 
 void add_string_key(CMPIObjectPath* path, const char* name, const char* text) {
-    CMAddKey(path, name, text, CMPI_chars);
+    add(path, name, as_value(text), CMPI_chars);
 }
 
 void add_uint16_key(CMPIObjectPath* path, const char* name, std::uint16_t value) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.uint16 = value;
-    CMAddKey(path, name, &cim, CMPI_uint16);
+    add(path, name, &cim, CMPI_uint16);
 }
 
 void add_reference_key(CMPIObjectPath* path, const char* name, CMPIObjectPath* reference) {
-    CMPIValue cim{};
+    CMPIValue cim = empty_value();
     cim.ref = reference;
-    CMAddKey(path, name, &cim, CMPI_ref);
+    add(path, name, &cim, CMPI_ref);
+}
+
+const char* path_class_name(const CMPIObjectPath* path) {
+    return chars_of(path->ft->getClassName(path, nullptr));
+}
+
+const char* path_name_space(const CMPIObjectPath* path) {
+    return chars_of(path->ft->getNameSpace(path, nullptr));
+}
+
+CMPICount key_count(const CMPIObjectPath* path) {
+    return path->ft->getKeyCount(path, nullptr);
+}
+
+path_key key_at(const CMPIObjectPath* path, CMPICount index) {
+    CMPIString* name = nullptr;
+    const CMPIData data = path->ft->getKeyAt(path, index, &name, nullptr);
+    return {copy_text<254>(chars_of(name)), data};
 }
 
 bool is_usable(const CMPIObjectPath* path) {
@@ -79,12 +132,16 @@ bool is_usable(const CMPIInstance* instance) {
     return instance != nullptr && instance->hdl != nullptr;
 }
 
-CMPIObjectPath* new_path(const char* name_space, const char* class_name) {
-    return CMNewObjectPath(_broker, name_space, class_name, nullptr);
+CMPIObjectPath* new_path(const char* name_space, const char* class_name, const CMPIBroker* broker) {
+    return broker->eft->newObjectPath(broker, name_space, class_name, nullptr);
 }
 
-CMPIInstance* new_instance(const CMPIObjectPath* path) {
-    return CMNewInstance(_broker, path, nullptr);
+CMPIInstance* new_instance(const CMPIObjectPath* path, const CMPIBroker* broker) {
+    return broker->eft->newInstance(broker, path, nullptr);
+}
+
+CMPIString* new_string(const char* text) {
+    return _broker->eft->newString(_broker, text, nullptr);
 }
 
 } // namespace fcip

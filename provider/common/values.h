@@ -1,8 +1,11 @@
-// Properties, keys and texts of CMPI objects.
+// CMPI objects: all calls of the broker's and its objects' function tables but those of results.h. They go through the
+// tables and not through the standard's convenience calls, which are macros in some header sets and strictly typed
+// inline functions in others.
 #pragma once
 
 #include "provider/common/broker.h"
 
+#include <array>
 #include <cstdint>
 
 namespace fcip {
@@ -27,6 +30,9 @@ void set_uint32(CMPIInstance* instance, const char* name, std::uint32_t value);
 void set_uint64(CMPIInstance* instance, const char* name, std::uint64_t value);
 void set_reference(CMPIInstance* instance, const char* name, CMPIObjectPath* path);
 
+/// Sets the host that a path names.
+void set_host(CMPIObjectPath* path, const char* host);
+
 /// Applies the request's property list (null = all) with an empty list of keys.
 void filter_properties(CMPIInstance* instance, const char** properties);
 
@@ -35,14 +41,31 @@ void add_string_key(CMPIObjectPath* path, const char* name, const char* text);
 void add_uint16_key(CMPIObjectPath* path, const char* name, std::uint16_t value);
 void add_reference_key(CMPIObjectPath* path, const char* name, CMPIObjectPath* reference);
 
+/// What a path carries; "" for a text that the broker cannot read.
+const char* path_class_name(const CMPIObjectPath* path);
+const char* path_name_space(const CMPIObjectPath* path);
+
+/// A key of a path: its name, cut as all key texts are, and its value.
+struct path_key {
+    std::array<char, 254> name;
+    CMPIData data;
+};
+
+/// How many keys a path has, and the one at `index`, from 0.
+CMPICount key_count(const CMPIObjectPath* path);
+path_key key_at(const CMPIObjectPath* path, CMPICount index);
+
 /// Whether the broker made an object that can be used: not null, and with a handle.
 bool is_usable(const CMPIObjectPath* path);
 bool is_usable(const CMPIInstance* instance);
 
 /// A new path of the class in the namespace; may be null or without handle.
-CMPIObjectPath* new_path(const char* name_space, const char* class_name);
+CMPIObjectPath* new_path(const char* name_space, const char* class_name, const CMPIBroker* broker = _broker);
 
 /// A new instance of the path; may be null or without handle.
-CMPIInstance* new_instance(const CMPIObjectPath* path);
+CMPIInstance* new_instance(const CMPIObjectPath* path, const CMPIBroker* broker = _broker);
+
+/// A new string; may be null.
+CMPIString* new_string(const char* text);
 
 } // namespace fcip

@@ -1,5 +1,6 @@
 // Every size and offset of the CMPI structures, on 64-bit and on 32-bit hosts. Nothing runs: this file either
-// compiles or names the member that moved.
+// compiles or names the member that moved. It is also compiled with headers of a later version, whose function tables
+// go on behind the members of version 100.
 #include <cmpift.h>
 
 #include <cstddef>
@@ -10,9 +11,15 @@ constexpr std::size_t expected(std::size_t on_64_bit, std::size_t on_32_bit) {
     return sizeof(void*) == 8 ? on_64_bit : on_32_bit;
 }
 
+constexpr bool is_later = CMPICurrentVersion > CMPIVersion100;
+
 } // namespace
 
 #define CMPI_SIZE(type, on_64_bit, on_32_bit) static_assert(sizeof(type) == expected(on_64_bit, on_32_bit), #type)
+#define CMPI_TABLE_SIZE(type, on_64_bit, on_32_bit)                                                                    \
+    static_assert(is_later ? sizeof(type) >= expected(on_64_bit, on_32_bit)                                            \
+                           : sizeof(type) == expected(on_64_bit, on_32_bit),                                           \
+                  #type)
 #define CMPI_OFFSET(type, member, on_64_bit, on_32_bit)                                                                \
     static_assert(offsetof(type, member) == expected(on_64_bit, on_32_bit), #type "." #member)
 
@@ -60,7 +67,7 @@ CMPI_OFFSET(CMPIBroker, hdl, 0, 0);
 CMPI_OFFSET(CMPIBroker, bft, 8, 4);
 CMPI_OFFSET(CMPIBroker, eft, 16, 8);
 CMPI_OFFSET(CMPIBroker, xft, 24, 12);
-CMPI_SIZE(CMPIBrokerFT, 184, 96);
+CMPI_TABLE_SIZE(CMPIBrokerFT, 184, 96);
 CMPI_OFFSET(CMPIBrokerFT, brokerCapabilities, 0, 0);
 CMPI_OFFSET(CMPIBrokerFT, brokerVersion, 4, 4);
 CMPI_OFFSET(CMPIBrokerFT, brokerName, 8, 8);
@@ -85,7 +92,7 @@ CMPI_OFFSET(CMPIBrokerFT, getProperty, 152, 80);
 CMPI_OFFSET(CMPIBrokerFT, enumerateInstancesFiltered, 160, 84);
 CMPI_OFFSET(CMPIBrokerFT, associatorsFiltered, 168, 88);
 CMPI_OFFSET(CMPIBrokerFT, referencesFiltered, 176, 92);
-CMPI_SIZE(CMPIBrokerEncFT, 136, 68);
+CMPI_TABLE_SIZE(CMPIBrokerEncFT, 136, 68);
 CMPI_OFFSET(CMPIBrokerEncFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIBrokerEncFT, newInstance, 8, 4);
 CMPI_OFFSET(CMPIBrokerEncFT, newObjectPath, 16, 8);
@@ -106,7 +113,7 @@ CMPI_OFFSET(CMPIBrokerEncFT, trace, 128, 64);
 CMPI_SIZE(CMPIContext, 16, 8);
 CMPI_OFFSET(CMPIContext, hdl, 0, 0);
 CMPI_OFFSET(CMPIContext, ft, 8, 4);
-CMPI_SIZE(CMPIContextFT, 56, 28);
+CMPI_TABLE_SIZE(CMPIContextFT, 56, 28);
 CMPI_OFFSET(CMPIContextFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIContextFT, release, 8, 4);
 CMPI_OFFSET(CMPIContextFT, clone, 16, 8);
@@ -117,7 +124,7 @@ CMPI_OFFSET(CMPIContextFT, addEntry, 48, 24);
 CMPI_SIZE(CMPIResult, 16, 8);
 CMPI_OFFSET(CMPIResult, hdl, 0, 0);
 CMPI_OFFSET(CMPIResult, ft, 8, 4);
-CMPI_SIZE(CMPIResultFT, 56, 28);
+CMPI_TABLE_SIZE(CMPIResultFT, 56, 28);
 CMPI_OFFSET(CMPIResultFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIResultFT, release, 8, 4);
 CMPI_OFFSET(CMPIResultFT, clone, 16, 8);
@@ -128,7 +135,7 @@ CMPI_OFFSET(CMPIResultFT, returnDone, 48, 24);
 CMPI_SIZE(CMPIString, 16, 8);
 CMPI_OFFSET(CMPIString, hdl, 0, 0);
 CMPI_OFFSET(CMPIString, ft, 8, 4);
-CMPI_SIZE(CMPIStringFT, 32, 16);
+CMPI_TABLE_SIZE(CMPIStringFT, 32, 16);
 CMPI_OFFSET(CMPIStringFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIStringFT, release, 8, 4);
 CMPI_OFFSET(CMPIStringFT, clone, 16, 8);
@@ -136,7 +143,7 @@ CMPI_OFFSET(CMPIStringFT, getCharPtr, 24, 12);
 CMPI_SIZE(CMPIArray, 16, 8);
 CMPI_OFFSET(CMPIArray, hdl, 0, 0);
 CMPI_OFFSET(CMPIArray, ft, 8, 4);
-CMPI_SIZE(CMPIArrayFT, 56, 28);
+CMPI_TABLE_SIZE(CMPIArrayFT, 56, 28);
 CMPI_OFFSET(CMPIArrayFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIArrayFT, release, 8, 4);
 CMPI_OFFSET(CMPIArrayFT, clone, 16, 8);
@@ -147,7 +154,7 @@ CMPI_OFFSET(CMPIArrayFT, setElementAt, 48, 24);
 CMPI_SIZE(CMPIEnumeration, 16, 8);
 CMPI_OFFSET(CMPIEnumeration, hdl, 0, 0);
 CMPI_OFFSET(CMPIEnumeration, ft, 8, 4);
-CMPI_SIZE(CMPIEnumerationFT, 48, 24);
+CMPI_TABLE_SIZE(CMPIEnumerationFT, 48, 24);
 CMPI_OFFSET(CMPIEnumerationFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIEnumerationFT, release, 8, 4);
 CMPI_OFFSET(CMPIEnumerationFT, clone, 16, 8);
@@ -157,7 +164,7 @@ CMPI_OFFSET(CMPIEnumerationFT, toArray, 40, 20);
 CMPI_SIZE(CMPIInstance, 16, 8);
 CMPI_OFFSET(CMPIInstance, hdl, 0, 0);
 CMPI_OFFSET(CMPIInstance, ft, 8, 4);
-CMPI_SIZE(CMPIInstanceFT, 80, 40);
+CMPI_TABLE_SIZE(CMPIInstanceFT, 80, 40);
 CMPI_OFFSET(CMPIInstanceFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIInstanceFT, release, 8, 4);
 CMPI_OFFSET(CMPIInstanceFT, clone, 16, 8);
@@ -171,7 +178,7 @@ CMPI_OFFSET(CMPIInstanceFT, setObjectPath, 72, 36);
 CMPI_SIZE(CMPIObjectPath, 16, 8);
 CMPI_OFFSET(CMPIObjectPath, hdl, 0, 0);
 CMPI_OFFSET(CMPIObjectPath, ft, 8, 4);
-CMPI_SIZE(CMPIObjectPathFT, 160, 80);
+CMPI_TABLE_SIZE(CMPIObjectPathFT, 160, 80);
 CMPI_OFFSET(CMPIObjectPathFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIObjectPathFT, release, 8, 4);
 CMPI_OFFSET(CMPIObjectPathFT, clone, 16, 8);
@@ -195,7 +202,7 @@ CMPI_OFFSET(CMPIObjectPathFT, toString, 152, 76);
 CMPI_SIZE(CMPIArgs, 16, 8);
 CMPI_OFFSET(CMPIArgs, hdl, 0, 0);
 CMPI_OFFSET(CMPIArgs, ft, 8, 4);
-CMPI_SIZE(CMPIArgsFT, 56, 28);
+CMPI_TABLE_SIZE(CMPIArgsFT, 56, 28);
 CMPI_OFFSET(CMPIArgsFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIArgsFT, release, 8, 4);
 CMPI_OFFSET(CMPIArgsFT, clone, 16, 8);
@@ -206,7 +213,7 @@ CMPI_OFFSET(CMPIArgsFT, getArgCount, 48, 24);
 CMPI_SIZE(CMPIDateTime, 16, 8);
 CMPI_OFFSET(CMPIDateTime, hdl, 0, 0);
 CMPI_OFFSET(CMPIDateTime, ft, 8, 4);
-CMPI_SIZE(CMPIDateTimeFT, 48, 24);
+CMPI_TABLE_SIZE(CMPIDateTimeFT, 48, 24);
 CMPI_OFFSET(CMPIDateTimeFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIDateTimeFT, release, 8, 4);
 CMPI_OFFSET(CMPIDateTimeFT, clone, 16, 8);
@@ -216,7 +223,7 @@ CMPI_OFFSET(CMPIDateTimeFT, isInterval, 40, 20);
 CMPI_SIZE(CMPIInstanceMI, 16, 8);
 CMPI_OFFSET(CMPIInstanceMI, hdl, 0, 0);
 CMPI_OFFSET(CMPIInstanceMI, ft, 8, 4);
-CMPI_SIZE(CMPIInstanceMIFT, 80, 44);
+CMPI_TABLE_SIZE(CMPIInstanceMIFT, 80, 44);
 CMPI_OFFSET(CMPIInstanceMIFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIInstanceMIFT, miVersion, 4, 4);
 CMPI_OFFSET(CMPIInstanceMIFT, miName, 8, 8);
@@ -231,7 +238,7 @@ CMPI_OFFSET(CMPIInstanceMIFT, execQuery, 72, 40);
 CMPI_SIZE(CMPIAssociationMI, 16, 8);
 CMPI_OFFSET(CMPIAssociationMI, hdl, 0, 0);
 CMPI_OFFSET(CMPIAssociationMI, ft, 8, 4);
-CMPI_SIZE(CMPIAssociationMIFT, 56, 32);
+CMPI_TABLE_SIZE(CMPIAssociationMIFT, 56, 32);
 CMPI_OFFSET(CMPIAssociationMIFT, ftVersion, 0, 0);
 CMPI_OFFSET(CMPIAssociationMIFT, miVersion, 4, 4);
 CMPI_OFFSET(CMPIAssociationMIFT, miName, 8, 8);
