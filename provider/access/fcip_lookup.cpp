@@ -25,47 +25,14 @@ struct lookup_key {
     std::int32_t second_number;
 };
 
-/// Whether a row is the one that a key names. Adds the lines that the comparison prints.
-using row_comparison = bool(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines);
-
-bool is_tunnel(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
-    return as_signed(link.link_index + 1) == key.first_number;
-}
-
-bool is_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
-    return as_signed(link.link_if_index) == key.first_number;
-}
-
-bool is_ethernet_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
-    lines.add(" ret_entry->vrkFcipLinkExtEthIfIndex ", as_signed(link.ethernet_if_index), " \n");
-    return as_signed(link.ethernet_if_index) == key.first_number;
-}
-
-bool is_entity(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
-    return as_signed(link.entity_id) == key.first_number;
-}
-
-bool is_peer_address(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
-    const auto peer = address_text(link.remote_address);
-    lines.location(self, 170);
-    lines.add("ipstr: ", peer.data(), " \n");
-    return strcasecmp(peer.data(), key.second) == 0;
-}
-
-bool is_peer_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
-    lines.add("fcipifidx : ", key.second_number, " \n");
-    return as_signed(link.link_if_index) == key.second_number;
-}
-
 constexpr const char* whole_text = "";
 constexpr int no_location = 0;
 
-/// How a mode reads a key, and what it compares a row with.
+/// How a mode reads a key, and what it prints of it for each row.
 struct mode_row {
     lookup_mode mode;
     const char* delimiters;           ///< or whole_text: the first token is all of the key, even where that is empty
     int tokens;                       ///< where two are needed, the first is 0 in a key that names anything
-    row_comparison* matches;          ///< asked for rows whose key has all its tokens
     const char* first_line;           ///< what the line with the first number begins with; null = no such line
     int location;                     ///< of the trace ahead of it
     int location_short = no_location; ///< of the trace when the second token is missing
@@ -73,13 +40,13 @@ struct mode_row {
 
 // clang-format off
 constexpr mode_row modes[] = {
-    {lookup_mode::tunnel,            "_",        1, is_tunnel,            "tunnel id : ", no_location},
-    {lookup_mode::if_index,          "_",        1, is_if_index,          "if_index : ",  76},
-    {lookup_mode::if_index_only,     whole_text, 1, is_if_index,          "if_index : ",  no_location},
-    {lookup_mode::ethernet_if_index, ":_",       1, is_ethernet_if_index, "if_index : ",  113},
-    {lookup_mode::entity,            whole_text, 1, is_entity,            nullptr,        no_location},
-    {lookup_mode::peer_address,      "_",        2, is_peer_address,      "if_index : ",  151, 165},
-    {lookup_mode::peer_if_index,     "_",        2, is_peer_if_index,     "if_index : ",  193},
+    {lookup_mode::tunnel,            "_",        1, "tunnel id : ", no_location},
+    {lookup_mode::if_index,          "_",        1, "if_index : ",  76},
+    {lookup_mode::if_index_only,     whole_text, 1, "if_index : ",  no_location},
+    {lookup_mode::ethernet_if_index, ":_",       1, "if_index : ",  113},
+    {lookup_mode::entity,            whole_text, 1, nullptr,        no_location},
+    {lookup_mode::peer_address,      "_",        2, "if_index : ",  151, 165},
+    {lookup_mode::peer_if_index,     "_",        2, "if_index : ",  193},
 };
 // clang-format on
 
@@ -91,6 +58,32 @@ void read_key(const mode_row& mode, const char* key_value, lookup_key& key) {
     key.second = mode.tokens == 2 && key.first != nullptr ? strtok_r(nullptr, mode.delimiters, &rest) : nullptr;
     key.first_number = key.first == nullptr ? 0 : parse_decimal(key.first);
     key.second_number = key.second == nullptr ? 0 : parse_decimal(key.second);
+}
+
+/// Whether a row is the one that a key with all its tokens names. Adds the lines that the comparison prints.
+bool matches(lookup_mode mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
+    switch (mode) {
+    case lookup_mode::tunnel:
+        return as_signed(link.link_index + 1) == key.first_number;
+    case lookup_mode::if_index:
+    case lookup_mode::if_index_only:
+        return as_signed(link.link_if_index) == key.first_number;
+    case lookup_mode::ethernet_if_index:
+        lines.add(" ret_entry->vrkFcipLinkExtEthIfIndex ", as_signed(link.ethernet_if_index), " \n");
+        return as_signed(link.ethernet_if_index) == key.first_number;
+    case lookup_mode::entity:
+        return as_signed(link.entity_id) == key.first_number;
+    case lookup_mode::peer_address: {
+        lines.location(self, 170);
+        const auto peer = address_text(link.remote_address);
+        lines.add("ipstr: ", peer.data(), " \n");
+        return strcasecmp(peer.data(), key.second) == 0;
+    }
+    case lookup_mode::peer_if_index:
+        lines.add("fcipifidx : ", key.second_number, " \n");
+        return as_signed(link.link_if_index) == key.second_number;
+    }
+    return false;
 }
 
 enum class verdict { no_match, match, short_key };
@@ -110,7 +103,7 @@ verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_k
             lines.location(self, mode.location_short);
         return verdict::short_key;
     }
-    return mode.matches(link, key, lines) ? verdict::match : verdict::no_match;
+    return matches(mode.mode, link, key, lines) ? verdict::match : verdict::no_match;
 }
 
 /// Walks the links up to the one that the key names, and copies it out. Prints the lines of each row at once.
