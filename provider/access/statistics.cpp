@@ -53,7 +53,7 @@ request<Size> request_for(std::uint32_t if_index) {
 
 /// Where statistics requests for an interface go. A node that cannot be had is node 0.
 mts_addr line_card_of(std::uint32_t if_index) {
-    alignas(8) std::array<std::uint8_t, 4096> record{};
+    platform_storage<4096> record;
     idxmap_node_by_if_index(if_index, record.data());
     return {read_host32(record.data()), statistics_sap};
 }
@@ -83,18 +83,18 @@ int drain_replies() {
     return 0;
 }
 
-void trace_request(const char* function, std::uint32_t if_index) {
-    trace_entering(function);
+void trace_interface(std::uint32_t if_index) {
     trace("\ntol : if_index ", as_signed(if_index), "\n");
 }
 
 } // namespace
 
 int get_tcp_stats(std::uint32_t if_index, std::uint8_t record[tcp_record_size]) {
-    trace_request(__func__, if_index);
+    trace_entering(__func__);
     auto payload = request_for<40>(if_index);
     write_be16(payload.data() + argument_field, 1);
     write_be32(payload.data() + sap_field, mts_sap_get(mts_q));
+    trace_interface(if_index);
     mts_msg reply{};
     if (ask_line_card(mts_q, if_index, opcode_tcp, payload, reply) != 0)
         return -1;
@@ -126,9 +126,10 @@ int get_ip_stats(mts_queue queue, std::uint32_t if_index, std::uint32_t flag, st
 }
 
 int get_ethernetport_statistics(std::uint32_t if_index, std::uint8_t record[ethernet_record_size]) {
-    trace_request(__func__, if_index);
+    trace_entering(__func__);
     auto payload = request_for<32>(if_index);
     write_be32(payload.data() + argument_field, 1);
+    trace_interface(if_index);
     mts_msg reply{};
     if (ask_line_card(mts_q, if_index, opcode_ethernet, payload, reply) != 0) {
         trace("Failed retrieval of mac stats information from linecard");
