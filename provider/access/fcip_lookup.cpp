@@ -60,7 +60,28 @@ void read_key(const mode_row& mode, const char* key_value, lookup_key& key) {
     key.second_number = key.second == nullptr ? 0 : parse_decimal(key.second);
 }
 
-/// Whether a row is the one that a key with all its tokens names. Adds the lines that the comparison prints.
+/// What can be said of a key before it is held against a row.
+enum class key_kind { complete, of_no_row, too_short };
+
+/// Judges a key, and adds the lines that every row prints of it.
+key_kind judge_key(const mode_row& mode, const lookup_key& key, trace_lines& lines) {
+    if (mode.location != no_location)
+        lines.location(self, mode.location);
+    if (key.first == nullptr)
+        return key_kind::too_short;
+    if (mode.first_line != nullptr)
+        lines.add(mode.first_line, key.first_number, " \n");
+    if (mode.tokens == 2 && key.first_number != 0)
+        return key_kind::of_no_row;
+    if (mode.tokens == 2 && key.second == nullptr) {
+        if (mode.location_short != no_location)
+            lines.location(self, mode.location_short);
+        return key_kind::too_short;
+    }
+    return key_kind::complete;
+}
+
+/// Whether a row is the one that a complete key names. Adds the lines that the comparison prints.
 bool matches(lookup_mode mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
     switch (mode) {
     case lookup_mode::tunnel:
@@ -86,40 +107,25 @@ bool matches(lookup_mode mode, const FcipLinkEntry& link, const lookup_key& key,
     return false;
 }
 
-enum class verdict { no_match, match, short_key };
-
-/// Tests a row, and adds the lines that this prints.
-verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
-    if (mode.location != no_location)
-        lines.location(self, mode.location);
-    if (key.first == nullptr)
-        return verdict::short_key;
-    if (mode.first_line != nullptr)
-        lines.add(mode.first_line, key.first_number, " \n");
-    if (mode.tokens == 2 && key.first_number != 0)
-        return verdict::no_match;
-    if (mode.tokens == 2 && key.second == nullptr) {
-        if (mode.location_short != no_location)
-            lines.location(self, mode.location_short);
-        return verdict::short_key;
-    }
-    return matches(mode.mode, link, key, lines) ? verdict::match : verdict::no_match;
-}
-
 /// Walks the links up to the one that the key names, and copies it out. Prints the lines of each row at once.
-verdict find_link(const mode_row& mode, const lookup_key& key, FcipLinkEntry& destination) {
-    verdict last = verdict::no_match;
+/// @return 0, or -1 when there is a row and the key is too short for it
+int find_link(const mode_row& mode, const lookup_key& key, FcipLinkEntry& destination) {
+    trace_lines key_lines;
+    const key_kind kind = judge_key(mode, key, key_lines);
+    int status = 0;
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
         trace_lines lines;
-        last = test_row(mode, link, key, lines);
-        if (last == verdict::match) {
+        lines.add(key_lines.text());
+        const bool found = kind == key_kind::complete && matches(mode.mode, link, key, lines);
+        if (found) {
             lines.add("Entry Found");
             destination = link;
         }
         lines.print();
-        return last == verdict::no_match ? walk::go_on : walk::stop;
+        status = kind == key_kind::too_short ? -1 : 0;
+        return found || status != 0 ? walk::stop : walk::go_on;
     });
-    return last;
+    return status;
 }
 
 } // namespace
@@ -132,7 +138,7 @@ int get_fcip_link_entry_from(const char* key_value, FcipLinkEntry* destination, 
     } else {
         lookup_key key;
         read_key(*row, key_value, key);
-        if (find_link(*row, key, *destination) == verdict::short_key)
+        if (find_link(*row, key, *destination) != 0)
             return -1;
     }
     trace_exiting(self);
