@@ -24,7 +24,7 @@ constexpr std::uint16_t unknown_port = 0xFFFF;
 
 /// A request's payload, big-endian; the bytes between the fields are zero.
 template <std::size_t Size>
-using request = std::array<std::uint8_t, Size>;
+using request = platform_storage<Size>;
 constexpr std::size_t port_field = 4;      ///< u16, the interface's port number on its line card
 constexpr std::size_t if_index_field = 24; ///< u32
 constexpr std::size_t argument_field = 28; ///< u16 in the TCP request, u32 in the others
@@ -44,7 +44,7 @@ std::uint16_t port_number(std::uint32_t if_index) {
 
 template <std::size_t Size>
 request<Size> request_for(std::uint32_t if_index) {
-    request<Size> payload{};
+    request<Size> payload;
     write_be16(payload.data() + port_field, port_number(if_index));
     const std::uint32_t network_order = hton_if_index(if_index); // its bytes go out as they are
     std::memcpy(payload.data() + if_index_field, &network_order, sizeof network_order);
@@ -61,7 +61,7 @@ mts_addr line_card_of(std::uint32_t if_index) {
 template <std::size_t Size>
 int ask_line_card(mts_queue queue, std::uint32_t if_index, std::uint32_t opcode, const request<Size>& payload,
                   mts_msg& reply) {
-    return ipc_request(queue, line_card_of(if_index), opcode, payload.data(), Size, &reply, ipc_wait_limit);
+    return ipc_request(queue, line_card_of(if_index), opcode, payload.bytes.data(), Size, &reply, ipc_wait_limit);
 }
 
 bool more_follow(const mts_msg& message) {

@@ -107,7 +107,7 @@ platform_text wwn_text(const std::uint8_t wwn[8]) {
 }
 
 platform_text switch_wwn_text() {
-    std::uint8_t wwn[8];
+    alignas(std::max_align_t) std::uint8_t wwn[8];
     init_wwn(wwn);
     system_cim_get_switch_wwn(mts_q, wwn);
     return wwn_text(wwn);
