@@ -17,27 +17,24 @@ constexpr mts_addr fcip_service{0xfe000000, 60};
 } // namespace
 
 fetched<FcipEntityEntry> fetch_entity(mts_queue queue, int operation, std::uint32_t entity_id, int constant) {
-    FcipEntityEntry* row = nullptr;
-    const int status = fcip_get_entity_entry(queue, operation, entity_id, &row, constant);
-    return {status, platform_ptr<FcipEntityEntry>(row)};
+    return fetch<FcipEntityEntry>(
+        [&](FcipEntityEntry** row) { return fcip_get_entity_entry(queue, operation, entity_id, row, constant); });
 }
 
 fetched<FcipLinkEntry> fetch_link(mts_queue queue, int operation, const link_key& key) {
-    FcipLinkEntry* row = nullptr;
-    const int status = fcip_get_link_entry(queue, operation, key.data(), &row, 30, 1);
-    return {status, platform_ptr<FcipLinkEntry>(row)};
+    return fetch<FcipLinkEntry>(
+        [&](FcipLinkEntry** row) { return fcip_get_link_entry(queue, operation, key.data(), row, 30, 1); });
 }
 
 platform_ptr<FcipEntityEntry> profile_of(const FcipLinkEntry& link) {
-    fetched<FcipEntityEntry> profile = fetch_entity(mts_q, platform_exact, link.entity_id);
-    return profile ? std::move(profile.row) : nullptr;
+    return fetch_entity(mts_q, platform_exact, link.entity_id).take();
 }
 
 fetched<FcipLinkErrors> fetch_link_errors(const FcipLinkEntry& link) {
     const link_key key = key_of(link);
-    FcipLinkErrors* record = nullptr;
-    const int status = fcip_snmp_get_link_errors(mts_q, platform_exact, key.data(), &record, 10);
-    return {status, platform_ptr<FcipLinkErrors>(record)};
+    return fetch<FcipLinkErrors>([&](FcipLinkErrors** record) {
+        return fcip_snmp_get_link_errors(mts_q, platform_exact, key.data(), record, 10);
+    });
 }
 
 int get_fcip_entity_from_key_value(mts_queue queue, const char* key_value, FcipEntityEntry* destination) {
@@ -106,7 +103,7 @@ std::uint32_t interface_list::operator[](std::uint32_t position) const {
 interface_list fcip_get_ifs_for_this_profile(std::uint32_t entity_id, mts_queue queue) {
     void* reply = nullptr;
     std::uint32_t length = 0;
-    std::array<std::uint8_t, 4096> scratch{};
+    platform_storage<4096> scratch;
     fcip_send_recv_with_mts_q(opcode_profile_interfaces, &fcip_service, &entity_id, sizeof entity_id, queue, &reply,
                               &length, scratch.data());
     interface_list list{platform_ptr<std::uint8_t>(static_cast<std::uint8_t*>(reply)), 0};

@@ -16,16 +16,6 @@ inline link_key key_of(const FcipLinkEntry& link) {
     return {link.entity_id, link.link_index};
 }
 
-/// What a table read came to. A failed read may have left a row; it is released with this.
-template <typename Row>
-struct fetched {
-    int status = -1; ///< the platform's answer: 0 = success
-    platform_ptr<Row> row;
-
-    /// A read that succeeds without a row counts as failed.
-    explicit operator bool() const { return status == 0 && row != nullptr; }
-};
-
 /// One read of the entity table. @param constant 5, or 30 where the keep-alive is read anew
 fetched<FcipEntityEntry> fetch_entity(mts_queue queue, int operation, std::uint32_t entity_id, int constant = 5);
 

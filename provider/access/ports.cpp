@@ -1,25 +1,37 @@
 #include "provider/access/ports.h"
 
 #include "provider/common/results.h"
-#include "provider/common/text.h"
 #include "provider/common/trace.h"
 
-#include <array>
 #include <cstring>
 
 namespace fcip {
 
+fetched<PmPortInfo> read_port(int operation, std::uint32_t if_index) {
+    return fetch<PmPortInfo>(
+        [&](PmPortInfo** record) { return pm_cim_get_port_info(record, operation, if_index, mts_q); });
+}
+
 platform_ptr<PmPortInfo> fetch_port(int operation, std::uint32_t if_index) {
-    PmPortInfo* record = nullptr;
-    const int status = pm_cim_get_port_info(&record, operation, if_index, mts_q);
-    platform_ptr<PmPortInfo> port(record);
-    return status == 0 ? std::move(port) : nullptr;
+    return read_port(operation, if_index).take();
 }
 
 interface_type type_of(std::uint32_t if_index) {
-    std::array<std::uint8_t, 16> type{};
+    platform_storage<16> type;
     const int status = if_index_get_type(if_index, type.data());
-    return {status, status == 0 ? type[0] : std::uint8_t{0}};
+    return {status, status == 0 ? type.bytes[0] : std::uint8_t{0}};
+}
+
+platform_text interface_name(std::uint32_t if_index) {
+    platform_text name{};
+    sprintf_if_index(name.data(), if_index);
+    return name;
+}
+
+std::array<char, 32> network_address(const PmPortInfo& port, std::uint8_t kind) {
+    platform_text address{};
+    pm_cim_get_network_address(address.data(), &port, kind);
+    return copy_text<32>(address.data());
 }
 
 int get_vsan_id(std::uint32_t if_index, std::uint32_t* vsan_id) {
@@ -35,14 +47,13 @@ int get_vsan_id(std::uint32_t if_index, std::uint32_t* vsan_id) {
 int get_vsan_from_ifindex(std::uint32_t if_index, std::uint32_t* vsan_id) {
     const std::array<std::uint32_t, 2> key{if_index, if_index};
     std::uint32_t aux = 0;
-    PmPortConfig* record = nullptr;
-    const int status = pm_cmi_get_port_config(mts_q, 1, 1, key.data(), &aux, &record, 4);
-    const platform_ptr<PmPortConfig> config(record);
-    if (status != 0 || config == nullptr)
+    const auto config = fetch<PmPortConfig>(
+        [&](PmPortConfig** record) { return pm_cmi_get_port_config(mts_q, 1, 1, key.data(), &aux, record, 4); });
+    if (!config)
         return -1;
-    *vsan_id = read_host32(config->bytes + 213);
+    *vsan_id = read_host32(config.row->bytes + 213);
     trace(" fcip interface is in the vsan ", as_signed(*vsan_id), " \n");
-    trace(" fcip interface is in the vsan ", as_signed(read_host32(config->bytes + 217)), " \n");
+    trace(" fcip interface is in the vsan ", as_signed(read_host32(config.row->bytes + 217)), " \n");
     return 0;
 }
 

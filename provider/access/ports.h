@@ -5,6 +5,7 @@
 #include "provider/access/fcip_tables.h"
 #include "provider/common/endian.h"
 #include "provider/common/memory.h"
+#include "provider/common/text.h"
 
 namespace fcip {
 
@@ -29,7 +30,10 @@ inline std::uint32_t port_vsan_id(const PmPortInfo& port) {
     return read_host32(port.bytes + 213);
 }
 
-/// Reads one port; null if it cannot be read. @param operation platform_exact or platform_next_port
+/// One read of the port table. @param operation platform_exact or platform_next_port
+fetched<PmPortInfo> read_port(int operation, std::uint32_t if_index);
+
+/// The same; null if the port cannot be read.
 platform_ptr<PmPortInfo> fetch_port(int operation, std::uint32_t if_index);
 
 /// What if_index_get_type() said.
@@ -58,6 +62,13 @@ void walk_ports(Visit visit) {
             return;
     }
 }
+
+/// An interface's printable name.
+platform_text interface_name(std::uint32_t if_index);
+
+/// A port's network (MAC) address, cut to 31 characters; empty where the platform writes none.
+/// @param kind of the interface
+std::array<char, 32> network_address(const PmPortInfo& port, std::uint8_t kind);
 
 /// The VSAN that an interface is in. @return 0, or -1 and a trace
 int get_vsan_id(std::uint32_t if_index, std::uint32_t* vsan_id);

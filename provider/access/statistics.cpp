@@ -24,7 +24,7 @@ constexpr std::uint16_t unknown_port = 0xFFFF;
 
 /// A request's payload, big-endian; the bytes between the fields are zero.
 template <std::size_t Size>
-using request = std::array<std::uint8_t, Size>;
+using request = platform_storage<Size>;
 constexpr std::size_t port_field = 4;      ///< u16, the interface's port number on its line card
 constexpr std::size_t if_index_field = 24; ///< u32
 constexpr std::size_t argument_field = 28; ///< u16 in the TCP request, u32 in the others
@@ -44,7 +44,7 @@ std::uint16_t port_number(std::uint32_t if_index) {
 
 template <std::size_t Size>
 request<Size> request_for(std::uint32_t if_index) {
-    request<Size> payload{};
+    request<Size> payload;
     write_be16(payload.data() + port_field, port_number(if_index));
     const std::uint32_t network_order = hton_if_index(if_index); // its bytes go out as they are
     std::memcpy(payload.data() + if_index_field, &network_order, sizeof network_order);
@@ -53,7 +53,7 @@ request<Size> request_for(std::uint32_t if_index) {
 
 /// Where statistics requests for an interface go. A node that cannot be had is node 0.
 mts_addr line_card_of(std::uint32_t if_index) {
-    alignas(8) std::array<std::uint8_t, 4096> record{};
+    platform_storage<4096> record;
     idxmap_node_by_if_index(if_index, record.data());
     return {read_host32(record.data()), statistics_sap};
 }
@@ -61,7 +61,7 @@ mts_addr line_card_of(std::uint32_t if_index) {
 template <std::size_t Size>
 int ask_line_card(mts_queue queue, std::uint32_t if_index, std::uint32_t opcode, const request<Size>& payload,
                   mts_msg& reply) {
-    return ipc_request(queue, line_card_of(if_index), opcode, payload.data(), Size, &reply, ipc_wait_limit);
+    return ipc_request(queue, line_card_of(if_index), opcode, payload.bytes.data(), Size, &reply, ipc_wait_limit);
 }
 
 bool more_follow(const mts_msg& message) {
@@ -83,18 +83,18 @@ int drain_replies() {
     return 0;
 }
 
-void trace_request(const char* function, std::uint32_t if_index) {
-    trace_entering(function);
+void trace_interface(std::uint32_t if_index) {
     trace("\ntol : if_index ", as_signed(if_index), "\n");
 }
 
 } // namespace
 
 int get_tcp_stats(std::uint32_t if_index, std::uint8_t record[tcp_record_size]) {
-    trace_request(__func__, if_index);
+    trace_entering(__func__);
     auto payload = request_for<40>(if_index);
     write_be16(payload.data() + argument_field, 1);
     write_be32(payload.data() + sap_field, mts_sap_get(mts_q));
+    trace_interface(if_index);
     mts_msg reply{};
     if (ask_line_card(mts_q, if_index, opcode_tcp, payload, reply) != 0)
         return -1;
@@ -126,9 +126,10 @@ int get_ip_stats(mts_queue queue, std::uint32_t if_index, std::uint32_t flag, st
 }
 
 int get_ethernetport_statistics(std::uint32_t if_index, std::uint8_t record[ethernet_record_size]) {
-    trace_request(__func__, if_index);
+    trace_entering(__func__);
     auto payload = request_for<32>(if_index);
     write_be32(payload.data() + argument_field, 1);
+    trace_interface(if_index);
     mts_msg reply{};
     if (ask_line_card(mts_q, if_index, opcode_ethernet, payload, reply) != 0) {
         trace("Failed retrieval of mac stats information from linecard");

@@ -2,7 +2,6 @@
 
 #include "provider/access/ports.h"
 #include "provider/common/results.h"
-#include "provider/common/text.h"
 #include "provider/common/trace.h"
 
 #include <cstring>
@@ -12,27 +11,23 @@ namespace fcip {
 namespace {
 
 /// Storage of a VSAN or domain entry; the services alone know what is in it.
-struct opaque_entry {
-    alignas(8) std::array<std::uint8_t, 4096> bytes{};
-};
-
-using key_text = std::array<char, 256>;
+using opaque_entry = platform_storage<4096>;
 
 constexpr std::size_t system_name_length = 20;
 
 /// Finds the key of an interface's VSAN. False when the VSAN or its domain cannot be read.
-bool vsan_key(std::uint32_t if_index, key_text& key) {
+bool vsan_key(std::uint32_t if_index, platform_text& key) {
     std::uint32_t vsan_id = 0;
     get_vsan_id(if_index, &vsan_id); // a failure leaves VSAN 0
     trace("vsan_index ", as_signed(vsan_id), " \n");
 
     opaque_entry vsan;
     opaque_entry domain;
-    std::memcpy(vsan.bytes.data(), &vsan_id, sizeof vsan_id);
-    if (vsan_cim_get_vsanEntry(mts_q, platform_exact, vsan.bytes.data()) != 0 ||
-        dm_cim_get_dmEntry(mts_q, vsan_id, 1, domain.bytes.data()) != 0)
+    std::memcpy(vsan.data(), &vsan_id, sizeof vsan_id);
+    if (vsan_cim_get_vsanEntry(mts_q, platform_exact, vsan.data()) != 0 ||
+        dm_cim_get_dmEntry(mts_q, vsan_id, 1, domain.data()) != 0)
         return false;
-    if (vsan_cim_get_vsan_key(key.data(), vsan.bytes.data(), domain.bytes.data()) != 0)
+    if (vsan_cim_get_vsan_key(key.data(), vsan.data(), domain.data()) != 0)
         trace("error during get vsan id");
     return true;
 }
@@ -40,24 +35,22 @@ bool vsan_key(std::uint32_t if_index, key_text& key) {
 } // namespace
 
 int get_vsan_wwn(std::uint32_t if_index, char* buffer) {
-    PmPortInfo* record = nullptr;
-    const int status = pm_cim_get_port_info(&record, platform_exact, if_index, mts_q);
-    const platform_ptr<PmPortInfo> port(record);
-    if (status != 0) {
+    const fetched<PmPortInfo> port = read_port(platform_exact, if_index);
+    if (port.status != 0) {
         trace("error : pm_cim_get_port_info ");
         return -1;
     }
-    if (port == nullptr)
+    if (port.row == nullptr)
         return -1;
 
     opaque_entry domain;
-    if (dm_cim_get_dmEntry(mts_q, port_vsan_id(*port), 1, domain.bytes.data()) != 0) {
+    if (dm_cim_get_dmEntry(mts_q, port_vsan_id(*port.row), 1, domain.data()) != 0) {
         trace("error : dm_cim_get_dmEntry ");
         std::strcpy(buffer, "NULL");
         return -1;
     }
-    key_text key{};
-    vsan_cim_get_vsan_admindomain_key(key.data(), domain.bytes.data());
+    platform_text key{};
+    vsan_cim_get_vsan_admindomain_key(key.data(), domain.data());
     std::memset(buffer, 0, system_name_length);
     std::memcpy(buffer, key.data(), strnlen(key.data(), system_name_length)); // a name of full length is not terminated
     return 0;
@@ -78,7 +71,7 @@ void add_system_name_key(CMPIObjectPath* path, std::uint32_t if_index, const cha
 CMPIInstance* get_logical_computer_instance(std::uint32_t if_index, const char* name_space, const char** properties,
                                             const CMPIBroker* broker) {
     trace_entering(__func__);
-    key_text key{};
+    platform_text key{};
     if (!vsan_key(if_index, key))
         return minus_one<CMPIInstance>();
     return switch_build_instance_str(logical_computer_system, name_space, key.data(), 0, properties, broker);
@@ -86,14 +79,14 @@ CMPIInstance* get_logical_computer_instance(std::uint32_t if_index, const char* 
 
 CMPIObjectPath* get_logical_computer_keys(std::uint32_t if_index, const char* name_space, const CMPIBroker* broker) {
     trace_entering(__func__);
-    key_text key{};
+    platform_text key{};
     if (!vsan_key(if_index, key))
         return minus_one<CMPIObjectPath>();
     return switch_fill_reference_str(logical_computer_system, name_space, key.data(), broker);
 }
 
 void set_switch_host(CMPIObjectPath* path) {
-    CMSetHostname(path, text_or_empty(getCSName()));
+    set_host(path, text_or_empty(getCSName()));
 }
 
 CMPIInstance* new_switch_instance(const char* class_name, const char* name_space, const char* exit_trace) {
@@ -107,14 +100,14 @@ CMPIInstance* new_switch_instance(const char* class_name, const char* name_space
     return new_instance(path);
 }
 
-wwn_name_text wwn_text(const std::uint8_t wwn[8]) {
-    wwn_name_text text{};
+platform_text wwn_text(const std::uint8_t wwn[8]) {
+    platform_text text{};
     cim_sprintf_wwn(text.data(), wwn);
     return text;
 }
 
-wwn_name_text switch_wwn_text() {
-    std::uint8_t wwn[8];
+platform_text switch_wwn_text() {
+    alignas(std::max_align_t) std::uint8_t wwn[8];
     init_wwn(wwn);
     system_cim_get_switch_wwn(mts_q, wwn);
     return wwn_text(wwn);

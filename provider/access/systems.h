@@ -2,9 +2,8 @@
 #pragma once
 
 #include "platform/services.h"
+#include "provider/common/text.h"
 #include "provider/common/values.h"
-
-#include <array>
 
 namespace fcip {
 
@@ -45,13 +44,10 @@ void set_switch_host(CMPIObjectPath* path);
 /// builders then return it as it is
 CMPIInstance* new_switch_instance(const char* class_name, const char* name_space, const char* exit_trace = nullptr);
 
-/// The text of a WWN, with the room that the platform's texts have.
-using wwn_name_text = std::array<char, 256>;
-
 /// A WWN as the platform writes it.
-wwn_name_text wwn_text(const std::uint8_t wwn[8]);
+platform_text wwn_text(const std::uint8_t wwn[8]);
 
 /// The switch's own WWN as text; a WWN that cannot be read counts as all zero.
-wwn_name_text switch_wwn_text();
+platform_text switch_wwn_text();
 
 } // namespace fcip

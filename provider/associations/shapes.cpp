@@ -27,7 +27,7 @@ bool has_ends(const CMPIObjectPath* first, const CMPIObjectPath* second) {
 }
 
 CMPIObjectPath* new_association_path(const char* class_name, const char* name_space, const CMPIBroker* broker) {
-    CMPIObjectPath* path = CMNewObjectPath(broker, name_space, class_name, nullptr);
+    CMPIObjectPath* path = new_path(name_space, class_name, broker);
     return is_usable(path) ? path : nullptr;
 }
 
@@ -52,7 +52,7 @@ CMPIInstance* build_instance(const association_roles& roles, const char* class_n
     if (path == nullptr)
         return nullptr;
     set_switch_host(path);
-    CMPIInstance* instance = CMNewInstance(broker, path, nullptr);
+    CMPIInstance* instance = new_instance(path, broker);
     if (!is_usable(instance) || !has_ends(first, second))
         return nullptr;
     set_reference(instance, roles.first, first);

@@ -29,6 +29,9 @@ std::array<char, Size> join_text(std::initializer_list<std::string_view> parts) 
     return text;
 }
 
+/// Room for a text that the platform writes without being told a length: 255 characters at most. To be zeroed.
+using platform_text = std::array<char, 256>;
+
 /// The first Size - 1 characters of a text.
 template <std::size_t Size>
 std::array<char, Size> copy_text(const char* text) {

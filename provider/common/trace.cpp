@@ -1,6 +1,5 @@
 #include "provider/common/trace.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdio>
 
@@ -8,33 +7,31 @@ namespace fcip {
 
 namespace {
 
+/// A number in decimal, in storage of the caller's.
 template <typename Number>
-std::array<char, 12> decimal(Number number) {
-    std::array<char, 12> text{}; // "-2147483648" and its end
-    std::to_chars(text.data(), text.data() + text.size() - 1, number);
-    return text;
+std::string_view decimal(Number number, std::array<char, 11>& text) { // "-2147483648"
+    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    return {text.data(), static_cast<std::size_t>(end - text.data())};
 }
 
 } // namespace
 
-void trace_lines::piece(std::string_view text) {
-    if (text.size() > text_.size() - size_) {
-        print();
-        if (text.size() > text_.size()) {
-            std::fwrite(text.data(), 1, text.size(), stdout);
-            return;
-        }
-    }
-    std::copy(text.begin(), text.end(), text_.data() + size_);
-    size_ += text.size();
-}
-
 void trace_lines::piece(std::int32_t number) {
-    piece(decimal(number).data());
+    std::array<char, 11> text;
+    piece(decimal(number, text));
 }
 
 void trace_lines::piece(std::uint32_t number) {
-    piece(decimal(number).data());
+    std::array<char, 11> text;
+    piece(decimal(number, text));
+}
+
+void trace_lines::long_piece(std::string_view text) {
+    print();
+    if (text.size() > text_.size())
+        std::fwrite(text.data(), 1, text.size(), stdout);
+    else
+        piece(text);
 }
 
 void trace_lines::print() {

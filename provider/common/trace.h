@@ -10,6 +10,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace fcip {
@@ -28,13 +29,22 @@ class trace_lines {
     /// Adds " Function : FUNCTION Line LINE ".
     void location(const char* function, int line) { add(" Function : ", function, " Line ", line, " \n"); }
 
+    /// What was added since the last print, unless it is longer than the storage.
+    std::string_view text() const { return {text_.data(), size_}; }
+
     /// Prints what was added since the last print, with one write unless it is longer than the storage.
     void print();
 
   private:
-    void piece(std::string_view text);
+    void piece(std::string_view text) {
+        if (text.size() > text_.size() - size_)
+            return long_piece(text);
+        std::memcpy(text_.data() + size_, text.data(), text.size());
+        size_ += text.size();
+    }
     void piece(std::int32_t number);
     void piece(std::uint32_t number);
+    void long_piece(std::string_view text); ///< one that no room is left for
 
     std::array<char, 512> text_;
     std::size_t size_ = 0;

@@ -30,7 +30,7 @@ struct source_object {
 
 /// The frame's beginning: traces, and finds the source object's key, or prints that it cannot.
 source_object find_source_object(const operation& asked, const CMPIObjectPath* path) {
-    const char* class_name = chars_of(CMGetClassName(path, nullptr));
+    const char* class_name = path_class_name(path);
     trace_entering(asked.name);
     const found_key key = scan_keys(class_name, path, asked.found_end);
     if (!key.found)
@@ -63,7 +63,7 @@ CMPIStatus FCIP_Associators(CMPIAssociationMI* /*mi*/, const CMPIContext* /*cont
         const platform_lock lock;
         if (const auto member = member_of(associators_routes(), source))
             member(source.key.value.data(), association_class, result_class, role, result_role, properties, result,
-                   chars_of(CMGetNameSpace(path, nullptr)));
+                   path_name_space(path));
     }
     return end(associators);
 }
@@ -78,7 +78,7 @@ CMPIStatus FCIP_AssociatorNames(CMPIAssociationMI* /*mi*/, const CMPIContext* /*
         const platform_lock lock;
         if (const auto member = member_of(associator_names_routes(), source))
             member(source.key.value.data(), association_class, result_class, role, result_role, result,
-                   chars_of(CMGetNameSpace(path, nullptr)));
+                   path_name_space(path));
     }
     return end(associator_names);
 }
@@ -92,8 +92,7 @@ CMPIStatus FCIP_References(CMPIAssociationMI* /*mi*/, const CMPIContext* /*conte
     {
         const platform_lock lock;
         if (const auto member = member_of(references_routes(), source))
-            member(source.key.value.data(), result_class, role, properties, result,
-                   chars_of(CMGetNameSpace(path, nullptr)));
+            member(source.key.value.data(), result_class, role, properties, result, path_name_space(path));
     }
     return end(references);
 }
@@ -106,7 +105,7 @@ CMPIStatus FCIP_ReferenceNames(CMPIAssociationMI* /*mi*/, const CMPIContext* /*c
     {
         const platform_lock lock;
         if (const auto member = member_of(reference_names_routes(), source))
-            member(source.key.value.data(), result_class, role, result, chars_of(CMGetNameSpace(path, nullptr)));
+            member(source.key.value.data(), result_class, role, result, path_name_space(path));
     }
     return end(reference_names);
 }

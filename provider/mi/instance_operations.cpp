@@ -9,22 +9,10 @@
 
 namespace fcip {
 
-namespace {
-
-const char* class_of(const CMPIObjectPath* path) {
-    return chars_of(CMGetClassName(path, nullptr));
-}
-
-const char* name_space_of(const CMPIObjectPath* path) {
-    return chars_of(CMGetNameSpace(path, nullptr));
-}
-
-} // namespace
-
 CMPIStatus FCIP_EnumInstanceNames(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                                   const CMPIObjectPath* path) {
-    const char* class_name = class_of(path);
-    const char* name_space = name_space_of(path);
+    const char* class_name = path_class_name(path);
+    const char* name_space = path_name_space(path);
     const platform_lock lock;
     if (const auto enumerate = path_enumerator_of(class_name))
         enumerate(class_name, result, name_space);
@@ -33,8 +21,8 @@ CMPIStatus FCIP_EnumInstanceNames(CMPIInstanceMI* /*mi*/, const CMPIContext* /*c
 
 CMPIStatus FCIP_EnumInstances(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                               const CMPIObjectPath* path, const char** properties) {
-    const char* class_name = class_of(path);
-    const char* name_space = name_space_of(path);
+    const char* class_name = path_class_name(path);
+    const char* name_space = path_name_space(path);
     const platform_lock lock;
     if (const auto enumerate = instance_enumerator_of(class_name))
         enumerate(class_name, result, properties, name_space);
@@ -43,8 +31,8 @@ CMPIStatus FCIP_EnumInstances(CMPIInstanceMI* /*mi*/, const CMPIContext* /*conte
 
 CMPIStatus FCIP_GetInstance(CMPIInstanceMI* /*mi*/, const CMPIContext* /*context*/, const CMPIResult* result,
                             const CMPIObjectPath* path, const char** properties) {
-    const char* class_name = class_of(path);
-    const char* name_space = name_space_of(path);
+    const char* class_name = path_class_name(path);
+    const char* name_space = path_name_space(path);
     trace_entering(__func__);
     const found_key key = scan_keys(class_name, path, "\n");
     if (!key.found) {

@@ -8,25 +8,21 @@
 namespace fcip {
 
 found_key scan_keys(const char* class_name, const CMPIObjectPath* path, const char* line_end) {
-    found_key key;
-    const CMPICount count = CMGetKeyCount(path, nullptr);
-    for (CMPICount index = 0; index < count && !key.found; ++index) {
-        CMPIString* name = nullptr;
-        const CMPIData data = CMGetKeyAt(path, index, &name, nullptr);
-        const auto key_name = copy_text<254>(chars_of(name));
-        if (check_key_name(class_name, key_name.data()) == 0)
-            continue;
-        key.found = true;
-        if (data.type == CMPI_string) {
-            key.value = copy_text<254>(chars_of(data.value.string));
-            trace("\tfound key ", key_name.data(), " : ", key.value.data(), line_end);
+    found_key found;
+    const CMPICount count = key_count(path);
+    for (CMPICount index = 0; index < count && !found.found; ++index) {
+        const path_key key = key_at(path, index);
+        found.found = check_key_name(class_name, key.name.data()) == 1;
+        if (found.found && key.data.type == CMPI_string) {
+            found.value = copy_text<254>(chars_of(key.data.value.string));
+            trace("\tfound key ", key.name.data(), " : ", found.value.data(), line_end);
         }
     }
-    return key;
+    return found;
 }
 
 CMPIStatus key_not_found() {
-    return {CMPI_RC_OK, CMNewString(_broker, "invalid key name", nullptr)};
+    return {CMPI_RC_OK, new_string("invalid key name")};
 }
 
 } // namespace fcip

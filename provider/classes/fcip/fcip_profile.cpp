@@ -6,7 +6,6 @@
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
-
 namespace fcip {
 
 namespace {

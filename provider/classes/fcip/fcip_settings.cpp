@@ -3,10 +3,10 @@
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
 #include "provider/classes/fcip/settings_path.h"
+#include "provider/classes/link_instance.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
-
 
 namespace fcip {
 
@@ -28,17 +28,7 @@ void set_keep_alive(CMPIInstance* instance, std::uint32_t entity_id) {
 }
 
 /// Two flags carry the low byte of their word, the others are on when the word is 1.
-void set_properties(CMPIInstance* instance, const FcipLinkEntry& link) {
-    set_string(instance, "SystemCreationClassName", logical_computer_system);
-    set_string(instance, "SystemName", vsan_system_name(link.link_if_index).data());
-    const auto id = index_text(link.link_if_index);
-    set_string(instance, "ElementName", id.data());
-    set_string(instance, "InstanceID", id.data());
-    set_string(instance, "CreationClassName", "ZANTO_FCIPSettings");
-    set_uint16(instance, "ConnectionUsageFlags", 2);
-    set_uint32(instance, "SpecialFrameTimeout", special_frame_timeout);
-    set_keep_alive(instance, link.entity_id);
-    set_uint32(instance, "TunnelID", link.link_index); // zero-based here, one less than the endpoint's TunnelID
+void set_options(CMPIInstance* instance, const FcipLinkEntry& link) {
     set_boolean(instance, "PassiveMode", low_byte(link.passive_mode));
     set_uint32(instance, "NumTcpConnections", link.tcp_connections);
     set_boolean(instance, "CheckTimestamp", low_byte(link.check_timestamp));
@@ -60,20 +50,27 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link) {
     set_uint32(instance, "FlowCtrlBufSize", link.flow_control_buffer_size);
 }
 
+/// The profile only has to be there.
+void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const FcipEntityEntry& /*profile*/) {
+    set_string(instance, "SystemCreationClassName", logical_computer_system);
+    set_string(instance, "SystemName", vsan_system_name(link.link_if_index).data());
+    const auto id = index_text(link.link_if_index);
+    set_string(instance, "ElementName", id.data());
+    set_string(instance, "InstanceID", id.data());
+    set_string(instance, "CreationClassName", "ZANTO_FCIPSettings");
+    set_uint16(instance, "ConnectionUsageFlags", 2);
+    set_uint32(instance, "SpecialFrameTimeout", special_frame_timeout);
+    set_keep_alive(instance, link.entity_id);
+    set_uint32(instance, "TunnelID", link.link_index); // zero-based here, one less than the endpoint's TunnelID
+    set_options(instance, link);
+}
+
 } // namespace
 
 CMPIInstance* fcip_settings_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
                                            const char** properties) {
-    trace_entering(__func__);
-    if (profile_of(*link) == nullptr)
-        return nullptr;
-    CMPIInstance* instance = new_switch_instance(class_name, name_space);
-    if (!is_usable(instance))
-        return instance;
-    set_properties(instance, *link);
-    filter_properties(instance, properties);
-    trace_exiting(__func__);
-    return instance;
+    return build_link_instance({.function = __func__, .set_properties = set_properties}, class_name, name_space, *link,
+                               properties);
 }
 
 CMPIObjectPath* fcip_settings_fill_reference(const char* class_name, const char* name_space,

@@ -2,6 +2,7 @@
 
 #include "provider/access/fcip_tables.h"
 #include "provider/access/kernel_counters.h"
+#include "provider/access/ports.h"
 #include "provider/access/statistics.h"
 #include "provider/access/systems.h"
 #include "provider/classes/fcip/settings_path.h"
@@ -9,8 +10,6 @@
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
-
-#include <array>
 
 namespace fcip {
 
@@ -25,8 +24,7 @@ constexpr std::uint32_t whole_reply = 1;
 /// configuration cannot be read. The line card's and the kernel's IP counters are read, and no property comes from
 /// them.
 bool set_properties(CMPIInstance* instance, const FcipLinkEntry& link) {
-    std::array<char, 256> name{};
-    sprintf_if_index(name.data(), link.link_if_index);
+    const platform_text name = interface_name(link.link_if_index);
     set_string(instance, "Caption", name.data());
     set_string(instance, "Description", name.data());
 

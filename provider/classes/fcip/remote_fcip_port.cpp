@@ -3,8 +3,8 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
+#include "provider/classes/link_instance.h"
 #include "provider/common/text.h"
-#include "provider/common/trace.h"
 #include "provider/common/values.h"
 
 namespace fcip {
@@ -41,17 +41,8 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
 
 CMPIInstance* fcip_remote_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
                                             const char** properties) {
-    trace_entering(__func__);
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIInstance* instance = new_switch_instance(class_name, name_space);
-    if (!is_usable(instance))
-        return instance;
-    set_properties(instance, *link, *profile);
-    filter_properties(instance, properties);
-    trace_exiting(__func__);
-    return instance;
+    return build_link_instance({.function = __func__, .set_properties = set_properties}, class_name, name_space, *link,
+                               properties);
 }
 
 CMPIObjectPath* fcip_remote_pe_fill_reference(const char* class_name, const char* name_space,

@@ -9,7 +9,6 @@
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
-
 namespace fcip {
 
 namespace {
@@ -76,15 +75,13 @@ constexpr slot_row slot_rows[] = {
 };
 
 platform_ptr<PmPortCounters> query_port_counters(std::uint32_t if_index) {
-    PmPortCounters* record = nullptr;
-    const int status = pm_get_port_counters(mts_q, if_index, 0, 6, &record);
-    platform_ptr<PmPortCounters> counters(record);
-    return status == 0 ? std::move(counters) : nullptr;
+    const auto query = [&](PmPortCounters** record) { return pm_get_port_counters(mts_q, if_index, 0, 6, record); };
+    return fetch<PmPortCounters>(query).take();
 }
 
+/// The interface's name, cut to 31 characters.
 void set_names(CMPIInstance* instance, std::uint32_t if_index) {
-    std::array<char, 32> name{};
-    sprintf_if_index(name.data(), if_index);
+    const auto name = copy_text<32>(interface_name(if_index).data());
     set_string(instance, "Caption", name.data());
     set_string(instance, "ElementName", name.data());
     set_string(instance, "Description", name.data());
@@ -120,7 +117,7 @@ CMPIInstance* eth_statistics_build_instance(const char* class_name, const char* 
                                             const char** properties) {
     trace_entering(__func__);
     const std::uint32_t if_index = port_if_index(*port);
-    const auto counters = query_port_counters(if_index);
+    auto counters = query_port_counters(if_index);
     if (counters == nullptr) {
         trace("\ntol:Error in pm_get_port_counters\n");
         return nullptr;
@@ -137,6 +134,7 @@ CMPIInstance* eth_statistics_build_instance(const char* class_name, const char* 
         set_mac_statistics(instance, reply);
         filter_properties(instance, properties); // only here: without a reply the request gets every property
     }
+    counters.reset();
     trace_exiting(__func__);
     return instance;
 }

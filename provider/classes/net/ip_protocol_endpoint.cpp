@@ -3,13 +3,13 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
+#include "provider/classes/link_instance.h"
 #include "provider/common/endian.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
 #include <arpa/inet.h>
-
 
 namespace fcip {
 
@@ -78,7 +78,7 @@ void set_prefix_length(CMPIInstance* instance, std::uint32_t if_index) {
 /// The interface's MTU; a query that fails also sets the property to the default, ahead of its other setters.
 std::uint32_t query_mtu(CMPIInstance* instance, std::uint32_t if_index) {
     constexpr std::size_t mtu_offset = 28;
-    std::array<std::uint8_t, 4096> counters{};
+    platform_storage<4096> counters;
     write_be32(counters.data() + mtu_offset, default_mtu); // stays where the query fills nothing in
     if (pm_get_clear_eth_stats(mts_q, if_index, if_index, 1, counters.data()) != 0)
         set_uint32(instance, "MaxTransmissionUnit", default_mtu);
@@ -121,25 +121,16 @@ void add_keys(CMPIObjectPath* path, const FcipLinkEntry& link, const FcipEntityE
 
 CMPIInstance* ip_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
                                    const char** properties) {
-    trace_entering(__func__);
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIInstance* instance = new_switch_instance(class_name, name_space, __func__);
-    if (!is_usable(instance))
-        return instance;
-    set_properties(instance, *link, *profile);
-    filter_properties(instance, properties);
-    trace_location(__func__, 497);
-    trace_exiting(__func__);
-    return instance;
+    return build_link_instance(
+        {.function = __func__, .set_properties = set_properties, .traces_missing_path = true, .last_location = 497},
+        class_name, name_space, *link, properties);
 }
 
 CMPIObjectPath* ip_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
     trace_entering(__func__);
     if (link == nullptr)
         return nullptr;
-    const auto profile = fetch_entity(mts_q, platform_exact, link->entity_id);
+    auto profile = fetch_entity(mts_q, platform_exact, link->entity_id);
     if (profile.status != 0) {
         trace("Error \n");
         return nullptr;
@@ -147,6 +138,7 @@ CMPIObjectPath* ip_pe_fill_reference(const char* class_name, const char* name_sp
     CMPIObjectPath* path = new_path(name_space, class_name);
     if (path != nullptr && profile.row != nullptr) // a profile that came without a row leaves the path without keys
         add_keys(path, *link, *profile.row);
+    profile.row.reset();
     trace_exiting(__func__);
     return path;
 }

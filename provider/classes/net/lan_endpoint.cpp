@@ -16,10 +16,9 @@ std::uint8_t interface_kind(const PmPortInfo& port) {
     return type.status == 0 ? type.kind : std::uint8_t{interface_kind_ethernet};
 }
 
-/// The key Name: interface index and network address, the latter empty where the platform writes none.
+/// The key Name: interface index and network address.
 std::array<char, 99> name_text(const PmPortInfo& port) {
-    std::array<char, 32> address{};
-    pm_cim_get_network_address(address.data(), &port, interface_kind(port));
+    const auto address = network_address(port, interface_kind(port));
     return join_text<99>({index_text(port_if_index(port)).data(), ":", address.data()});
 }
 
@@ -27,7 +26,7 @@ std::array<char, 99> name_text(const PmPortInfo& port) {
 
 CMPIInstance* lan_endpoint_build_instance(const char* class_name, const char* name_space, std::uint32_t if_index,
                                           const char** properties) {
-    const auto port = fetch_port(platform_exact, if_index);
+    auto port = fetch_port(platform_exact, if_index);
     if (port == nullptr)
         return nullptr;
     const auto name = name_text(*port);
@@ -42,13 +41,14 @@ CMPIInstance* lan_endpoint_build_instance(const char* class_name, const char* na
         set_string(instance, "NameFormat", "Other");
     }
     filter_properties(instance, properties);
+    port.reset();
     trace_exiting(__func__); // and no Entering
     return instance;
 }
 
 CMPIObjectPath* lan_endpoint_fill_reference(const char* class_name, const char* name_space, std::uint32_t if_index) {
     trace_entering(__func__);
-    const auto port = fetch_port(platform_exact, if_index);
+    auto port = fetch_port(platform_exact, if_index);
     if (port == nullptr)
         return nullptr;
     const auto name = name_text(*port);
@@ -61,6 +61,7 @@ CMPIObjectPath* lan_endpoint_fill_reference(const char* class_name, const char* 
         add_string_key(path, "CreationClassName", "ZANTO_LanEndPoint");
         add_string_key(path, "Name", name.data());
     }
+    port.reset();
     trace_exiting(__func__);
     return path;
 }

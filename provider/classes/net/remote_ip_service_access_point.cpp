@@ -3,6 +3,7 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
+#include "provider/classes/link_instance.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
@@ -40,18 +41,9 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
 
 CMPIInstance* ip_remote_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
                                           const char** properties) {
-    trace_entering(__func__);
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIInstance* instance = new_switch_instance(class_name, name_space, __func__);
-    if (!is_usable(instance))
-        return instance;
-    set_properties(instance, *link, *profile);
-    filter_properties(instance, properties);
-    trace_location(__func__, 579);
-    trace_exiting(__func__);
-    return instance;
+    return build_link_instance(
+        {.function = __func__, .set_properties = set_properties, .traces_missing_path = true, .last_location = 579},
+        class_name, name_space, *link, properties);
 }
 
 CMPIObjectPath* ip_remote_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {

@@ -3,8 +3,8 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
+#include "provider/classes/link_instance.h"
 #include "provider/common/text.h"
-#include "provider/common/trace.h"
 #include "provider/common/values.h"
 
 namespace fcip {
@@ -31,32 +31,18 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
     set_uint32(instance, "PortNumber", link.remote_tcp_port);
 }
 
-/// Builds the instance under either of its function names. @param function the name to trace
-CMPIInstance* build_instance(const char* function, const char* class_name, const char* name_space,
-                             const FcipLinkEntry* link, const char** properties) {
-    trace_entering(function);
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIInstance* instance = new_switch_instance(class_name, name_space, function);
-    if (!is_usable(instance))
-        return instance;
-    set_properties(instance, *link, *profile);
-    filter_properties(instance, properties);
-    trace_exiting(function);
-    return instance;
-}
-
 } // namespace
 
 CMPIInstance* tcp_remote_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
                                            const char** properties) {
-    return build_instance(__func__, class_name, name_space, link, properties);
+    return build_link_instance({.function = __func__, .set_properties = set_properties, .traces_missing_path = true},
+                               class_name, name_space, *link, properties);
 }
 
 CMPIInstance* remote_service_ap_build_instance(const char* class_name, const char* name_space,
                                                const FcipLinkEntry* link, const char** properties) {
-    return build_instance(__func__, class_name, name_space, link, properties);
+    return build_link_instance({.function = __func__, .set_properties = set_properties, .traces_missing_path = true},
+                               class_name, name_space, *link, properties);
 }
 
 CMPIObjectPath* tcp_remote_pe_fill_reference(const char* class_name, const char* name_space,

@@ -10,12 +10,12 @@ namespace fcip {
 
 CMPIObjectPath* stat_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
     trace_entering(__func__);
-    const auto profile = fetch_entity(mts_q, platform_exact, link->entity_id); // only has to be there
+    auto profile = fetch_entity(mts_q, platform_exact, link->entity_id); // only has to be there
     if (!profile) {
         trace_location(__func__, 435);
         return nullptr;
     }
-    const auto current = fetch_link(mts_q, platform_exact, key_of(*link));
+    auto current = fetch_link(mts_q, platform_exact, key_of(*link));
     if (!current) {
         trace_location(__func__, 448);
         return nullptr;
@@ -27,6 +27,8 @@ CMPIObjectPath* stat_fill_reference(const char* class_name, const char* name_spa
         set_switch_host(path);
         add_string_key(path, "InstanceID", index_text(current.row->link_if_index).data());
     }
+    profile.row.reset();
+    current.row.reset();
     trace_exiting(__func__);
     return path;
 }

@@ -3,6 +3,7 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
+#include "provider/classes/link_instance.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
@@ -17,10 +18,10 @@ constexpr const char* creation_class_name = "ZANTO_TCPProtocolEndPoint";
 platform_ptr<FcipTcpConnEntry> connection_of(const FcipLinkEntry& link, const FcipEntityEntry& profile) {
     const FcipTcpConnKey key{link.entity_id, link.link_index, static_cast<std::uint16_t>(profile.listen_port),
                              static_cast<std::uint16_t>(link.remote_tcp_port)};
-    FcipTcpConnEntry* row = nullptr;
-    const int status = fcip_get_tcpconn_entry(mts_q, platform_exact, &key, &row, 15);
-    platform_ptr<FcipTcpConnEntry> connection(row);
-    return status == 0 ? std::move(connection) : nullptr;
+    const auto query = [&](FcipTcpConnEntry** row) {
+        return fcip_get_tcpconn_entry(mts_q, platform_exact, &key, row, 15);
+    };
+    return fetch<FcipTcpConnEntry>(query).take();
 }
 
 void set_connection_properties(CMPIInstance* instance, const FcipTcpConnEntry& connection) {
@@ -50,17 +51,8 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
 
 CMPIInstance* tcp_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
                                     const char** properties) {
-    trace_entering(__func__);
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIInstance* instance = new_switch_instance(class_name, name_space, __func__);
-    if (!is_usable(instance))
-        return instance;
-    set_properties(instance, *link, *profile);
-    filter_properties(instance, properties);
-    trace_exiting(__func__);
-    return instance;
+    return build_link_instance({.function = __func__, .set_properties = set_properties, .traces_missing_path = true},
+                               class_name, name_space, *link, properties);
 }
 
 CMPIObjectPath* tcp_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
