@@ -80,6 +80,9 @@ class Call {
     std::optional<ActiveFault> fault_;
 };
 
+/// The room that callers give for a text whose length they do not state: 255 bytes and the terminator.
+inline constexpr std::size_t text_size = longest_text + 1;
+
 /// Gives the caller a heap copy of `size` bytes of exactly that size.
 inline int hand_out(void** out, const void* bytes, std::size_t size) {
     *out = std::malloc(size);
@@ -99,7 +102,7 @@ int hand_out(Record** out, const Record& row) {
 }
 
 /// Writes text and terminator into a buffer of `size` bytes, cut to fit.
-inline void write_text(char* buffer, std::size_t size, std::string_view text) {
+inline void write_text(char* buffer, std::string_view text, std::size_t size = text_size) {
     const std::size_t length = text.size() < size ? text.size() : size - 1;
     std::memcpy(buffer, text.data(), length);
     buffer[length] = '\0';

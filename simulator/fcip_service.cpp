@@ -110,8 +110,8 @@ const char* fcip_if_str(std::uint32_t if_index, char* buffer) {
         return buffer;
     const Port* port = find_port(if_index);
     if (port)
-        write_text(buffer, 32, port->name);
+        write_text(buffer, port->name);
     else
-        std::snprintf(buffer, 32, "interface 0x%08x", if_index);
+        std::snprintf(buffer, text_size, "interface 0x%08x", if_index);
     return buffer;
 }

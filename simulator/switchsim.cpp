@@ -85,6 +85,6 @@ void generate(unsigned tunnels) {
 int switchsim_load_scenario(const char* file, char* message, std::size_t size) {
     const std::string error = file ? switchsim::load(file) : "no scenario file was named";
     if (message && size > 0)
-        switchsim::write_text(message, size, error);
+        switchsim::write_text(message, error, size);
     return error.empty() ? 0 : -1;
 }
