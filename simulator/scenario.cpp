@@ -153,7 +153,7 @@ ScenarioResult read_scenario(std::string_view toml, const std::string& origin) {
     if (const auto stray = stray_character(toml))
         return {{}, located(origin, *stray) + "TOML: expected ASCII outside comments and strings of one line"};
     try {
-        return {read_switch(toml::parse(toml, origin)), {}};
+        return {read_switch(toml::parse(toml)), {}};
     } catch (const toml::parse_error& error) {
         return {{}, one_line(located(origin, error.source().begin) + "TOML: " + std::string(error.description()))};
     } catch (const ScenarioError& error) {
