@@ -4,7 +4,9 @@
 #include "provider/access/lock.h"
 #include "simulator/switchsim.h"
 
+#include <array>
 #include <cctype>
+#include <cstring>
 
 namespace {
 
@@ -31,6 +33,30 @@ bool is_huge(std::string_view text) {
             return true;
     }
     return false;
+}
+
+/// A text as a caller without a word about its length gets it.
+template <class Write>
+void read_text(Write write) {
+    std::array<char, switchsim::longest_text + 2> buffer{};
+    buffer.back() = '#';
+    write(buffer.data());
+    fuzz::require(strnlen(buffer.data(), buffer.size()) <= switchsim::longest_text && buffer.back() == '#',
+                  "a text ends within the room that callers give");
+}
+
+void read_texts() {
+    const fcip::platform_lock lock;
+    for (const auto& [if_index, port] : switchsim::the_switch().ports) {
+        PmPortInfo info{};
+        std::memcpy(info.bytes, &if_index, sizeof if_index);
+        read_text([&](char* buffer) { fcip_if_str(if_index, buffer); });
+        read_text([&](char* buffer) { sprintf_if_index(buffer, if_index); });
+        read_text([&](char* buffer) { netcfg_print_ifname(buffer, if_index); });
+        read_text([&](char* buffer) { pm_cim_get_network_address(buffer, &info, port.kind); });
+    }
+    for (const auto& [key, link] : switchsim::the_switch().links)
+        read_text([&](char* buffer) { cim_sprintf_wwn(buffer, link.remote_wwn); });
 }
 
 /// The tables as the provider reads them.
@@ -64,6 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string message = switchsim::load_text(text, "scenario");
     if (message.empty()) {
         walk_tables();
+        read_texts();
         return 0;
     }
     fuzz::require(fuzz::is_one_line(message) && message.starts_with("scenario:"),

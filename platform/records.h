@@ -196,7 +196,7 @@ static_assert(sizeof(mts_addr) == 8);
 
 /// Describes one message that was sent or received. The caller's storage, the IPC service's contents.
 struct mts_msg {
-    alignas(8) std::uint8_t opaque[256];
+    alignas(std::max_align_t) std::uint8_t opaque[256];
 };
 static_assert(sizeof(mts_msg) == 256);
 

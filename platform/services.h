@@ -7,6 +7,9 @@
 //    alike. Callers set it to null before the call.
 //  - `queue` is the value of mts_q after init_mts().
 //  - Calls are made with the process-wide lock held (mutex_lock), except mutex_lock itself.
+//  - Storage of the caller's is aligned for any type.
+//  - A text that is written into a buffer whose length is not told is at most 255 characters long, and terminated.
+//    Callers give 256 bytes, cleared, since a call may write nothing, and cut the text to the length that they want.
 //  - Constant arguments whose meaning is the service's own are given as their value: pass them unchanged.
 #pragma once
 
@@ -50,7 +53,7 @@ int fcip_send_recv_with_mts_q(std::uint32_t opcode, const mts_addr* destination,
                               std::uint32_t length, mts_queue queue, void** reply, std::uint32_t* reply_length,
                               void* scratch);
 
-/// Writes an interface's display name into `buffer` (at least 64 bytes) and returns it.
+/// Writes an interface's display name into `buffer` (256 bytes) and returns it.
 const char* fcip_if_str(std::uint32_t if_index, char* buffer);
 
 // ---------------------------------------------------------------------------------------------- port manager
@@ -66,7 +69,7 @@ int pm_cmi_get_port_config(mts_queue queue, int constant_1, int another_1, const
 /// Finds the Fibre Channel interface behind an interface index; null when there is none. A heap block for the caller.
 PmPortInfo* pm_cim_find_interface(int operation, std::uint32_t if_index, mts_queue queue);
 
-/// Writes a port's network (MAC) address as text into `buffer` (at least 32 bytes); may write nothing.
+/// Writes a port's network (MAC) address as text into `buffer` (256 bytes); may write nothing.
 /// @param type the interface type's first byte
 int pm_cim_get_network_address(char* buffer, const PmPortInfo* port, int type);
 
@@ -111,10 +114,10 @@ CMPIObjectPath* switch_fill_reference_str(const char* class_name, const char* na
 /// Fills a VSAN entry (4,096 bytes, caller's) whose first word holds the VSAN id. @param operation platform_exact
 int vsan_cim_get_vsanEntry(mts_queue queue, int operation, void* vsan_entry);
 
-/// Writes the VSAN's key as text into `key` (at least 256 bytes).
+/// Writes the VSAN's key as text into `key` (256 bytes).
 int vsan_cim_get_vsan_key(char* key, const void* vsan_entry, const void* domain_entry);
 
-/// Writes the VSAN's administrative-domain key as text into `key` (at least 256 bytes).
+/// Writes the VSAN's administrative-domain key as text into `key` (256 bytes).
 int vsan_cim_get_vsan_admindomain_key(char* key, const void* domain_entry);
 
 /// Fills a VSAN's domain entry (4,096 bytes, caller's). @param constant_1 1
@@ -131,7 +134,7 @@ const char* CSgetName(mts_queue queue);
 /// Reads the switch's WWN.
 int system_cim_get_switch_wwn(mts_queue queue, std::uint8_t wwn[8]);
 
-/// Writes a WWN as text into `text` (at least 32 bytes).
+/// Writes a WWN as text into `text` (256 bytes).
 int cim_sprintf_wwn(char* text, const std::uint8_t wwn[8]);
 
 // ---------------------------------------------------------------------------------------------- interface indexes
@@ -151,10 +154,10 @@ std::uint32_t hton_if_index(std::uint32_t if_index);
 /// Fills a record (4,096 bytes, caller's) whose first word is the IPC node of the interface's line card.
 int idxmap_node_by_if_index(std::uint32_t if_index, void* record);
 
-/// Writes an interface's printable name into `text` (at least 32 bytes).
+/// Writes an interface's printable name into `text` (256 bytes).
 int sprintf_if_index(char* text, std::uint32_t if_index);
 
-/// Writes the kernel's name of an interface into `name` (at least 64 bytes).
+/// Writes the kernel's name of an interface into `name` (256 bytes).
 int netcfg_print_ifname(char* name, std::uint32_t if_index);
 
 // ---------------------------------------------------------------------------------------------- IP configuration

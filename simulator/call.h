@@ -1,5 +1,6 @@
 // One guard object stands at the top of every platform function: it counts the call, checks that the caller holds the
-// process-wide lock, and says how the call is to misbehave.
+// process-wide lock, and says how the call is to misbehave. Platform functions are C functions, and throw nothing: a
+// call that runs out of memory fails.
 #pragma once
 
 #include "simulator/functions.h"
@@ -8,6 +9,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <exception>
 #include <initializer_list>
 #include <optional>
 #include <string_view>
@@ -23,9 +25,19 @@ struct ActiveFault {
 /// The result of a platform call that has no row, or whose arguments are wrong.
 inline constexpr int failed = -1;
 
+/// The result of a platform call's `body`, or its failure where the body throws for want of memory.
+template <class Body>
+int without_throwing(Body body) noexcept {
+    try {
+        return body();
+    } catch (const std::exception&) {
+        return failed;
+    }
+}
+
 class Call {
   public:
-    explicit Call(Function function);
+    explicit Call(Function function) noexcept;
 
     /// Complains "NAME: WHAT is VALUE, expected ..." unless the value is one of the allowed ones.
     bool expect(std::string_view what, std::int64_t value, std::initializer_list<std::int64_t> allowed) const {
@@ -38,7 +50,7 @@ class Call {
     }
 
     /// Complains unless the caller's pointer is set.
-    bool expect_pointer(std::string_view what, const void* pointer) const;
+    bool expect_pointer(std::string_view what, const void* pointer) const noexcept;
 
     /// Complains unless the out pointer is there and null, as callers have to set it.
     template <class Record>
@@ -74,11 +86,15 @@ class Call {
     bool returns_null() const { return fault_on_result().has_value(); }
 
   private:
-    void complain_about(std::string_view what, std::int64_t value, std::initializer_list<std::int64_t> allowed) const;
+    void complain_about(std::string_view what, std::int64_t value,
+                        std::initializer_list<std::int64_t> allowed) const noexcept;
 
     Function function_;
     std::optional<ActiveFault> fault_;
 };
+
+/// The room that callers give for a text whose length they do not state: 255 bytes and the terminator.
+inline constexpr std::size_t text_size = longest_text + 1;
 
 /// Gives the caller a heap copy of `size` bytes of exactly that size.
 inline int hand_out(void** out, const void* bytes, std::size_t size) {
@@ -99,7 +115,7 @@ int hand_out(Record** out, const Record& row) {
 }
 
 /// Writes text and terminator into a buffer of `size` bytes, cut to fit.
-inline void write_text(char* buffer, std::size_t size, std::string_view text) {
+inline void write_text(char* buffer, std::string_view text, std::size_t size = text_size) {
     const std::size_t length = text.size() < size ? text.size() : size - 1;
     std::memcpy(buffer, text.data(), length);
     buffer[length] = '\0';

@@ -22,10 +22,7 @@ std::string list_of(std::initializer_list<std::int64_t> values) {
     return list;
 }
 
-} // namespace
-
-void complain(Function function, std::string_view what) {
-    std::string line = std::string(name_of(function)) + ": " + std::string(what);
+void note(std::string line) {
     if (fatal) {
         std::fprintf(stderr, "switchsim: %s\n", line.c_str());
         std::abort();
@@ -35,14 +32,32 @@ void complain(Function function, std::string_view what) {
         noted.push_back(std::move(line));
 }
 
-void Call::complain_about(std::string_view what, std::int64_t value,
-                          std::initializer_list<std::int64_t> allowed) const {
-    complain(function_, std::string(what) + " is " + std::to_string(value) + ", expected " + list_of(allowed));
+/// Notes the function's name and what `words` puts together.
+template <class Words>
+void try_to_note(Function function, Words words) noexcept {
+    const std::string_view name = name_of(function);
+    try {
+        note(std::string(name) + ": " + words());
+    } catch (const std::exception&) {
+        std::fprintf(stderr, "switchsim: %s: no memory for a complaint\n", name.data());
+    }
 }
 
-bool Call::expect_pointer(std::string_view what, const void* pointer) const {
+} // namespace
+
+void complain(Function function, std::string_view what) noexcept {
+    try_to_note(function, [&] { return std::string(what); });
+}
+
+void Call::complain_about(std::string_view what, std::int64_t value,
+                          std::initializer_list<std::int64_t> allowed) const noexcept {
+    try_to_note(function_,
+                [&] { return std::string(what) + " is " + std::to_string(value) + ", expected " + list_of(allowed); });
+}
+
+bool Call::expect_pointer(std::string_view what, const void* pointer) const noexcept {
     if (!pointer)
-        complain(function_, std::string(what) + " is null");
+        try_to_note(function_, [&] { return std::string(what) + " is null"; });
     return pointer != nullptr;
 }
 

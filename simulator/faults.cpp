@@ -66,16 +66,20 @@ std::optional<ActiveFault> take_fault(Function function) {
 
 } // namespace
 
-Call::Call(Function function) : function_(function) {
+Call::Call(Function function) noexcept : function_(function) {
     increment(counts[index_of(function)]);
     increment(total);
-    ensure_loaded();
     if (!lock_held_here())
         complain(function, "called without the process-wide lock");
-    if (recording)
-        record.emplace_back(name_of(function));
-    if (any_fault)
-        fault_ = take_fault(function);
+    try {
+        ensure_loaded();
+        if (recording)
+            record.emplace_back(name_of(function));
+        if (any_fault)
+            fault_ = take_fault(function);
+    } catch (const std::exception&) {
+        fault_ = ActiveFault{Fault::fail, failed};
+    }
 }
 
 std::optional<int> Call::fault_on_result() const {

@@ -27,6 +27,21 @@ std::vector<std::uint32_t> interface_list(std::uint32_t entity_id) {
     return list;
 }
 
+int reply_with_interfaces(const Call& call, std::uint32_t entity_id, void** reply, std::uint32_t* reply_length) {
+    const std::vector<std::uint32_t> list = interface_list(entity_id);
+    std::size_t size = list.size() * sizeof list[0];
+    if (const auto fault = call.fault_on_record(reply, size)) {
+        *reply_length = *reply ? static_cast<std::uint32_t>(size) : 0;
+        return *fault;
+    }
+    if (call.has(Fault::no_reply) || !current().profiles.contains(entity_id))
+        return failed;
+    if (call.has(Fault::short_reply))
+        size = std::min(size, static_cast<std::size_t>(std::max(call.fault()->code, 0)));
+    *reply_length = static_cast<std::uint32_t>(size);
+    return hand_out(reply, list.data(), size);
+}
+
 } // namespace
 
 int fcip_get_entity_entry(mts_queue queue, int operation, std::uint32_t entity_id, FcipEntityEntry** row,
@@ -90,18 +105,7 @@ int fcip_send_recv_with_mts_q(std::uint32_t opcode, const mts_addr* destination,
     std::memset(scratch, 0, scratch_size);
     std::uint32_t entity_id = 0;
     std::memcpy(&entity_id, payload, sizeof entity_id);
-    const std::vector<std::uint32_t> list = interface_list(entity_id);
-    std::size_t size = list.size() * sizeof list[0];
-    if (const auto fault = call.fault_on_record(reply, size)) {
-        *reply_length = *reply ? static_cast<std::uint32_t>(size) : 0;
-        return *fault;
-    }
-    if (call.has(Fault::no_reply) || !current().profiles.contains(entity_id))
-        return failed;
-    if (call.has(Fault::short_reply))
-        size = std::min(size, static_cast<std::size_t>(std::max(call.fault()->code, 0)));
-    *reply_length = static_cast<std::uint32_t>(size);
-    return hand_out(reply, list.data(), size);
+    return without_throwing([&] { return reply_with_interfaces(call, entity_id, reply, reply_length); });
 }
 
 const char* fcip_if_str(std::uint32_t if_index, char* buffer) {
@@ -110,8 +114,8 @@ const char* fcip_if_str(std::uint32_t if_index, char* buffer) {
         return buffer;
     const Port* port = find_port(if_index);
     if (port)
-        write_text(buffer, 32, port->name);
+        write_text(buffer, port->name);
     else
-        std::snprintf(buffer, 32, "interface 0x%08x", if_index);
+        std::snprintf(buffer, text_size, "interface 0x%08x", if_index);
     return buffer;
 }

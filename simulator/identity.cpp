@@ -2,6 +2,7 @@
 #include "simulator/call.h"
 #include "simulator/state.h"
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace switchsim;
@@ -19,6 +20,18 @@ const char* system_name() {
 }
 
 } // namespace switchsim
+
+namespace {
+
+/// The text that the scenario gives a WWN; null if it gives none.
+const std::string* given_text(const std::uint8_t wwn[8]) {
+    Wwn key;
+    std::copy(wwn, wwn + key.size(), key.begin());
+    const auto found = current().wwn_texts.find(key);
+    return found == current().wwn_texts.end() ? nullptr : &found->second;
+}
+
+} // namespace
 
 const char* getCSName(void) {
     const Call call(Function::getCSName);
@@ -46,7 +59,10 @@ int cim_sprintf_wwn(char* text, const std::uint8_t wwn[8]) {
         return failed;
     if (const auto fault = call.fault_on_storage(text, 1))
         return *fault;
-    std::snprintf(text, 32, "%02x:%02x:%02x:%02x:%02x:%02x:%02x:%02x", wwn[0], wwn[1], wwn[2], wwn[3], wwn[4], wwn[5],
-                  wwn[6], wwn[7]);
+    if (const std::string* given = given_text(wwn))
+        write_text(text, *given);
+    else
+        std::snprintf(text, text_size, "%02x:%02x:%02x:%02x:%02x:%02x:%02x:%02x", wwn[0], wwn[1], wwn[2], wwn[3],
+                      wwn[4], wwn[5], wwn[6], wwn[7]);
     return 0;
 }

@@ -27,14 +27,14 @@ int store(const Call& call, std::uint8_t* out, const std::optional<std::uint8_t>
 }
 
 /// Writes a name that a port has or has not.
-int write_name(const Call& call, char* buffer, std::size_t size, const std::string* name) {
+int write_name(const Call& call, char* buffer, const std::string* name) {
     if (!call.expect_pointer("the buffer", buffer))
         return failed;
     if (const auto fault = call.fault_on_storage(buffer, 1))
         return *fault;
     if (!name)
         return failed;
-    write_text(buffer, size, *name);
+    write_text(buffer, *name);
     return 0;
 }
 
@@ -82,11 +82,11 @@ int idxmap_node_by_if_index(std::uint32_t if_index, void* record) {
 int sprintf_if_index(char* text, std::uint32_t if_index) {
     const Call call(Function::sprintf_if_index);
     const Port* port = find_port(if_index);
-    return write_name(call, text, 32, port ? &port->name : nullptr);
+    return write_name(call, text, port ? &port->name : nullptr);
 }
 
 int netcfg_print_ifname(char* name, std::uint32_t if_index) {
     const Call call(Function::netcfg_print_ifname);
     const Port* port = find_port(if_index);
-    return write_name(call, name, 64, port ? &port->kernel_name : nullptr);
+    return write_name(call, name, port ? &port->kernel_name : nullptr);
 }

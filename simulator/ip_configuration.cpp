@@ -85,7 +85,7 @@ char* ip_addr_to_str(const ip_addr_value* address, char* buffer, int length) {
         inet_ntop(AF_INET, address->address, text, sizeof text);
     else if (address->family == ip_family_ipv6)
         inet_ntop(AF_INET6, address->address, text, sizeof text);
-    write_text(buffer, static_cast<std::size_t>(length), text);
+    write_text(buffer, text, static_cast<std::size_t>(length));
     return buffer;
 }
 

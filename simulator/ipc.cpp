@@ -44,8 +44,8 @@ void store(mts_msg* message, const Descriptor& descriptor) {
 }
 
 void hold(mts_msg* message, Message content) {
-    store(message, {live_mark, ++last_number});
-    held.emplace(last_number, std::move(content));
+    held.emplace(++last_number, std::move(content));
+    store(message, {live_mark, last_number});
 }
 
 /// The message that a descriptor stands for; null, with a complaint where the descriptor is at fault.
@@ -74,13 +74,15 @@ void distort(const Call& call, std::vector<std::uint8_t>& payload) {
         payload.resize(std::min(payload.size(), static_cast<std::size_t>(std::max(call.fault()->code, 0))));
 }
 
-void queue_replies(const Call& call, std::uint32_t token) {
+std::deque<Message> replies_to_request(const Call& call, std::uint32_t token) {
+    std::deque<Message> replies;
     if (call.has(Fault::no_reply))
-        return;
+        return replies;
     for (auto& payload : line_card_replies(request)) {
         distort(call, payload);
-        waiting.push_back({token, std::move(payload)});
+        replies.push_back({token, std::move(payload)});
     }
+    return replies;
 }
 
 bool valid_options(const Call& call, const mts_recv_options* options, int wait) {
@@ -102,6 +104,25 @@ std::optional<Message> take(std::uint32_t token) {
     std::optional<Message> message(std::move(*found));
     waiting.erase(found);
     return message;
+}
+
+int send(const Call& call, SentRequest sent_request, mts_msg* sent) {
+    request = std::move(sent_request);
+    waiting.clear(); // what is left of an earlier exchange would only be mistaken for this one's replies
+    const std::uint32_t token = ++last_token;
+    auto replies = replies_to_request(call, token);
+    hold(sent, {token, request.payload});
+    waiting.swap(replies);
+    return 0;
+}
+
+int receive(const Call& call, std::uint32_t token, mts_msg* received) {
+    auto message = take(token);
+    if (!message || call.has(Fault::no_reply))
+        return timed_out;
+    distort(call, message->payload);
+    hold(received, std::move(*message));
+    return 0;
 }
 
 } // namespace
@@ -155,19 +176,11 @@ int mts_send(mts_queue queue, const mts_addr* destination, std::uint32_t opcode,
         !call.expect_pointer("the payload", payload) || !call.expect_pointer("the message", sent) ||
         !call.expect("the first constant", constant_0, {0}) || !call.expect("the second constant", another_0, {0}))
         return failed;
-    if (const auto fault = call.fault_on_storage(sent, sizeof *sent)) {
-        store(sent, {});
+    store(sent, {});
+    if (const auto fault = call.fault_on_storage(sent, sizeof *sent))
         return *fault;
-    }
     const auto* bytes = static_cast<const std::uint8_t*>(payload);
-    request.destination = *destination;
-    request.opcode = opcode;
-    request.payload.assign(bytes, bytes + length);
-    waiting.clear(); // what is left of an earlier exchange would only be mistaken for this one's replies
-    const std::uint32_t token = ++last_token;
-    hold(sent, {token, request.payload});
-    queue_replies(call, token);
-    return 0;
+    return without_throwing([&] { return send(call, {*destination, opcode, {bytes, bytes + length}}, sent); });
 }
 
 int mts_recv(mts_queue queue, mts_msg* received, const mts_recv_options* options, int wait) {
@@ -178,12 +191,7 @@ int mts_recv(mts_queue queue, mts_msg* received, const mts_recv_options* options
     store(received, {});
     if (const auto fault = call.fault_on_storage(received, sizeof *received))
         return *fault;
-    auto message = take(options->words[3]);
-    if (!message || call.has(Fault::no_reply))
-        return timed_out;
-    distort(call, message->payload);
-    hold(received, std::move(*message));
-    return 0;
+    return without_throwing([&] { return receive(call, options->words[3], received); });
 }
 
 std::uint32_t mts_rr_token_get(const mts_msg* message) {

@@ -72,7 +72,7 @@ int pm_cim_get_network_address(char* buffer, const PmPortInfo* port, int) {
     if (!row)
         return failed;
     if (!row->network_address.empty())
-        write_text(buffer, 32, row->network_address);
+        write_text(buffer, row->network_address);
     return 0;
 }
 

@@ -43,15 +43,30 @@ void read_vsans(TableReader& root, Switch& contents) {
     for (TableReader& reader : root.tables("vsan")) {
         const auto id = reader.required<std::uint32_t>("id", 1, 4094);
         Vsan vsan;
-        vsan.name = reader.text("name").value_or("VSAN" + std::to_string(id));
+        vsan.name = reader.short_text("name").value_or("VSAN" + std::to_string(id));
         if (!reader.is_false("domain")) {
-            vsan.domain = reader.text("domain");
+            vsan.domain = reader.short_text("domain");
             if (!vsan.domain)
                 reader.missing<void>("domain", "a text, or false for a VSAN without a domain entry");
         }
         reader.finish();
         if (!contents.vsans.emplace(id, std::move(vsan)).second)
             reader.fail("id", "an id that no other VSAN has");
+    }
+}
+
+/// [[wwn_text]]
+void read_wwn_texts(TableReader& root, Switch& contents) {
+    for (TableReader& reader : root.tables("wwn_text")) {
+        const auto wwn = reader.wwn("wwn");
+        const auto text = reader.short_text("text");
+        if (!wwn)
+            reader.missing<void>("wwn", "a WWN");
+        if (!text)
+            reader.missing<void>("text", "a text");
+        reader.finish();
+        if (!contents.wwn_texts.emplace(*wwn, *text).second)
+            reader.fail("wwn", "a WWN that no other [[wwn_text]] has");
     }
 }
 
@@ -63,7 +78,7 @@ void read_generator(TableReader& root, TableReader& reader, Switch& contents) {
     sizes.ethernet_ports = reader.number("ethernet_ports", 1U, 64U).value_or(sizes.ethernet_ports);
     sizes.vsans = reader.number("vsans", 1U, 4094U).value_or(sizes.vsans);
     reader.finish();
-    for (const char* key : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel"}) {
+    for (const char* key : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel", "wwn_text"}) {
         if (root.has(key))
             root.fail(key, "nothing but [switch] and [ip] beside [generate]");
     }
@@ -91,6 +106,7 @@ Switch read_switch(const toml::table& document) {
         read_ports(root, contents);
         read_profiles(root, contents);
         read_tunnels(root, contents);
+        read_wwn_texts(root, contents);
     }
     root.finish();
     return contents;
@@ -137,7 +153,7 @@ ScenarioResult read_scenario(std::string_view toml, const std::string& origin) {
     if (const auto stray = stray_character(toml))
         return {{}, located(origin, *stray) + "TOML: expected ASCII outside comments and strings of one line"};
     try {
-        return {read_switch(toml::parse(toml, origin)), {}};
+        return {read_switch(toml::parse(toml)), {}};
     } catch (const toml::parse_error& error) {
         return {{}, one_line(located(origin, error.source().begin) + "TOML: " + std::string(error.description()))};
     } catch (const ScenarioError& error) {

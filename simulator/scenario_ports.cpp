@@ -80,8 +80,17 @@ std::optional<PmPortCounters> read_counters(TableReader& reader) {
     return record;
 }
 
+/// A MAC address, or any text that the port manager gives instead.
+std::string read_network_address(TableReader& reader) {
+    const auto mac = reader.mac("mac");
+    const auto text = reader.short_text("network_address");
+    if (mac && text)
+        reader.fail("network_address", "either this key or mac");
+    return mac ? *mac : text.value_or("");
+}
+
 void read_ethernet_facts(TableReader& reader, Port& port) {
-    port.network_address = reader.mac("mac").value_or("");
+    port.network_address = read_network_address(reader);
     port.subnet_mask = reader.ipv4("subnet_mask");
     port.prefix_length = reader.number<std::uint8_t>("prefix_length", 0, 128);
     if (!reader.is_false("counter_mtu"))
@@ -112,8 +121,8 @@ void read_port(TableReader& reader, const PortKind& kind, Switch& contents) {
 
 void read_interface(TableReader& reader, const Switch& contents, Port& port, const std::string& name,
                     const std::string& kernel_name) {
-    port.name = reader.text("name").value_or(name);
-    port.kernel_name = reader.text("kernel_name").value_or(kernel_name);
+    port.name = reader.short_text("name").value_or(name);
+    port.kernel_name = reader.short_text("kernel_name").value_or(kernel_name);
     port.type_known = reader.boolean("type_known").value_or(true);
     port.fc_interface = reader.boolean("fc_interface").value_or(port.fc_interface);
     port.mtu = reader.number<std::uint32_t>("mtu").value_or(port.mtu);

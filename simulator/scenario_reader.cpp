@@ -39,7 +39,7 @@ bool parse_ipv4(const std::string& text, std::array<std::uint8_t, 4>& value) {
     return inet_pton(AF_INET, text.c_str(), value.data()) == 1;
 }
 
-bool parse_wwn(const std::string& text, std::array<std::uint8_t, 8>& value) {
+bool parse_wwn(const std::string& text, Wwn& value) {
     return parse_octets(text, value.data(), value.size());
 }
 
@@ -127,13 +127,22 @@ std::optional<bool> TableReader::boolean(std::string_view key) {
     return node->ref<bool>();
 }
 
-std::optional<std::string> TableReader::text(std::string_view key) {
+std::optional<std::string> TableReader::text(std::string_view key, std::size_t longest, const std::string& expected) {
     const toml::node* node = find(key);
     if (!node)
         return std::nullopt;
-    if (!node->is_string() || node->ref<std::string>().find('\0') != std::string::npos)
-        fail(key, "a text");
-    return node->ref<std::string>();
+    const auto* text = node->as_string();
+    if (!text || text->get().find('\0') != std::string::npos || text->get().size() > longest)
+        fail(key, expected);
+    return text->get();
+}
+
+std::optional<std::string> TableReader::text(std::string_view key) {
+    return text(key, std::string::npos, "a text");
+}
+
+std::optional<std::string> TableReader::short_text(std::string_view key) {
+    return text(key, longest_text, "a text of at most " + std::to_string(longest_text) + " bytes");
 }
 
 template <class Value>
@@ -157,8 +166,8 @@ std::optional<std::array<std::uint8_t, 4>> TableReader::ipv4(std::string_view ke
     return parsed<std::array<std::uint8_t, 4>>(key, "four numbers like \"255.255.255.0\"", parse_ipv4);
 }
 
-std::optional<std::array<std::uint8_t, 8>> TableReader::wwn(std::string_view key) {
-    return parsed<std::array<std::uint8_t, 8>>(key, "a WWN like \"20:00:00:00:5e:11:22:33\"", parse_wwn);
+std::optional<Wwn> TableReader::wwn(std::string_view key) {
+    return parsed<Wwn>(key, "a WWN like \"20:00:00:00:5e:11:22:33\"", parse_wwn);
 }
 
 std::optional<std::string> TableReader::mac(std::string_view key) {

@@ -57,9 +57,12 @@ class TableReader {
 
     std::optional<bool> boolean(std::string_view key);
     std::optional<std::string> text(std::string_view key);
+
+    /// A text that the platform writes into buffers of its callers, and that is no longer than these have room for.
+    std::optional<std::string> short_text(std::string_view key);
     std::optional<ip_addr_value> address(std::string_view key);
     std::optional<std::array<std::uint8_t, 4>> ipv4(std::string_view key);
-    std::optional<std::array<std::uint8_t, 8>> wwn(std::string_view key);
+    std::optional<Wwn> wwn(std::string_view key);
     std::optional<std::string> mac(std::string_view key);
 
     /// A text "SLOT/PORT".
@@ -91,6 +94,7 @@ class TableReader {
     template <class Value>
     std::optional<Value> parsed(std::string_view key, const char* expected,
                                 bool (*parse)(const std::string& text, Value& value));
+    std::optional<std::string> text(std::string_view key, std::size_t longest, const std::string& expected);
     static std::string range_text(std::uint64_t lowest, std::uint64_t highest);
 
     const toml::table* table_;

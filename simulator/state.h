@@ -18,8 +18,8 @@ Switch& current();
 /// Whether the switch that SWITCHSIM_SCENARIO names could not be loaded.
 bool load_failed();
 
-/// Notes what a caller did wrong, and aborts if that is wanted.
-void complain(Function function, std::string_view what);
+/// Notes what a caller did wrong, and aborts if that is wanted. Without memory to note it, standard error gets a line.
+void complain(Function function, std::string_view what) noexcept;
 
 /// Forgets the IPC queue's messages and the last request.
 void reset_ipc();

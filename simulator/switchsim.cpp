@@ -83,8 +83,14 @@ void generate(unsigned tunnels) {
 } // namespace switchsim
 
 int switchsim_load_scenario(const char* file, char* message, std::size_t size) {
-    const std::string error = file ? switchsim::load(file) : "no scenario file was named";
-    if (message && size > 0)
-        switchsim::write_text(message, size, error);
-    return error.empty() ? 0 : -1;
+    const auto tell = [&](std::string_view error) {
+        if (message && size > 0)
+            switchsim::write_text(message, error, size);
+        return error.empty() ? 0 : switchsim::failed;
+    };
+    try {
+        return tell(file ? switchsim::load(file) : "no scenario file was named");
+    } catch (const std::exception&) {
+        return tell("not enough memory for the scenario");
+    }
 }

@@ -26,6 +26,10 @@ namespace switchsim {
 /// Interface kinds, the first byte that if_index_get_type() writes.
 enum : std::uint8_t { kind_fibre_channel = 1, kind_ethernet = 2, kind_fcip = 3, kind_port_channel = 5 };
 
+/// How long the texts are that the platform writes into buffers of its callers, bytes without the terminator. Longer
+/// ones are cut when they are read.
+inline constexpr std::size_t longest_text = 255;
+
 /// A row of the port table: every interface that has an interface index, FCIP interfaces included.
 struct Port {
     std::uint8_t kind = kind_ethernet;
@@ -37,7 +41,7 @@ struct Port {
     std::uint32_t vsan_id = 1;
     std::optional<std::uint32_t> config_word;               ///< beside the configuration's VSAN id; none: the same
     std::uint32_t mtu = 1500;                               ///< bytes
-    std::string network_address;                            ///< MAC address as text; empty: nothing is written
+    std::string network_address;                            ///< pm_cim_get_network_address(); empty: nothing written
     bool fc_interface = false;                              ///< pm_cim_find_interface() finds it
     std::optional<std::array<std::uint8_t, 4>> subnet_mask; ///< network order
     std::optional<std::uint8_t> prefix_length;
@@ -60,15 +64,18 @@ struct IpConfiguration {
     std::uint8_t default_ttl = 64;
 };
 
+using Wwn = std::array<std::uint8_t, 8>;
+
 using LinkKey = std::pair<std::uint32_t, std::uint32_t>; ///< {entity id, link index}
 using ConnectionKey = std::tuple<std::uint32_t, std::uint32_t, std::uint16_t, std::uint16_t>;
 
 /// The switch: its tables, keyed as the platform keys them. Edit freely; the next platform call sees the change.
 struct Switch {
-    std::string name = "switch";       ///< getCSName()
-    std::string system_name;           ///< CSgetName(); empty: same as name
-    bool has_name = true;              ///< false: getCSName() and CSgetName() answer null
-    std::array<std::uint8_t, 8> wwn{}; ///< system_cim_get_switch_wwn()
+    std::string name = "switch";          ///< getCSName()
+    std::string system_name;              ///< CSgetName(); empty: same as name
+    bool has_name = true;                 ///< false: getCSName() and CSgetName() answer null
+    Wwn wwn{};                            ///< system_cim_get_switch_wwn()
+    std::map<Wwn, std::string> wwn_texts; ///< cim_sprintf_wwn(); of those that are not here: the bytes in hexadecimal
     std::map<std::uint32_t, FcipEntityEntry> profiles;
     std::map<LinkKey, FcipLinkEntry> links;
     std::map<ConnectionKey, FcipTcpConnEntry> connections;

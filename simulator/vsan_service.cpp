@@ -7,13 +7,12 @@ using namespace switchsim;
 namespace {
 
 constexpr std::size_t entry_size = 4096;
-constexpr std::size_t key_size = 256;
 
 /// How the entries of both services look: an entry that was never filled has no mark.
 struct Entry {
     std::uint32_t vsan_id;
     std::uint32_t mark;
-    char text[key_size];
+    char text[text_size];
 };
 static_assert(sizeof(Entry) <= entry_size);
 
@@ -22,7 +21,7 @@ constexpr std::uint32_t domain_mark = 0x444F4D4E;
 
 void fill(void* storage, std::uint32_t vsan_id, std::uint32_t mark, std::string_view text) {
     Entry entry{vsan_id, mark, {}};
-    write_text(entry.text, sizeof entry.text, text);
+    write_text(entry.text, text);
     std::memcpy(storage, &entry, sizeof entry);
 }
 
@@ -32,7 +31,7 @@ int write_key(char* key, const void* storage, std::uint32_t mark) {
     std::memcpy(&entry, storage, sizeof entry);
     if (entry.mark != mark)
         return failed;
-    write_text(key, key_size, entry.text);
+    write_text(key, entry.text);
     return 0;
 }
 
@@ -64,7 +63,7 @@ int vsan_cim_get_vsan_key(char* key, const void* vsan_entry, const void* domain_
     if (!call.expect_pointer("the key", key) || !call.expect_pointer("the VSAN entry", vsan_entry) ||
         !call.expect_pointer("the domain entry", domain_entry))
         return failed;
-    if (const auto fault = call.fault_on_storage(key, key_size))
+    if (const auto fault = call.fault_on_storage(key, text_size))
         return *fault;
     return write_key(key, vsan_entry, vsan_mark);
 }
@@ -73,7 +72,7 @@ int vsan_cim_get_vsan_admindomain_key(char* key, const void* domain_entry) {
     const Call call(Function::vsan_cim_get_vsan_admindomain_key);
     if (!call.expect_pointer("the key", key) || !call.expect_pointer("the domain entry", domain_entry))
         return failed;
-    if (const auto fault = call.fault_on_storage(key, key_size))
+    if (const auto fault = call.fault_on_storage(key, text_size))
         return *fault;
     return write_key(key, domain_entry, domain_mark);
 }

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <vector>
 
 namespace {
 
@@ -50,13 +49,14 @@ void print_address(const FcipEntityEntry& profile) {
     std::printf("\n");
 }
 
-void print_tunnels(const std::uint32_t* interfaces) {
-    const std::uint32_t count = interfaces[0];
+/// @param if_indexes those of the tunnels, as many as `count`: an array, or the platform's reply
+template <typename IfIndexes>
+void print_tunnels(std::uint32_t count, const IfIndexes& if_indexes) {
     if (count == 0)
         return;
     std::printf("    Tunnels Using this Profile:");
-    for (std::uint32_t position = 1; position <= count; ++position)
-        print_interface(" %s", interfaces[position]);
+    for (std::uint32_t position = 0; position < count; ++position)
+        print_interface(" %s", if_indexes[position]);
     std::printf("\n");
 }
 
@@ -90,12 +90,13 @@ void print_tcp_parameters(const FcipEntityEntry& profile) {
         std::printf("        Auto jitter detection is enabled\n");
 }
 
-/// The list as plain words: the count, then the interface indexes.
-std::vector<std::uint32_t> words_of(const interface_list& list) {
-    std::vector<std::uint32_t> words{list.count};
-    for (std::uint32_t position = 0; position < list.count; ++position)
-        words.push_back(list[position]);
-    return words;
+template <typename IfIndexes>
+void print_profile(const FcipEntityEntry& profile, std::uint32_t tunnels, const IfIndexes& if_indexes) {
+    std::printf("FCIP Profile %d\n", as_signed(profile.entity_id));
+    print_address(profile);
+    print_tunnels(tunnels, if_indexes);
+    std::printf("    Listen Port is %d\n", as_signed(profile.listen_port));
+    print_tcp_parameters(profile);
 }
 
 } // namespace
@@ -110,7 +111,7 @@ int get_all_fcip_entities(mts_queue queue) {
                 result = 1;
                 return walk::stop;
             }
-            fcip_print_entity(&profile, words_of(interfaces).data());
+            print_profile(profile, interfaces.count, interfaces);
             return walk::go_on;
         },
         patient);
@@ -118,11 +119,7 @@ int get_all_fcip_entities(mts_queue queue) {
 }
 
 void fcip_print_entity(const FcipEntityEntry* profile, const std::uint32_t* interfaces) {
-    std::printf("FCIP Profile %d\n", as_signed(profile->entity_id));
-    print_address(*profile);
-    print_tunnels(interfaces);
-    std::printf("    Listen Port is %d\n", as_signed(profile->listen_port));
-    print_tcp_parameters(*profile);
+    print_profile(*profile, interfaces[0], interfaces + 1);
 }
 
 int fcip_print_link_entity_brief(const FcipLinkEntry* link) {

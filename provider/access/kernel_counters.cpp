@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <memory>
 #include <span>
 #include <string_view>
@@ -19,22 +18,23 @@ struct file_closer {
 };
 using open_file = std::unique_ptr<std::FILE, file_closer>;
 
-/// A number of a file as a counter. `unsigned long` has 64 bits on some hosts.
-std::uint32_t saturated(unsigned long value) {
-    constexpr unsigned long largest = std::numeric_limits<std::uint32_t>::max();
-    return static_cast<std::uint32_t>(std::min(value, largest));
+/// A number of a file as "%lu" reads it where a long has 32 bits: one without room there is all ones, whatever its
+/// sign; a minus sign else negates modulo 2^32.
+std::uint32_t as_counter(long long number) {
+    constexpr long long largest = 0xFFFFFFFF;
+    return static_cast<std::uint32_t>(number < -largest || number > largest ? largest : number);
 }
 
 using line_text = std::array<char, 1024>;
 
 /// Reads a header line, which is not looked at, and the line of values behind it. A missing line is empty.
 line_text next_values(std::FILE* file) {
-    line_text header{};
-    line_text values{};
-    if (std::fgets(header.data(), header.size(), file) == nullptr ||
-        std::fgets(values.data(), values.size(), file) == nullptr)
-        return {};
-    return values;
+    line_text line{};
+    for (int header_then_values = 0; header_then_values < 2; ++header_then_values) {
+        if (std::fgets(line.data(), line.size(), file) == nullptr)
+            return {};
+    }
+    return line;
 }
 
 /// Scans the numbers behind a line's name, up to the first that is none, skipping `skipped` and storing the rest.
@@ -44,12 +44,12 @@ void scan_values(const line_text& line, std::string_view name, std::size_t skipp
         return;
     const char* rest = line.data() + name.size();
     for (std::size_t position = 0; position < skipped + count; ++position) {
-        unsigned long value = 0;
+        long long number = 0;
         int length = 0;
-        if (std::sscanf(rest, "%lu%n", &value, &length) != 1)
+        if (std::sscanf(rest, "%lld%n", &number, &length) != 1)
             return;
         if (position >= skipped)
-            record[position - skipped] = saturated(value);
+            record[position - skipped] = as_counter(number);
         rest += length;
     }
 }
@@ -57,10 +57,10 @@ void scan_values(const line_text& line, std::string_view name, std::size_t skipp
 /// Scans one "NAME NUMBER" line. A line of another name stays unread from the first character that differs, so that no
 /// later scan matches either.
 void scan_line(std::FILE* file, const char* name, std::uint32_t& counter) {
-    const auto format = join_text<64>({name, " %lu\n"});
-    unsigned long value = 0;
-    if (std::fscanf(file, format.data(), &value) == 1)
-        counter = saturated(value);
+    const auto format = join_text<64>({name, " %lld\n"});
+    long long number = 0;
+    if (std::fscanf(file, format.data(), &number) == 1)
+        counter = as_counter(number);
 }
 
 /// The IPv6 lines, in the order of the file and of the record.

@@ -1,5 +1,5 @@
-// The supervisor kernel's own protocol counters, from the files under /proc/net. Counters are 32 bits wide; larger
-// numbers in a file are stored as 0xFFFFFFFF.
+// The supervisor kernel's own protocol counters, from the files under /proc/net. Counters are 32 bits wide on every
+// host; a number in a file whose magnitude is larger is stored as 0xFFFFFFFF, and -N as 2^32 - N.
 #pragma once
 
 #include <array>

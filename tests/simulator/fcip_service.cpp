@@ -236,10 +236,10 @@ TEST_F(FcipService, InterfaceListRequestIsChecked) {
 }
 
 TEST_F(FcipService, InterfaceTextIsTheDisplayName) {
-    char text[64];
+    char text[256];
     EXPECT_EQ(fcip_if_str(gigabit, text), text);
     EXPECT_STREQ(text, "GigabitEthernet1/1");
     EXPECT_STREQ(fcip_if_str(0x1234, text), "interface 0x00001234");
-    the_switch().ports[gigabit].name = std::string(40, 'x');
-    EXPECT_EQ(fcip_if_str(gigabit, text), std::string(31, 'x'));
+    the_switch().ports[gigabit].name = std::string(300, 'x');
+    EXPECT_EQ(fcip_if_str(gigabit, text), std::string(255, 'x'));
 }

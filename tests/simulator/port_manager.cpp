@@ -102,7 +102,7 @@ TEST_F(PortManager, FibreChannelInterfaceIsNotFoundElsewhere) {
 
 TEST_F(PortManager, NetworkAddressIsWrittenIfThereIsOne) {
     const auto port = info(platform_exact, gigabit);
-    char text[32] = "before";
+    char text[256] = "before";
     EXPECT_EQ(pm_cim_get_network_address(text, port.get(), 2), 0);
     EXPECT_STREQ(text, "02:00:00:aa:bb:cc");
     the_switch().ports[gigabit].network_address.clear();
@@ -113,7 +113,7 @@ TEST_F(PortManager, NetworkAddressIsWrittenIfThereIsOne) {
 
 TEST_F(PortManager, NetworkAddressOfAnUnknownPortFails) {
     const PmPortInfo unknown{};
-    char text[32] = "before";
+    char text[256] = "before";
     EXPECT_NE(pm_cim_get_network_address(text, &unknown, 2), 0);
     EXPECT_STREQ(text, "before");
 }

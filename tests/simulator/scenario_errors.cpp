@@ -96,7 +96,7 @@ TEST_F(ScenarioErrors, SwitchTable) {
          "3:1: switch.colour: expected one of the keys name, system_name, has_name, wwn, slots"},
         {"unknown table", "[switch]\nname = \"a\"\n[router]",
          "3:2: router: expected one of the keys switch, ip, generate, vsan, ethernet, fibre_channel, port_channel, "
-         "profile, tunnel"},
+         "profile, tunnel, wwn_text"},
     });
 }
 
@@ -126,7 +126,7 @@ TEST_F(ScenarioErrors, Vsans) {
         {"no domain", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1",
          "3:1: vsan[0].domain: expected a text, or false for a VSAN without a domain entry, but the key is missing"},
         {"domain true", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1\ndomain = true",
-         "5:10: vsan[0].domain: expected a text"},
+         "5:10: vsan[0].domain: expected a text of at most 255 bytes"},
         {"id twice", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1\ndomain = \"d\"\n[[vsan]]\nid = 1\ndomain = \"d\"",
          "7:6: vsan[1].id: expected an id that no other VSAN has"},
     });
@@ -285,7 +285,8 @@ TEST_F(ScenarioErrors, GeneratorTable) {
             EXPECT_EQ(load(one + key + " = " + std::to_string(right) + "\n"), "");
     }
     EXPECT_EQ(load(one + "vsans = 0\n"), "bad.toml:5:9: generate.vsans: expected an integer from 1 to 4094");
-    for (const std::string other : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel"}) {
+    for (const std::string other :
+         {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel", "wwn_text"}) {
         const std::string header = "[[" + other + "]]\n";
         EXPECT_EQ(load(one + header),
                   "bad.toml:5:1: " + other + ": expected nothing but [switch] and [ip] beside [generate]");

@@ -137,7 +137,7 @@ TEST_F(Identity, SystemNameNeedsTheQueue) {
 
 TEST_F(Identity, WwnIsReadAndPrinted) {
     std::uint8_t wwn[8];
-    char text[32];
+    char text[256];
     ASSERT_EQ(system_cim_get_switch_wwn(mts_q, wwn), 0);
     ASSERT_EQ(cim_sprintf_wwn(text, wwn), 0);
     EXPECT_STREQ(text, "20:00:00:00:5e:11:22:33");
@@ -207,20 +207,19 @@ TEST_F(InterfaceIndex, NodeOfAnInterfaceWithoutSlotFails) {
 }
 
 TEST_F(InterfaceIndex, NamesAreWrittenAndCut) {
-    the_switch().ports[gigabit].name = std::string(50, 'n');
-    the_switch().ports[gigabit].kernel_name = std::string(80, 'k');
-    char text[32];
+    the_switch().ports[gigabit].name = std::string(300, 'n');
+    the_switch().ports[gigabit].kernel_name = std::string(300, 'k');
+    char text[256];
     ASSERT_EQ(sprintf_if_index(text, gigabit), 0);
-    EXPECT_EQ(text, std::string(31, 'n'));
-    char name[64];
-    ASSERT_EQ(netcfg_print_ifname(name, gigabit), 0);
-    EXPECT_EQ(name, std::string(63, 'k'));
-    ASSERT_EQ(netcfg_print_ifname(name, fcip1), 0);
-    EXPECT_STREQ(name, "fcip1");
+    EXPECT_EQ(text, std::string(255, 'n'));
+    ASSERT_EQ(netcfg_print_ifname(text, gigabit), 0);
+    EXPECT_EQ(text, std::string(255, 'k'));
+    ASSERT_EQ(netcfg_print_ifname(text, fcip1), 0);
+    EXPECT_STREQ(text, "fcip1");
 }
 
 TEST_F(InterfaceIndex, UnknownInterfacesHaveNoNames) {
-    char text[64] = "before";
+    char text[256] = "before";
     EXPECT_NE(sprintf_if_index(text, 77), 0);
     EXPECT_NE(netcfg_print_ifname(text, 77), 0);
     EXPECT_STREQ(text, "before");

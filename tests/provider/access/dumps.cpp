@@ -141,6 +141,17 @@ TEST_F(Dumps, AddressLine) {
     }
 }
 
+TEST_F(Dumps, InterfaceNamesMayHaveAnyLength) {
+    for (const std::size_t length : {0, 1, 31, 32, 40, 200, 255}) {
+        const std::string name(length, 'n');
+        the_switch().ports[port_1].name = name;
+        const FcipEntityEntry row = full_profile();
+        EXPECT_EQ(line(row, "    Internet"), "    Internet Address is 10.1.1.1  (interface " + name + ")\n");
+        EXPECT_NE(printed(row, {2, 101, port_1}).find("    Tunnels Using this Profile: fcip1 " + name + "\n"),
+                  std::string::npos);
+    }
+}
+
 TEST_F(Dumps, FlagIsEnabledForExactly1) {
     for (const std::uint32_t flag : {0u, 2u, 0xFFFFFFFFu, 0x01000000u}) {
         FcipEntityEntry row = full_profile();

@@ -133,6 +133,23 @@ TEST_F(KernelCounterFiles, PerInterfaceFileBearsTheKernelsName) {
     EXPECT_EQ(trace, "");
 }
 
+TEST_F(KernelCounterFiles, KernelsNameMayHave255Characters) {
+    for (const std::size_t length : {1, 31, 32, 40, 200, 255}) {
+        const std::string name(length, 'k');
+        ASSERT_EQ(switchsim::load_text("[switch]\nname = \"s\"\n[[port_channel]]\nslot = 1\nport = 1\nif_index = 12\n"
+                                       "vsan_missing = true\nkernel_name = \"" +
+                                           name + "\"\n",
+                                       "test.toml"),
+                  "");
+        files = {{"/proc/net/dev_snmp6/" + name, "ifIndex 2\nIp6LastChange 5\nIp6InReceives 6\n"}};
+        opened.clear();
+        ipv6_.fill(untouched);
+        EXPECT_EQ(read_ipv6(12), 0);
+        EXPECT_EQ(opened, (names{"/proc/net/dev_snmp6/" + name + " r"}));
+        EXPECT_EQ(ipv6_[ipv6_in_receives], 6u);
+    }
+}
+
 TEST_F(KernelCounterFiles, MissingIpv6FileClearsTheRecordsAndPrintsNothing) {
     the_switch().ports[12].kernel_name = "eth3";
     for (const std::uint32_t if_index : {0u, 12u}) {

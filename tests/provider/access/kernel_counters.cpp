@@ -5,6 +5,7 @@
 #include "tests/provider/access/access_test.h"
 
 #include <algorithm>
+#include <climits>
 #include <fstream>
 #include <memory>
 #include <numeric>
@@ -154,15 +155,59 @@ TEST(KernelIpCounters, HeaderWithoutItsValuesLeavesTheRecordUnchanged) {
     EXPECT_EQ(records.ip, all<17>(untouched)) << "the header is not taken for values";
 }
 
-TEST(KernelIpCounters, LargeNumbersAreStoredSaturated) {
-    const ip_records records = read_ip("Ip:\nIp: 1 64 4294967295 4294967296 18446744073709551615 "
-                                       "99999999999999999999999999 4294967294\n");
-    EXPECT_EQ(records.ip[0], 0xFFFFFFFFu);
-    EXPECT_EQ(records.ip[1], 0xFFFFFFFFu);
-    EXPECT_EQ(records.ip[2], 0xFFFFFFFFu);
-    EXPECT_EQ(records.ip[3], 0xFFFFFFFFu);
-    EXPECT_EQ(records.ip[4], 0xFFFFFFFEu);
+/// A number in a file, and the counter that comes of it on hosts of every width.
+struct number_row {
+    const char* text;
+    std::uint32_t counter;
+};
+constexpr number_row number_rows[] = {
+    {"0", 0},
+    {"-0", 0},
+    {"+7", 7},
+    {"007", 7},
+    {"2147483647", 0x7FFFFFFF},
+    {"2147483648", 0x80000000},
+    {"4294967294", 0xFFFFFFFE},
+    {"4294967295", 0xFFFFFFFF},
+    {"4294967296", 0xFFFFFFFF},
+    {"4294967297", 0xFFFFFFFF},
+    {"9223372036854775807", 0xFFFFFFFF},
+    {"9223372036854775808", 0xFFFFFFFF},
+    {"18446744073709551614", 0xFFFFFFFF},
+    {"18446744073709551615", 0xFFFFFFFF},
+    {"18446744073709551617", 0xFFFFFFFF},
+    {"99999999999999999999999999", 0xFFFFFFFF},
+    {"-1", 0xFFFFFFFF},
+    {"-2", 0xFFFFFFFE},
+    {"-2147483648", 0x80000000},
+    {"-4294967294", 2},
+    {"-4294967295", 1},
+    {"-4294967296", 0xFFFFFFFF},
+    {"-4294967297", 0xFFFFFFFF},
+    {"-9223372036854775808", 0xFFFFFFFF},
+    {"-9223372036854775809", 0xFFFFFFFF},
+    {"-18446744073709551615", 0xFFFFFFFF},
+    {"-99999999999999999999999999", 0xFFFFFFFF},
+};
+
+TEST(KernelIpCounters, NumbersAreReadWith32BitsOnEveryHost) {
+    for (const number_row& row : number_rows) {
+        const ip_records records = read_ip(std::string("Ip:\nIp: 1 64 ") + row.text + " 5\n");
+        EXPECT_EQ(records.ip[0], row.counter) << row.text;
+        EXPECT_EQ(records.ip[1], 5u) << row.text;
+    }
 }
+
+// Holds the table against the C library, where its unsigned long is the switch's.
+#if ULONG_MAX == 0xFFFFFFFF
+TEST(KernelIpCounters, NumbersAreReadAsTheLibraryReadsThem) {
+    for (const number_row& row : number_rows) {
+        unsigned long number = 0;
+        ASSERT_EQ(std::sscanf(row.text, "%lu", &number), 1) << row.text;
+        EXPECT_EQ(number, row.counter) << row.text;
+    }
+}
+#endif
 
 TEST(KernelIpCounters, UnlimitedTcpConnectionsAreStoredAsAllOnes) {
     const ip_records records = read_ip(ip_pair + icmp_pair + "Tcp:\nTcp: 1 200 120000 -1 5\n");
@@ -390,14 +435,14 @@ TEST(KernelIpv6Counters, TruncatedFileKeepsWhatWasRead) {
     EXPECT_EQ(records.icmp, icmpv6_counters{});
 }
 
-TEST(KernelIpv6Counters, LargeNumbersAreStoredSaturated) {
-    named_lines lines = full_file();
-    lines[1].second = "4294967296";
-    lines[2].second = "99999999999999999999999999";
-    const ipv6_records records = read_ipv6(text_of(lines));
-    EXPECT_EQ(records.ip[1], 0xFFFFFFFFu);
-    EXPECT_EQ(records.ip[2], 0xFFFFFFFFu);
-    EXPECT_EQ(records.ip[3], 1004u);
+TEST(KernelIpv6Counters, NumbersAreReadWith32BitsOnEveryHost) {
+    for (const number_row& row : number_rows) {
+        named_lines lines = full_file();
+        lines[1].second = row.text;
+        const ipv6_records records = read_ipv6(text_of(lines));
+        EXPECT_EQ(records.ip[1], row.counter) << row.text;
+        EXPECT_EQ(records.ip[2], 1003u) << row.text;
+    }
 }
 
 class KernelIpv6Files : public AccessTest {
