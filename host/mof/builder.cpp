@@ -10,14 +10,14 @@ namespace {
 
 bool has(const std::vector<NamedValue>& qualifiers, std::string_view name) {
     return std::any_of(qualifiers.begin(), qualifiers.end(),
-                       [&](const NamedValue& qualifier) { return equal_names(qualifier.name, name); });
+                       [&](const NamedValue& qualifier) { return same_name(qualifier.name, name); });
 }
 
 /// A qualifier that is there and not said to be false.
 bool is_on(const std::vector<NamedValue>& qualifiers, std::string_view name) {
     return std::any_of(qualifiers.begin(), qualifiers.end(), [&](const NamedValue& qualifier) {
         const bool* value = std::get_if<bool>(&qualifier.value.data);
-        return equal_names(qualifier.name, name) && value && *value;
+        return same_name(qualifier.name, name) && value && *value;
     });
 }
 

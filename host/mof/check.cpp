@@ -6,12 +6,6 @@ namespace cmpihost::mof {
 
 namespace {
 
-const Property* find(const std::vector<Property>& values, std::string_view name) {
-    const auto found = std::find_if(values.begin(), values.end(),
-                                    [&](const Property& value) { return equal_names(value.name, name); });
-    return found == values.end() ? nullptr : &*found;
-}
-
 bool is_null(const Property& property) {
     return std::holds_alternative<std::monostate>(property.value.data);
 }
@@ -72,7 +66,7 @@ bool Check::has_second_set(const ClassDeclaration& declaration, const std::vecto
     for (const PropertyDeclaration& property : declaration.properties) {
         if (property.type != "reference")
             continue;
-        if ((find(values, property.name) != nullptr) == property.key)
+        if ((find_by_name(values, property.name) != nullptr) == property.key)
             return false;
         any = any || !property.key;
     }
@@ -102,7 +96,7 @@ void Check::values(const Subject& subject, const std::vector<Property>& values, 
             report(subject, value.name, "is not declared");
             continue;
         }
-        if (find(values, value.name) != &value)
+        if (find_by_name(values, value.name) != &value)
             report(subject, declared->name, "is there twice");
         if (keys && !is_wanted(subject, *declared))
             report(subject, declared->name, "is no key");
@@ -114,7 +108,7 @@ void Check::completeness(const Subject& subject, const std::vector<Property>& va
     for (const PropertyDeclaration& declared : subject.declaration.properties) {
         if (!is_wanted(subject, declared))
             continue;
-        const Property* value = find(values, declared.name);
+        const Property* value = find_by_name(values, declared.name);
         if (!value)
             report(subject, declared.name, "key is missing");
         else if (is_null(*value))

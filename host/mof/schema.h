@@ -1,8 +1,8 @@
 // CIM classes as MOF files declare them.
 #pragma once
 
-#include "host/broker/broker.h"
-#include "host/mof/names.h"
+#include "host/cim/names.h"
+#include "host/cim/object.h"
 
 #include <span>
 
