@@ -39,6 +39,7 @@ struct PropertyDeclaration {
     std::vector<NamedValue> qualifiers;
     Value default_value;
     bool key = false;
+    bool required = false; ///< instances give it a value other than NULL
     std::string origin; ///< the class that declared it first
     Place place;
 };
