@@ -10,7 +10,7 @@ namespace {
 /// Included files would be read from this machine.
 bool includes(std::string_view text) {
     std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), cmpihost::mof::lower);
+    std::ranges::transform(lower, lower.begin(), cmpihost::lower);
     return lower.find("include") != std::string::npos;
 }
 

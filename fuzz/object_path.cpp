@@ -1,6 +1,6 @@
 // Object paths as text: what is read can be written and read again.
 #include "fuzz/invariant.h"
-#include "host/objectpath.h"
+#include "host/cim/path_text.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);

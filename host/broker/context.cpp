@@ -1,7 +1,6 @@
 // CMPIContext, and the threads that a provider attaches with one.
 #include "host/broker/broker_tables.h"
-#include "host/broker/scope.h"
-#include "host/broker/values.h"
+#include "host/broker/named_values.h"
 
 namespace cmpihost {
 
@@ -15,30 +14,6 @@ CMPIStatus release_context(CMPIContext* self) {
     return release_object(self);
 }
 
-/// An absent entry is ERR_NOT_FOUND.
-CMPIData get_entry(const CMPIContext* self, const char* name, CMPIStatus* status) {
-    const auto* entries = open(self, status);
-    return entries == nullptr ? nothing_found(status, CMPI_RC_ERR_INVALID_HANDLE)
-                              : get_named(*entries, name, status, CMPI_RC_ERR_NOT_FOUND);
-}
-
-CMPIData get_entry_at(const CMPIContext* self, CMPICount index, CMPIString** name, CMPIStatus* status) {
-    const auto* entries = open(self, status);
-    return entries == nullptr ? nothing_found(status, CMPI_RC_ERR_INVALID_HANDLE)
-                              : get_indexed(*entries, index, name, status, CMPI_RC_ERR_NOT_FOUND);
-}
-
-CMPICount get_entry_count(const CMPIContext* self, CMPIStatus* status) {
-    const auto* entries = open(self, status);
-    return entries == nullptr ? 0 : static_cast<CMPICount>(entries->size());
-}
-
-CMPIStatus add_entry(const CMPIContext* self, const char* name, const CMPIValue* value, CMPIType type) {
-    CMPIStatus status;
-    auto* entries = open(self, &status);
-    return entries == nullptr ? status : status_of(set_named(*entries, name, value, type));
-}
-
 /// The scopes of threads that the provider made and attached. They end with the thread if not before.
 thread_local std::unique_ptr<CallScope> attached;
 
@@ -48,10 +23,10 @@ const CMPIContextFT context_table{
     .ftVersion = CMPIVersion100,
     .release = release_context,
     .clone = clone_object,
-    .getEntry = get_entry,
-    .getEntryAt = get_entry_at,
-    .getEntryCount = get_entry_count,
-    .addEntry = add_entry,
+    .getEntry = get_named_value,
+    .getEntryAt = get_named_value_at,
+    .getEntryCount = get_named_value_count,
+    .addEntry = add_named_value,
 };
 
 /// A copy of the context, for attach_thread() while the call that made it is still running.

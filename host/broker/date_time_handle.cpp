@@ -1,7 +1,7 @@
 // Date-times as CMPI objects.
 #include "host/broker/broker_tables.h"
-#include "host/broker/date_time.h"
 #include "host/broker/scope.h"
+#include "host/cim/date_time.h"
 
 #include <chrono>
 

@@ -1,8 +1,8 @@
 // CMPIInstance.
 #include "host/broker/broker_tables.h"
-#include "host/broker/names.h"
 #include "host/broker/scope.h"
 #include "host/broker/values.h"
+#include "host/cim/names.h"
 
 #include <algorithm>
 
@@ -82,7 +82,7 @@ CMPIStatus set_object_path(const CMPIInstance* self, const CMPIObjectPath* argum
         return status;
     const Object* path = live(argument);
     if (path == nullptr)
-        return status_of(argument == nullptr ? CMPI_RC_ERR_INVALID_PARAMETER : CMPI_RC_ERR_INVALID_HANDLE);
+        return status_of(fault_of(argument));
     Object& object = instance->object;
     object = {path->class_name, path->name_space, path->host, path->keys, std::move(object.properties)};
     return status;
@@ -107,7 +107,7 @@ CMPIInstance* new_instance(const CMPIBroker*, const CMPIObjectPath* argument, CM
     const Object* path = live(argument);
     if (path != nullptr)
         return make<CMPIInstance>({*path, std::nullopt}, status);
-    report(status, argument == nullptr ? CMPI_RC_ERR_INVALID_PARAMETER : CMPI_RC_ERR_INVALID_HANDLE);
+    report(status, fault_of(argument));
     return nullptr;
 }
 

@@ -1,18 +1,17 @@
 // CMPIObjectPath.
-#include "host/objectpath.h"
-
 #include "host/broker/broker_tables.h"
 #include "host/broker/refusals.h"
 #include "host/broker/scope.h"
 #include "host/broker/values.h"
+#include "host/cim/path_text.h"
 
 namespace cmpihost {
 
 namespace {
 
-using Member = std::string Object::*;
-
-CMPIStatus set_text(const CMPIObjectPath* self, const char* text, Member member) {
+/// Sets a member that is a text, or one that may be absent.
+template <class Text>
+CMPIStatus set_text(const CMPIObjectPath* self, const char* text, Text Object::*member) {
     CMPIStatus status;
     Object* path = open(self, &status);
     if (path == nullptr)
@@ -23,7 +22,7 @@ CMPIStatus set_text(const CMPIObjectPath* self, const char* text, Member member)
     return status;
 }
 
-CMPIString* get_text(const CMPIObjectPath* self, CMPIStatus* status, Member member) {
+CMPIString* get_text(const CMPIObjectPath* self, CMPIStatus* status, std::string Object::*member) {
     const Object* path = open(self, status);
     return path == nullptr ? nullptr : make<CMPIString>(path->*member, status);
 }
@@ -45,14 +44,7 @@ CMPIString* get_class_name(const CMPIObjectPath* self, CMPIStatus* status) {
 }
 
 CMPIStatus set_host_name(const CMPIObjectPath* self, const char* text) {
-    CMPIStatus status;
-    Object* path = open(self, &status);
-    if (path == nullptr)
-        return status;
-    if (text == nullptr)
-        return status_of(CMPI_RC_ERR_INVALID_PARAMETER);
-    path->host = text;
-    return status;
+    return set_text(self, text, &Object::host);
 }
 
 /// The host name; "" where none was set.
@@ -107,7 +99,7 @@ CMPIStatus copy_name_space(const CMPIObjectPath* self, const CMPIObjectPath* sou
         return status;
     const Object* from = live(source);
     if (from == nullptr)
-        return status_of(source == nullptr ? CMPI_RC_ERR_INVALID_PARAMETER : CMPI_RC_ERR_INVALID_HANDLE);
+        return status_of(fault_of(source));
     path->name_space = from->name_space;
     return status;
 }

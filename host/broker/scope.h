@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/broker/broker.h"
-#include "host/broker/date_time.h"
+#include "host/cim/date_time.h"
 
 #include <cmpift.h>
 
@@ -154,6 +154,11 @@ template <class Handle>
 DataOf<Handle>* live(const Handle* argument) {
     State* scope = State::innermost();
     return scope == nullptr ? nullptr : scope->live<Handle>(argument);
+}
+
+/// What to answer about an argument for which live() gives nothing.
+inline CMPIrc fault_of(const void* argument) {
+    return argument == nullptr ? CMPI_RC_ERR_INVALID_PARAMETER : CMPI_RC_ERR_INVALID_HANDLE;
 }
 
 /// `release` of every table: frees an object of the innermost scope.

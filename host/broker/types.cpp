@@ -1,9 +1,8 @@
 // Questions about any object: what it is, whether it is of a type, how it reads as text.
-#include "host/objectpath.h"
-
 #include "host/broker/broker_tables.h"
-#include "host/broker/names.h"
 #include "host/broker/scope.h"
+#include "host/cim/names.h"
+#include "host/cim/path_text.h"
 
 namespace cmpihost {
 
@@ -47,9 +46,8 @@ std::optional<std::string> text_of(const Node* node) {
 CMPIBoolean class_path_is_a(const CMPIBroker*, const CMPIObjectPath* argument, const char* class_name,
                             CMPIStatus* status) {
     const Object* path = live(argument);
-    if (argument == nullptr || class_name == nullptr || path == nullptr) {
-        const bool missing = argument == nullptr || class_name == nullptr;
-        report(status, missing ? CMPI_RC_ERR_INVALID_PARAMETER : CMPI_RC_ERR_INVALID_HANDLE);
+    if (path == nullptr || class_name == nullptr) {
+        report(status, class_name == nullptr ? CMPI_RC_ERR_INVALID_PARAMETER : fault_of(argument));
         return 0;
     }
     const bool same = same_name(path->class_name, class_name);

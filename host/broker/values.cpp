@@ -1,7 +1,7 @@
 #include "host/broker/values.h"
 
-#include "host/broker/names.h"
 #include "host/broker/scope.h"
+#include "host/cim/names.h"
 
 #include <algorithm>
 #include <array>
@@ -55,8 +55,11 @@ CMPIrc read_array(const CMPIArray* array, CMPIType element_type, Value& out) {
     return read_handle(array, out, [](const ArrayData& content) { return content.values; });
 }
 
-CMPIrc read_handle_type(const CMPIValue& value, CMPIType type, Value& out) {
+CMPIrc read_other(const CMPIValue& value, CMPIType type, Value& out) {
     switch (type) {
+    case CMPI_boolean:
+        out.data = value.boolean != 0;
+        return CMPI_RC_OK;
     case CMPI_string:
         return read_handle(value.string, out, [](const std::string& text) { return text; });
     case CMPI_ref:
@@ -84,9 +87,6 @@ CMPIrc read_number(Number value, Value& out) {
 
 CMPIrc read_simple(const CMPIValue& value, CMPIType type, Value& out) {
     switch (type) {
-    case CMPI_boolean:
-        out.data = value.boolean != 0;
-        return CMPI_RC_OK;
     case CMPI_char16:
         return read_number(value.char16, out);
     case CMPI_real32:
@@ -110,7 +110,7 @@ CMPIrc read_simple(const CMPIValue& value, CMPIType type, Value& out) {
     case CMPI_sint64:
         return read_number(value.sint64, out);
     default:
-        return read_handle_type(value, type, out);
+        return read_other(value, type, out);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "host/cli/graph.h"
 
-#include "host/objectpath.h"
+#include "host/cim/path_text.h"
 
 #include <algorithm>
 #include <set>
@@ -14,17 +14,17 @@ using enum Request::Operation;
 
 constexpr const char* no_association = "CMPIHOST_NoSuchAssociation";
 
-std::string lower(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(), mof::lower);
+std::string lower_case(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), lower);
     return text;
 }
 
 /// The object as all of its spellings have it in common.
 Object plain(const Object& object) {
     Object same;
-    same.class_name = lower(object.class_name);
+    same.class_name = lower_case(object.class_name);
     for (Property key : object.keys) {
-        key.name = lower(key.name);
+        key.name = lower_case(key.name);
         if (const auto* reference = std::get_if<Value::Reference>(&key.value.data))
             key.value.data = std::make_shared<const Object>(plain(**reference));
         same.keys.push_back(std::move(key));

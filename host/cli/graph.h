@@ -1,6 +1,7 @@
 // Walks from object to object along the associations.
 #pragma once
 
+#include "host/broker/broker.h"
 #include "host/mof/schema.h"
 
 #include <functional>

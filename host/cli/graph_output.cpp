@@ -1,8 +1,8 @@
 #include "host/cli/graph_output.h"
 
+#include "host/cim/path_text.h"
 #include "host/cli/output.h"
 #include "host/cli/table.h"
-#include "host/objectpath.h"
 
 #include <map>
 

@@ -1,7 +1,7 @@
 #include "host/cli/options.h"
 
+#include "host/cim/path_text.h"
 #include "host/cli/verbs.h"
-#include "host/objectpath.h"
 
 #include <CLI/CLI.hpp>
 

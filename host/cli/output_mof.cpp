@@ -1,6 +1,6 @@
 #include "host/cli/output.h"
 
-#include "host/objectpath.h"
+#include "host/cim/path_text.h"
 
 namespace cmpihost {
 

@@ -1,8 +1,8 @@
 #include "host/cli/output.h"
 
-#include "host/broker/names.h"
+#include "host/cim/names.h"
+#include "host/cim/path_text.h"
 #include "host/cli/table.h"
-#include "host/objectpath.h"
 
 #include <algorithm>
 

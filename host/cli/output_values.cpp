@@ -1,7 +1,7 @@
 // Single values in MOF notation, which text output uses too.
 #include "host/cli/output.h"
 
-#include "host/objectpath.h"
+#include "host/cim/path_text.h"
 
 #include <array>
 #include <cmath>

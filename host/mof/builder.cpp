@@ -10,14 +10,14 @@ namespace {
 
 bool has(const std::vector<NamedValue>& qualifiers, std::string_view name) {
     return std::any_of(qualifiers.begin(), qualifiers.end(),
-                       [&](const NamedValue& qualifier) { return equal_names(qualifier.name, name); });
+                       [&](const NamedValue& qualifier) { return same_name(qualifier.name, name); });
 }
 
 /// A qualifier that is there and not said to be false.
 bool is_on(const std::vector<NamedValue>& qualifiers, std::string_view name) {
     return std::any_of(qualifiers.begin(), qualifiers.end(), [&](const NamedValue& qualifier) {
         const bool* value = std::get_if<bool>(&qualifier.value.data);
-        return equal_names(qualifier.name, name) && value && *value;
+        return same_name(qualifier.name, name) && value && *value;
     });
 }
 
@@ -73,12 +73,14 @@ void Builder::check_override(const ClassDeclaration& declaration, PropertyDeclar
         throw Refusal(own.place, property + " admits " + own.reference_class + ", expected " +
                                      inherited.reference_class + " or a subclass of it");
     own.key = own.key || inherited.key;
+    own.required = own.required || inherited.required;
     own.origin = inherited.origin;
 }
 
 void Builder::check_own_property(const ClassDeclaration& declaration, PropertyDeclaration& own,
                                  const ClassDeclaration* parent) const {
     own.key = is_on(own.qualifiers, "Key");
+    own.required = is_on(own.qualifiers, "Required");
     own.origin = declaration.name;
     if (own.type == "reference" && !declaration.association)
         throw Refusal(own.place, described(own, declaration) + ", expected qualifier Association at the class");

@@ -6,12 +6,6 @@ namespace cmpihost::mof {
 
 namespace {
 
-const Property* find(const std::vector<Property>& values, std::string_view name) {
-    const auto found = std::find_if(values.begin(), values.end(),
-                                    [&](const Property& value) { return equal_names(value.name, name); });
-    return found == values.end() ? nullptr : &*found;
-}
-
 bool is_null(const Property& property) {
     return std::holds_alternative<std::monostate>(property.value.data);
 }
@@ -38,18 +32,13 @@ class Check {
     struct Subject {
         const ClassDeclaration& declaration;
         const Trail* trail;
-        bool second_set; ///< the references that are no keys stand in for the keys
     };
-
-    static bool has_second_set(const ClassDeclaration& declaration, const std::vector<Property>& values);
-    static bool is_wanted(const Subject& subject, const PropertyDeclaration& property) {
-        return subject.second_set ? property.type == "reference" && !property.key : property.key;
-    }
 
     void values(const Subject& subject, const std::vector<Property>& values, bool keys);
     void type(const Subject& subject, const PropertyDeclaration& declared, const Property& value);
     void reference(const Subject& subject, const PropertyDeclaration& declared, const Object& target);
-    void completeness(const Subject& subject, const std::vector<Property>& values);
+    void presence(const Subject& subject, const PropertyDeclaration& declared, const char* what, const Property* value);
+    void completeness(const Subject& subject, const std::vector<Property>& values, bool is_path);
     void report(const Subject& subject, std::string_view name, const std::string& what);
 
     const Schema& schema_;
@@ -62,21 +51,6 @@ void Check::report(const Subject& subject, std::string_view name, const std::str
     if (!name.empty())
         line.append(".").append(name);
     findings_.push_back(line + ": " + what);
-}
-
-/// Whether all references that are no keys are there, and none of those that are.
-bool Check::has_second_set(const ClassDeclaration& declaration, const std::vector<Property>& values) {
-    if (!declaration.association)
-        return false;
-    bool any = false;
-    for (const PropertyDeclaration& property : declaration.properties) {
-        if (property.type != "reference")
-            continue;
-        if ((find(values, property.name) != nullptr) == property.key)
-            return false;
-        any = any || !property.key;
-    }
-    return any;
 }
 
 void Check::reference(const Subject& subject, const PropertyDeclaration& declared, const Object& target) {
@@ -102,23 +76,29 @@ void Check::values(const Subject& subject, const std::vector<Property>& values, 
             report(subject, value.name, "is not declared");
             continue;
         }
-        if (find(values, value.name) != &value)
+        if (find_by_name(values, value.name) != &value)
             report(subject, declared->name, "is there twice");
-        if (keys && !is_wanted(subject, *declared))
+        if (keys && !declared->key)
             report(subject, declared->name, "is no key");
         type(subject, *declared, value);
     }
 }
 
-void Check::completeness(const Subject& subject, const std::vector<Property>& values) {
+void Check::presence(const Subject& subject, const PropertyDeclaration& declared, const char* what,
+                     const Property* value) {
+    if (!value)
+        report(subject, declared.name, std::string(what) + " is missing");
+    else if (is_null(*value))
+        report(subject, declared.name, std::string(what) + " is NULL");
+}
+
+/// Servers rebuild an instance's path from its properties, so its keys must be there like what is required.
+void Check::completeness(const Subject& subject, const std::vector<Property>& values, bool is_path) {
     for (const PropertyDeclaration& declared : subject.declaration.properties) {
-        if (!is_wanted(subject, declared))
-            continue;
-        const Property* value = find(values, declared.name);
-        if (!value)
-            report(subject, declared.name, "key is missing");
-        else if (is_null(*value))
-            report(subject, declared.name, "key is NULL");
+        if (declared.key)
+            presence(subject, declared, "key", find_by_name(values, declared.name));
+        else if (declared.required && !is_path)
+            presence(subject, declared, "required value", find_by_name(values, declared.name));
     }
 }
 
@@ -129,14 +109,14 @@ void Check::object(const Object& object, Kind kind, const Trail* trail) {
         return;
     }
     const bool is_path = kind == Kind::path;
-    const Subject subject{*declaration, trail, has_second_set(*declaration, is_path ? object.keys : object.properties)};
+    const Subject subject{*declaration, trail};
     if (declaration->abstract)
         report(subject, {}, "class is abstract");
     values(subject, object.keys, true);
     if (!is_path)
         values(subject, object.properties, false);
     if (kind != Kind::partial_instance)
-        completeness(subject, is_path ? object.keys : object.properties);
+        completeness(subject, is_path ? object.keys : object.properties, is_path);
 }
 
 } // namespace

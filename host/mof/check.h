@@ -8,8 +8,8 @@ namespace cmpihost::mof {
 /// What an object is, and so which of its keys must be there.
 enum class Kind {
     path,             ///< every key of the class, and nothing else
-    instance,         ///< every key of the class as a property: servers rebuild the path from them
-    partial_instance, ///< keys may be absent, as where the client asked for some properties
+    instance,         ///< every key as a property (servers rebuild the path from them), and what is required
+    partial_instance, ///< any of these may be absent, as where the client asked for some properties
 };
 
 /// What is wrong with an object, one line each; empty if nothing is. Names are as declared, values are left out, so
@@ -23,11 +23,11 @@ enum class Kind {
 ///     CLASS.NAME: is no key
 ///     CLASS.NAME: key is missing
 ///     CLASS.NAME: key is NULL
+///     CLASS.NAME: required value is missing
+///     CLASS.NAME: required value is NULL
 ///     CLASS.NAME: refers to CLASS, expected CLASS
 ///
-/// The path behind a reference is checked likewise; its lines begin with "CLASS.NAME > ". A class may declare a second
-/// set of references beside its keys: an object that has all of those and none of the key references is checked for
-/// the second set in place of the keys.
+/// The path behind a reference is checked likewise; its lines begin with "CLASS.NAME > ".
 std::vector<std::string> check(const Schema& schema, const Object& object, Kind kind);
 
 } // namespace cmpihost::mof

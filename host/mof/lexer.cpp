@@ -117,6 +117,19 @@ std::string Lexer::take_number() {
     return number;
 }
 
+/// The character of \x and one to four hexadecimal digits; `start` is where the escape began.
+std::string Lexer::take_code(const Place& start) {
+    unsigned code = 0;
+    int digits = 0;
+    for (; digits < 4 && hex_value(peek()) >= 0; ++digits)
+        code = code * 16 + static_cast<unsigned>(hex_value(take()));
+    if (digits == 0 || code == 0)
+        throw Refusal(start, "escape \\x, expected one to four hexadecimal digits other than 0");
+    std::string text;
+    append_utf8(text, code);
+    return text;
+}
+
 std::string Lexer::take_escape() {
     const Place start = place();
     take();
@@ -138,20 +151,11 @@ std::string Lexer::take_escape() {
         return {c};
     case 'x':
     case 'X':
-        break;
+        return take_code(start);
     default:
         throw Refusal(start,
                       "unknown escape, expected \\b \\t \\n \\f \\r \\\" \\' \\\\ or \\x and hexadecimal digits");
     }
-    unsigned code = 0;
-    int digits = 0;
-    for (; digits < 4 && hex_value(peek()) >= 0; ++digits)
-        code = code * 16 + static_cast<unsigned>(hex_value(take()));
-    if (digits == 0 || code == 0)
-        throw Refusal(start, "escape \\x, expected one to four hexadecimal digits other than 0");
-    std::string text;
-    append_utf8(text, code);
-    return text;
 }
 
 std::string Lexer::take_quoted(char quote) {

@@ -13,7 +13,7 @@ struct Token {
     Place place;
 
     bool is_mark(char mark) const { return kind == Kind::mark && text[0] == mark; }
-    bool is_word(std::string_view word) const { return kind == Kind::name && equal_names(text, word); }
+    bool is_word(std::string_view word) const { return kind == Kind::name && same_name(text, word); }
 
     /// The token as messages show it.
     std::string shown() const;
@@ -38,6 +38,7 @@ class Lexer {
     std::string take_number();
     std::string take_quoted(char quote);
     std::string take_escape();
+    std::string take_code(const Place& start);
 
     std::string file_;
     std::string_view text_;

@@ -1,6 +1,6 @@
 #include "host/mof/numbers.h"
 
-#include "host/mof/names.h"
+#include "host/cim/names.h"
 
 #include <charconv>
 

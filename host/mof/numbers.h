@@ -1,7 +1,7 @@
 // Numbers as MOF writes them.
 #pragma once
 
-#include "host/broker/broker.h"
+#include "host/cim/object.h"
 
 namespace cmpihost::mof {
 

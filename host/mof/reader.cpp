@@ -19,10 +19,10 @@ constexpr std::array<std::string_view, 13> simple_types = {"uint8",  "sint8",   
 
 /// A type's own spelling; empty if it is no type.
 std::string_view simple_type(std::string_view name) {
-    if (equal_names(name, "char16"))
+    if (same_name(name, "char16"))
         return "char16";
     const auto* type = std::find_if(simple_types.begin(), simple_types.end(),
-                                    [&](std::string_view known) { return equal_names(known, name); });
+                                    [&](std::string_view known) { return same_name(known, name); });
     return type == simple_types.end() ? std::string_view() : *type;
 }
 
@@ -44,6 +44,8 @@ class Reader {
     void read_qualifier_declaration();
     void read_class(std::vector<NamedValue> qualifiers);
     PropertyDeclaration read_feature();
+    void read_type(PropertyDeclaration& feature);
+    void read_rest_of_property(PropertyDeclaration& feature);
     void read_instance();
 
     std::vector<NamedValue> read_qualifiers();
@@ -182,10 +184,7 @@ void Reader::skip_parameters(const Token& method) {
     } while (depth != 0);
 }
 
-/// A property, a reference, or a method; of a method the name is left empty.
-PropertyDeclaration Reader::read_feature() {
-    PropertyDeclaration feature;
-    feature.qualifiers = read_qualifiers();
+void Reader::read_type(PropertyDeclaration& feature) {
     const Token type = expect(Token::Kind::name, "a property or }");
     feature.type = simple_type(type.text);
     if (token_.is_word("ref")) {
@@ -196,6 +195,26 @@ PropertyDeclaration Reader::read_feature() {
         throw Refusal(type.place, type.text + ", expected a type (string, boolean, datetime, char16, uint8 to uint64, "
                                               "sint8 to sint64, real32, real64) or a class and REF");
     }
+}
+
+/// What stands behind a property's name.
+void Reader::read_rest_of_property(PropertyDeclaration& feature) {
+    if (take_mark('[')) {
+        if (token_.kind == Token::Kind::number)
+            take();
+        expect_mark(']', "behind " + feature.name);
+        feature.type += "[]";
+    }
+    if (take_mark('='))
+        feature.default_value = read_value();
+    expect_mark(';', "at the end of property " + feature.name);
+}
+
+/// A property, a reference, or a method; of a method the name is left empty.
+PropertyDeclaration Reader::read_feature() {
+    PropertyDeclaration feature;
+    feature.qualifiers = read_qualifiers();
+    read_type(feature);
     const Token name = expect(Token::Kind::name, "a property's name");
     feature.place = name.place;
     if (token_.is_mark('(')) {
@@ -204,15 +223,7 @@ PropertyDeclaration Reader::read_feature() {
         return feature;
     }
     feature.name = name.text;
-    if (take_mark('[')) {
-        if (token_.kind == Token::Kind::number)
-            take();
-        expect_mark(']', "behind " + name.text);
-        feature.type += "[]";
-    }
-    if (take_mark('='))
-        feature.default_value = read_value();
-    expect_mark(';', "at the end of property " + name.text);
+    read_rest_of_property(feature);
     return feature;
 }
 
@@ -267,13 +278,13 @@ void Reader::read_instance() {
 
 void Reader::read_pragma() {
     const Token pragma = take();
-    if (!equal_names(pragma.text, "#pragma"))
+    if (!same_name(pragma.text, "#pragma"))
         throw Refusal(pragma.place, pragma.text + ", expected #pragma");
     const Token name = expect(Token::Kind::name, "a pragma's name");
     expect_mark('(', "behind pragma " + name.text);
     const Token argument = expect(Token::Kind::string, "a string");
     expect_mark(')', "behind the string");
-    if (!equal_names(name.text, "include"))
+    if (!same_name(name.text, "include"))
         return; // the others tell a server where to put what it compiles
     const auto included = std::filesystem::path(pragma.place.file).parent_path() / argument.text;
     try {

@@ -21,7 +21,7 @@ const PropertyDeclaration* ClassDeclaration::property(std::string_view property_
 
 const Value* InstanceDeclaration::value(std::string_view property_name) const {
     for (const NamedValue& property : properties)
-        if (equal_names(property.name, property_name))
+        if (same_name(property.name, property_name))
             return &property.value;
     return nullptr;
 }
@@ -54,7 +54,7 @@ const ClassDeclaration* Schema::find(std::string_view name) const {
 
 bool Schema::is_a(std::string_view name, std::string_view ancestor) const {
     for (const ClassDeclaration* declaration = find(name); declaration; declaration = find(declaration->superclass))
-        if (equal_names(declaration->name, ancestor))
+        if (same_name(declaration->name, ancestor))
             return true;
     return false;
 }

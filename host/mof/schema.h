@@ -1,8 +1,8 @@
 // CIM classes as MOF files declare them.
 #pragma once
 
-#include "host/broker/broker.h"
-#include "host/mof/names.h"
+#include "host/cim/names.h"
+#include "host/cim/object.h"
 
 #include <span>
 
@@ -39,6 +39,7 @@ struct PropertyDeclaration {
     std::vector<NamedValue> qualifiers;
     Value default_value;
     bool key = false;
+    bool required = false; ///< instances give it a value other than NULL
     std::string origin; ///< the class that declared it first
     Place place;
 };

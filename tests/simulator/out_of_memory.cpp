@@ -56,11 +56,11 @@ unsigned sweep(
     }
 }
 
-class OutOfMemory : public PlatformTest {
+class OutOfMemory : public SimulatorTest {
   protected:
     void TearDown() override {
         fail_at = 0;
-        PlatformTest::TearDown();
+        SimulatorTest::TearDown();
     }
 };
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-using Texts = PlatformTest;
+using Texts = SimulatorTest;
 
 namespace {
 

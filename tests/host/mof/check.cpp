@@ -20,7 +20,11 @@ constexpr const char* classes = R"(
 class Thing : Top { uint16 Count; uint8 Bytes[]; };
 class Other { [Key] string Id; };
 [Association] class Tie { [Key] Top REF One; [Key] Thing REF Two; uint16 Order; };
-[Association] class TwoWays { [Key] Top REF One; [Key] Top REF Two; [Key] uint16 Rank; Top REF First; Top REF Last; };
+[Association] class Loose { Top REF One; Top REF Two; Top REF First; Top REF Last; };
+class Named { [Key] string Id; [Required] string Name; };
+class Renamed : Named { [Override ( "Name" )] string Name; };
+class Inherited : Named { };
+class Sure { [Key, Required] string Id; };
 )";
 
 const Schema& schema() {
@@ -74,7 +78,7 @@ TEST(MofCheck, AcceptsNamesInAnyCase) {
     EXPECT_EQ(of_instance(instance("thing", {text("iD", "1"), number("cOUNT", "uint16", 3)})), Lines{});
 }
 
-TEST(MofCheck, AcceptsAnInstanceWithInheritedOwnArrayAndNullProperties) {
+TEST(MofCheck, AcceptsInheritedOwnArrayAndNullProperties) {
     EXPECT_EQ(of_instance(instance("Thing", {text("Id", "1"), null("Note", "string"), number("Count", "uint16", 3),
                                              Property{"Bytes", "uint8[]", {Value::Array{{std::uint64_t{1}}}}}})),
               Lines{});
@@ -93,17 +97,14 @@ TEST(MofCheck, APartialInstanceNeedsNoKeys) {
     EXPECT_EQ(check(schema(), object, Kind::instance), Lines{"Thing.Id: key is missing"});
 }
 
-TEST(MofCheck, ASecondSetOfReferencesStandsInForTheKeys) {
-    const auto first = reference("First", thing);
-    const auto last = reference("Last", thing);
-    EXPECT_EQ(of_path(path("TwoWays", {first, last})), Lines{});
-    EXPECT_EQ(of_instance(instance("TwoWays", {first, last})), Lines{});
+TEST(MofCheck, WhatIsRequiredNeedNotBeInPaths) {
+    EXPECT_EQ(of_path(path("Named", {text("Id", "1")})), Lines{});
+    EXPECT_EQ(check(schema(), instance("Named", {}), Kind::partial_instance), Lines{});
 }
 
-TEST(MofCheck, TheKeysThemselvesServeWhereThereIsASecondSet) {
-    const std::vector<Property> keys = {reference("One", thing), reference("Two", thing), number("Rank", "uint16", 1)};
-    EXPECT_EQ(of_path(path("TwoWays", keys)), Lines{});
-    EXPECT_EQ(of_instance(instance("TwoWays", keys)), Lines{});
+TEST(MofCheck, AnAssociationWithoutKeysTakesAnyReferences) {
+    EXPECT_EQ(of_instance(instance("Loose", {reference("One", thing), reference("Two", thing)})), Lines{});
+    EXPECT_EQ(of_instance(instance("Loose", {reference("First", thing), reference("Last", thing)})), Lines{});
 }
 
 // ---------------------------------------------------------------------------------------------- findings
@@ -191,22 +192,28 @@ TEST(MofCheck, LooksIntoPathsBehindPaths) {
               (Lines{"Tie.One: refers to Tie, expected Top", "Tie.One > Tie.One: key is missing"}));
 }
 
-TEST(MofCheck, HalfASecondSetDoesNotStandInForTheKeys) {
-    EXPECT_EQ(of_path(path("TwoWays", {reference("First", thing)})),
-              (Lines{"TwoWays.First: is no key", "TwoWays.One: key is missing", "TwoWays.Two: key is missing",
-                     "TwoWays.Rank: key is missing"}));
+TEST(MofCheck, FindsReferencesOfAPathThatAreNoKeys) {
+    EXPECT_EQ(of_path(path("Loose", {reference("First", thing), reference("Last", thing)})),
+              (Lines{"Loose.First: is no key", "Loose.Last: is no key"}));
 }
 
-TEST(MofCheck, KeysAndASecondSetTogetherAreTooMuch) {
-    EXPECT_EQ(of_path(path("TwoWays", {reference("One", thing), reference("Two", thing), number("Rank", "uint16", 1),
-                                       reference("First", thing), reference("Last", thing)})),
-              (Lines{"TwoWays.First: is no key", "TwoWays.Last: is no key"}));
+TEST(MofCheck, FindsAMissingRequiredValue) {
+    EXPECT_EQ(of_instance(instance("Named", {text("Id", "1")})), Lines{"Named.Name: required value is missing"});
 }
 
-TEST(MofCheck, OtherKeysAreNoneBesideASecondSet) {
-    EXPECT_EQ(
-        of_path(path("TwoWays", {reference("First", thing), reference("Last", thing), number("Rank", "uint16", 1)})),
-        Lines{"TwoWays.Rank: is no key"});
+TEST(MofCheck, FindsANullRequiredValue) {
+    EXPECT_EQ(of_instance(instance("Named", {text("Id", "1"), null("Name", "string")})),
+              Lines{"Named.Name: required value is NULL"});
+}
+
+TEST(MofCheck, WhatASuperclassRequiresStaysRequired) {
+    EXPECT_EQ(of_instance(instance("Renamed", {text("Id", "1")})), Lines{"Renamed.Name: required value is missing"});
+    EXPECT_EQ(of_instance(instance("Inherited", {text("Id", "1")})),
+              Lines{"Inherited.Name: required value is missing"});
+}
+
+TEST(MofCheck, ARequiredKeyIsFoundMissingOnce) {
+    EXPECT_EQ(of_instance(instance("Sure", {})), Lines{"Sure.Id: key is missing"});
 }
 
 // ---------------------------------------------------------------------------------------------- deviations
@@ -243,7 +250,7 @@ TEST(MofDeviations, AreLinesThatAreNoComments) {
               (Lines{"Z: class is abstract", "A.c: is no key"}));
 }
 
-std::string refusal(const std::string& path) {
+std::string refusal_of_deviations(const std::string& path) {
     const auto read = Deviations::read(path);
     const Error* error = std::get_if<Error>(&read);
     return error ? error->text() : "(read)";
@@ -251,21 +258,21 @@ std::string refusal(const std::string& path) {
 
 TEST(MofDeviations, ALineThatIsNoFindingIsRefused) {
     const DeviationsFile file("# why\nnonsense\n");
-    EXPECT_EQ(refusal(file.path()),
+    EXPECT_EQ(refusal_of_deviations(file.path()),
               file.path() + ":2:1: nonsense, expected CLASS: WHAT, CLASS.NAME: WHAT, or # and a comment");
 }
 
 TEST(MofDeviations, ALineTwiceIsRefused) {
     const DeviationsFile file("A: class is abstract\nA: class is abstract\n");
-    EXPECT_EQ(refusal(file.path()), file.path() + ":2:1: A: class is abstract is there twice");
+    EXPECT_EQ(refusal_of_deviations(file.path()), file.path() + ":2:1: A: class is abstract is there twice");
 }
 
 TEST(MofDeviations, AMissingFileIsNamed) {
-    EXPECT_EQ(refusal("/no/such.txt"), "/no/such.txt: cannot be read: No such file or directory");
+    EXPECT_EQ(refusal_of_deviations("/no/such.txt"), "/no/such.txt: cannot be read: No such file or directory");
 }
 
 TEST(MofDeviations, AFolderIsNoFile) {
-    EXPECT_EQ(refusal("/"), "/: cannot be read, expected a file with text");
+    EXPECT_EQ(refusal_of_deviations("/"), "/: cannot be read, expected a file with text");
 }
 
 } // namespace

@@ -122,7 +122,7 @@ const Row rows[] = {
      "string CreationClassName, string Name, string ElementName, string NameFormat"},
     {"ZANTO_PhysicalComputerSystem", "CIM_ComputerSystem", "CreationClassName Name", ""}, // paths only
     {"ZANTO_FCIPElementSettingData", "", setting_keys, setting_set},
-    {"ZANTO_IPElementSettingData", "", setting_keys,
+    {"ZANTO_IPElementSettingData", "", "",
      "reference ManagedElement, reference SettingData, uint16 IsDefault, uint16 IsCurrent, reference Antecedent, "
      "reference Dependent"},
     {"ZANTO_TCPElementSettingData", "", setting_keys, setting_set},
@@ -135,7 +135,7 @@ const Row rows[] = {
     {"ZANTO_SwitchHostedFCIPAccessPoint", "CIM_HostedAccessPoint", dependency_keys, dependency_set},
     {"ZANTO_SwitchHostedIPAccessPoint", "CIM_HostedDependency", dependency_keys, dependency_set},
     {"ZANTO_SwitchHostedTCPAccessPoint", "CIM_HostedDependency", dependency_keys, dependency_set},
-    {"ZANTO_FCIPPEBasedOn", "CIM_Component", "GroupComponent PartComponent",
+    {"ZANTO_FCIPPEBasedOn", "", "",
      "reference GroupComponent, reference PartComponent, reference Antecedent, reference Dependent"},
     {"ZANTO_IPEthernetEndpoint", "CIM_Dependency", dependency_keys, dependency_set},
     {"ZANTO_EthernetPortProtocolEndpoint", "CIM_DeviceSAPImplementation", dependency_keys, dependency_set},
@@ -225,7 +225,8 @@ TEST(MofSchema, AcceptsTheInstancesThatTheProviderMakes) {
         Object object{row.name, "root/cimv2", std::nullopt, {}, {}};
         for (const std::string& set : words(row.set, ','))
             object.properties.push_back({set.substr(set.find(' ') + 1), set.substr(0, set.find(' ')), {true}});
-        EXPECT_EQ(check(provider_schema(), object, Kind::instance), std::vector<std::string>{});
+        const auto findings = check(provider_schema(), object, Kind::instance);
+        EXPECT_EQ(known_deviations().unexpected(findings), std::vector<std::string>{});
         ++instances;
     }
     EXPECT_EQ(instances, 18u);
@@ -265,6 +266,63 @@ TEST(MofSchema, TheStandardsClassesAreInTheirOwnFile) {
         const bool in_excerpt = std::filesystem::path(declaration.place.file).filename() == "dmtf.mof";
         EXPECT_EQ(in_excerpt, declaration.name.starts_with("CIM_")) << declaration.name;
     }
+}
+
+// ---------------------------------------------------------------------------------------------- units
+
+/// Class and name of our properties that a predicate holds for.
+template <class Predicate>
+Names properties_where(Predicate holds) {
+    Names found;
+    for (const ClassDeclaration& declaration : provider_schema().classes())
+        for (const PropertyDeclaration& property : declaration.properties)
+            if (property.origin.starts_with("ZANTO_") && holds(property))
+                found.insert(declaration.name + '.' + property.name);
+    return found;
+}
+
+const Value* qualifier_of(const PropertyDeclaration& property, std::string_view name) {
+    for (const NamedValue& qualifier : property.qualifiers)
+        if (qualifier.name == name)
+            return &qualifier.value;
+    return nullptr;
+}
+
+bool has_unit(const PropertyDeclaration& property, const std::string& unit) {
+    const Value* value = qualifier_of(property, "PUnit");
+    return value != nullptr && *value == Value{unit};
+}
+
+TEST(MofUnits, HighHalvesOfCountersCountIn2ToThe32) {
+    const Names expected = {"ZANTO_EthernetPortStatistics.SymbolErrors",
+                            "ZANTO_EthernetPortStatistics.SingleCollisionFrames",
+                            "ZANTO_EthernetPortStatistics.MultipleCollisionFrames",
+                            "ZANTO_EthernetPortStatistics.DeferredTransmissions",
+                            "ZANTO_EthernetPortStatistics.InternalMACTransmitErrors",
+                            "ZANTO_EthernetPortStatistics.InternalMACReceiveErrors",
+                            "ZANTO_EthernetPortStatistics.CarrierSenseErrors",
+                            "ZANTO_EthernetPortStatistics.FrameTooLongs"};
+    EXPECT_EQ(properties_where([](const auto& property) { return has_unit(property, "count * 2^32"); }), expected);
+}
+
+TEST(MofUnits, CountsThatCanFallAreNoCounters) {
+    const Names expected = {"ZANTO_IPEndPointStatistics.ReassemblyRequireds", "ZANTO_FCIPSettings.NumTcpConnections",
+                            "ZANTO_FCIPProtocolEndPoint.MaxRetransmissions",
+                            "ZANTO_TCPStatisticalData.EstablishedConnections"};
+    EXPECT_EQ(properties_where([](const auto& property) {
+                  return has_unit(property, "count") && qualifier_of(property, "Counter") == nullptr;
+              }),
+              expected);
+}
+
+TEST(MofUnits, EveryCounterHasAUnitOfCounts) {
+    const auto is_counter = [](const auto& property) { return qualifier_of(property, "Counter") != nullptr; };
+    const auto counts = [](const auto& property) {
+        return has_unit(property, "count") || has_unit(property, "count * 2^32");
+    };
+    EXPECT_EQ(properties_where([&](const auto& property) { return is_counter(property) && !counts(property); }),
+              Names{});
+    EXPECT_EQ(properties_where(is_counter).size(), 44u);
 }
 
 // ---------------------------------------------------------------------------------------------- documentation

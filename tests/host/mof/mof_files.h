@@ -1,7 +1,7 @@
 // The provider's schema as its files declare it, for tests.
 #pragma once
 
-#include "host/mof/schema.h"
+#include "host/mof/deviations.h"
 
 #include <stdexcept>
 
@@ -21,6 +21,12 @@ inline Schema read_schema(const std::vector<std::string>& files) {
 inline const Schema& provider_schema() {
     static const Schema schema = read_schema({schema_folder + "dmtf.mof", schema_folder + "fcip.mof"});
     return schema;
+}
+
+/// What answers are known to differ in.
+inline const Deviations& known_deviations() {
+    static const Deviations read = std::get<Deviations>(Deviations::read(schema_folder + "deviations.txt"));
+    return read;
 }
 
 inline bool is_ours(const ClassDeclaration& declaration) {

@@ -92,7 +92,7 @@ TEST(Registration, EveryDeclaredClassIsServedOrTheSwitchs) {
 /// The spelling of a class that stands in `served`; the name itself if it does not.
 std::string served_spelling(const std::string& name) {
     for (const auto& [served_name, association] : served)
-        if (equal_names(served_name, name))
+        if (same_name(served_name, name))
             return served_name;
     return name;
 }

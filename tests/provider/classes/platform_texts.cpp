@@ -6,7 +6,7 @@
 #include "provider/classes/fcip/ip_settings.h"
 #include "provider/classes/net/ethernet_port_statistics.h"
 #include "provider/classes/net/lan_endpoint.h"
-#include "tests/provider/classes/net/net_test.h"
+#include "tests/support/class_test.h"
 
 #include <cstring>
 
@@ -50,10 +50,10 @@ int vsan_cim_get_vsan_admindomain_key(char* key, const void*) {
 namespace {
 
 /// Runs with texts of each length. No two neighbouring characters are alike, so that a cut shows where it is.
-class PlatformTexts : public NetTest, public testing::WithParamInterface<std::size_t> {
+class PlatformTexts : public ClassTest, public testing::WithParamInterface<std::size_t> {
   protected:
     void SetUp() override {
-        NetTest::SetUp();
+        ClassTest::SetUp();
         platform_text.clear();
         for (std::size_t position = 0; position < GetParam(); ++position)
             platform_text += static_cast<char>('a' + position % 26);
@@ -69,18 +69,18 @@ INSTANTIATE_TEST_SUITE_P(Lengths, PlatformTexts, testing::Values(0, 1, 20, 21, 3
 
 TEST_P(PlatformTexts, NetworkAddressIsCutTo31CharactersInLanEndpoints) {
     const std::string name = "-2097152000:" + cut(31);
-    const auto instance = rows_of(
-        call([] { return fcip::lan_endpoint_build_instance(asked_class, asked_name_space, ethernet_1, nullptr); }));
+    const auto instance =
+        rows_of(call([] { return fcip::lan_endpoint_build_instance(made_up_class, name_space, ethernet_1, nullptr); }));
     EXPECT_EQ(value_in(instance, "Name"), name);
     const auto path =
-        rows_of(call([] { return fcip::lan_endpoint_fill_reference(asked_class, asked_name_space, ethernet_1); }));
+        rows_of(call([] { return fcip::lan_endpoint_fill_reference(made_up_class, name_space, ethernet_1); }));
     EXPECT_EQ(value_in(path, "Name"), name);
 }
 
 TEST_P(PlatformTexts, InterfaceNameIsCutTo31CharactersInEthernetStatistics) {
     const auto instance = rows_of(call([] {
         const auto record = fcip::fetch_port(platform_exact, ethernet_1);
-        return fcip::eth_statistics_build_instance(asked_class, asked_name_space, record.get(), nullptr);
+        return fcip::eth_statistics_build_instance(made_up_class, name_space, record.get(), nullptr);
     }));
     for (const char* property : {"Caption", "ElementName", "Description"})
         EXPECT_EQ(value_in(instance, property), cut(31)) << property;
@@ -96,18 +96,17 @@ TEST_P(PlatformTexts, WwnsAreWhole) {
     const auto endpoint = rows_of(build(fcip::fcip_pe_build_instance));
     EXPECT_EQ(value_in(endpoint, "RemoteWWN"), platform_text);
     EXPECT_EQ(value_in(endpoint, "LocalWWN"), platform_text);
-    const auto port = rows_of(
-        call([] { return fcip::lan_endpoint_build_instance(asked_class, asked_name_space, ethernet_1, nullptr); }));
+    const auto port =
+        rows_of(call([] { return fcip::lan_endpoint_build_instance(made_up_class, name_space, ethernet_1, nullptr); }));
     EXPECT_EQ(value_in(port, "SystemName"), platform_text);
 }
 
 TEST_P(PlatformTexts, VsanSystemNameIsCutTo20Characters) {
     EXPECT_EQ(value_in(rows_of(build(fcip::fcip_pe_build_instance)), "SystemName"), cut(20));
-    EXPECT_EQ(value_in(rows_of(fill(fcip::fcip_pe_fill_reference)), "SystemName"), cut(20));
+    EXPECT_EQ(value_in(rows_of(build(fcip::fcip_pe_fill_reference)), "SystemName"), cut(20));
 }
 
 TEST_P(PlatformTexts, VsanKeyNamesItsLogicalComputerSystemWhole) {
-    const auto* path =
-        call([] { return fcip::get_logical_computer_keys(fcip_1, asked_name_space, cmpihost::broker()); });
+    const auto* path = call([] { return fcip::get_logical_computer_keys(fcip_1, name_space, cmpihost::broker()); });
     EXPECT_EQ(value_in(rows_of(path), "Name"), platform_text);
 }

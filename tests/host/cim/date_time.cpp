@@ -1,5 +1,5 @@
 // Date-times as text, as microseconds, as CMPI objects.
-#include "host/broker/date_time.h"
+#include "host/cim/date_time.h"
 #include "tests/host/host_test.h"
 
 #include <array>

@@ -1,4 +1,4 @@
-#include "host/broker/date_time.h"
+#include "host/cim/date_time.h"
 
 #include <array>
 #include <chrono>

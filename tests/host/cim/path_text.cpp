@@ -1,5 +1,5 @@
 // Object paths as text, both ways.
-#include "host/objectpath.h"
+#include "host/cim/path_text.h"
 #include "tests/host/host_test.h"
 
 #include <array>
@@ -15,13 +15,13 @@ Property reference(const std::string& name, const Object& object) {
     return {name, "reference", {std::make_shared<const Object>(object)}};
 }
 
-struct Row {
+struct PathRow {
     const char* text;
     Object object;
 };
 
 /// Texts that are written exactly as they are read.
-std::vector<Row> round_trips() {
+std::vector<PathRow> round_trips() {
     return {
         {"Class", path("Class")},
         {"_Class_1", path("_Class_1")},
@@ -50,21 +50,21 @@ std::vector<Row> round_trips() {
     };
 }
 
-TEST(PathNotation, ReadsAndWrites) {
-    for (const Row& row : round_trips()) {
+TEST(PathText, ReadsAndWrites) {
+    for (const PathRow& row : round_trips()) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(parse_path(row.text), row.object);
         EXPECT_EQ(path_text(row.object), row.text);
     }
 }
 
-TEST(PathNotation, ReferencesKeepHostAndNamespace) {
+TEST(PathText, ReferencesKeepHostAndNamespace) {
     const Object object = parse_path(R"(C.r="//h/n:D.k=\"v\"")");
     EXPECT_EQ(*std::get<Value::Reference>(object.keys[0].value.data),
               (Object{"D", "n", "h", {string_property("k", "v")}, {}}));
 }
 
-TEST(PathNotation, QuotedTextsThatAreNoPathWithKeysAreStrings) {
+TEST(PathText, QuotedTextsThatAreNoPathWithKeysAreStrings) {
     for (const char* content : {"Other", "root/cimv2:Other", "1_10.1.1.1_10.2.1.1", "Other.k", "Other.k=", "Other.k=v",
                                 "Other.k='v'", "a=b", ".k=5", "Other.k=5,", "Other.k=5;", " Other.k=5", "10.0.0.1=5"}) {
         SCOPED_TRACE(content);
@@ -72,12 +72,12 @@ TEST(PathNotation, QuotedTextsThatAreNoPathWithKeysAreStrings) {
     }
 }
 
-TEST(PathNotation, TruthIsReadInAnyCase) {
+TEST(PathText, TruthIsReadInAnyCase) {
     EXPECT_EQ(parse_path("C.a=true,b=False").keys,
               (std::vector<Property>{{"a", "boolean", {true}}, {"b", "boolean", {false}}}));
 }
 
-TEST(PathNotation, WritesWhatIsNeverRead) {
+TEST(PathText, WritesWhatIsNeverRead) {
     EXPECT_EQ(path_text(path("C", {{"k", "string", {}}})), "C.k=NULL");
     EXPECT_EQ(path_text(path("C", {{"k", "uint8[]", {Value::Array{{std::uint64_t{1}}, {std::uint64_t{2}}}}}})),
               "C.k={1, 2}");
@@ -120,7 +120,7 @@ constexpr std::array malformed{
     Malformed{R"(Class.k="v"x)", "12: expected ',' and another key, or the end"},
 };
 
-TEST(PathNotation, ErrorsTellPositionAndExpectation) {
+TEST(PathText, ErrorsTellPositionAndExpectation) {
     for (const Malformed& row : malformed) {
         SCOPED_TRACE(row.text);
         try {
@@ -132,7 +132,7 @@ TEST(PathNotation, ErrorsTellPositionAndExpectation) {
     }
 }
 
-TEST(PathNotation, LongTextsAreReadInOneGo) {
+TEST(PathText, LongTextsAreReadInOneGo) {
     const std::string content(1'000'000, '"');
     const Object object = path("C", {string_property("k", content)});
     EXPECT_EQ(parse_path(path_text(object)), object);

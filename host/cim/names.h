@@ -1,4 +1,4 @@
-// CIM names as keys of a map: compared without regard to case.
+// CIM names: compared without regard to case, also as keys of a map.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace cmpihost::mof {
+namespace cmpihost {
 
 /// An ASCII letter in lower case, whatever the locale.
 constexpr char lower(char c) {
@@ -14,7 +14,7 @@ constexpr char lower(char c) {
 }
 
 /// Whether two CIM names are the same.
-constexpr bool equal_names(std::string_view a, std::string_view b) {
+constexpr bool same_name(std::string_view a, std::string_view b) {
     if (a.size() != b.size())
         return false;
     for (std::size_t i = 0; i < a.size(); ++i)
@@ -33,10 +33,10 @@ struct NameTraits {
             hash = hash * 33 + static_cast<unsigned char>(lower(c));
         return hash;
     }
-    bool operator()(std::string_view a, std::string_view b) const { return equal_names(a, b); }
+    bool operator()(std::string_view a, std::string_view b) const { return same_name(a, b); }
 };
 
-template <typename T>
+template <class T>
 using NameMap = std::unordered_map<std::string, T, NameTraits, NameTraits>;
 
-} // namespace cmpihost::mof
+} // namespace cmpihost

@@ -1,6 +1,6 @@
-#include "host/objectpath.h"
+#include "host/cim/path_text.h"
 
-#include "host/broker/names.h"
+#include "host/cim/names.h"
 
 #include <array>
 #include <charconv>

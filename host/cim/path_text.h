@@ -1,7 +1,7 @@
 // Object paths as text: //host/namespace:Class.key="text",number=5,flag=TRUE,reference="Other.key=\"text\""
 #pragma once
 
-#include "host/broker/broker.h"
+#include "host/cim/object.h"
 
 #include <stdexcept>
 

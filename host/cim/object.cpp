@@ -1,22 +1,10 @@
-// Plain values: comparing them and finding them by name.
-#include "host/broker/names.h"
+#include "host/cim/object.h"
+
+#include "host/cim/names.h"
 
 #include <algorithm>
 
 namespace cmpihost {
-
-namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-} // namespace
-
-bool same_name(std::string_view a, std::string_view b) {
-    return a.size() == b.size() &&
-           std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return x == y || lower(x) == lower(y); });
-}
 
 const Property* find_by_name(const std::vector<Property>& values, std::string_view name) {
     const auto found = std::find_if(values.begin(), values.end(),
