@@ -15,13 +15,13 @@ Property reference(const std::string& name, const Object& object) {
     return {name, "reference", {std::make_shared<const Object>(object)}};
 }
 
-struct Row {
+struct NotationRow {
     const char* text;
     Object object;
 };
 
 /// Texts that are written exactly as they are read.
-std::vector<Row> round_trips() {
+std::vector<NotationRow> round_trips() {
     return {
         {"Class", path("Class")},
         {"_Class_1", path("_Class_1")},
@@ -51,7 +51,7 @@ std::vector<Row> round_trips() {
 }
 
 TEST(PathNotation, ReadsAndWrites) {
-    for (const Row& row : round_trips()) {
+    for (const NotationRow& row : round_trips()) {
         SCOPED_TRACE(row.text);
         EXPECT_EQ(parse_path(row.text), row.object);
         EXPECT_EQ(path_text(row.object), row.text);

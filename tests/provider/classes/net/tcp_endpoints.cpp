@@ -38,8 +38,6 @@ Rows without_connection(Rows rows) {
     return rows;
 }
 
-} // namespace
-
 TEST_F(TcpProtocolEndpoint, InstanceTracesEntryAndExit) {
     build(fcip::tcp_pe_build_instance);
     EXPECT_EQ(trace, "Entering tcp_pe_build_instance\nExiting tcp_pe_build_instance\n");
@@ -175,3 +173,5 @@ TEST_F(RemoteTcpPort, AllAreNullWithoutProfile) {
     }
     EXPECT_EQ(scope.objects_made(), 0U);
 }
+
+} // namespace
