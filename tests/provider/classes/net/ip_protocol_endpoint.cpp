@@ -160,7 +160,7 @@ TEST_F(IpProtocolEndpoint, EthernetQueriesAskForTheEthernetInterface) {
     EXPECT_EQ(without(found, "MaxTransmissionUnit"), without(expected, "MaxTransmissionUnit"));
 }
 
-TEST_F(IpProtocolEndpoint, UnknownPortLeavesTheInstanceAnEmptySystemNameButThePathUnknown) {
+TEST_F(IpProtocolEndpoint, UnknownPortIsAnEmptySystemNameAndUnknownInThePath) {
     the_switch().ports.erase(fcip_1);
     EXPECT_EQ(rows_of(build(ip_pe_build_instance)), with(tunnel_1_properties, "SystemName", ""));
     EXPECT_EQ(trace.substr(0, trace.find("\ntol")), "Entering ip_pe_build_instance\nerror : pm_cim_get_port_info ");
@@ -171,7 +171,7 @@ TEST_F(IpProtocolEndpoint, UnknownPortLeavesTheInstanceAnEmptySystemNameButThePa
                      "Exiting ip_pe_fill_reference\n");
 }
 
-TEST_F(IpProtocolEndpoint, UnknownDomainLeavesTheInstanceTheTextNullButThePathUnknown) {
+TEST_F(IpProtocolEndpoint, UnknownDomainIsTheTextNullAndUnknownInThePath) {
     the_switch().vsans.at(1).domain.reset();
     EXPECT_EQ(rows_of(build(ip_pe_build_instance)), with(tunnel_1_properties, "SystemName", "NULL"));
     EXPECT_EQ(rows_of(build(ip_pe_fill_reference)), with(tunnel_1_keys, "SystemName", "Unknown"));

@@ -66,13 +66,13 @@ TEST_F(RemoteIpServiceAccessPoint, NameIsCutAfter58Characters) {
     EXPECT_EQ(value_of(build(ip_remote_pe_build_instance), "AccessInfo"), "2001:db8:7777:8888:9999:aaaa:bbbb:cccc");
 }
 
-TEST_F(RemoteIpServiceAccessPoint, UnknownPortLeavesTheInstanceAnEmptySystemNameButThePathUnknown) {
+TEST_F(RemoteIpServiceAccessPoint, UnknownPortIsAnEmptySystemNameAndUnknownInThePath) {
     the_switch().ports.erase(fcip_1);
     EXPECT_EQ(rows_of(build(ip_remote_pe_build_instance)), with(tunnel_1_properties, "SystemName", ""));
     EXPECT_EQ(rows_of(build(ip_remote_pe_fill_reference)), with(tunnel_1_keys, "SystemName", "Unknown"));
 }
 
-TEST_F(RemoteIpServiceAccessPoint, UnknownDomainGivesTheInstanceTheSystemNameNullButThePathUnknown) {
+TEST_F(RemoteIpServiceAccessPoint, UnknownDomainIsTheTextNullAndUnknownInThePath) {
     the_switch().vsans.at(1).domain.reset();
     EXPECT_EQ(rows_of(build(ip_remote_pe_build_instance)), with(tunnel_1_properties, "SystemName", "NULL"));
     EXPECT_EQ(rows_of(build(ip_remote_pe_fill_reference)), with(tunnel_1_keys, "SystemName", "Unknown"));

@@ -83,7 +83,7 @@ TEST_F(TcpProtocolEndpoint, ConnectionIsLookedUpByProfileLinkAndBothPorts) {
     }
 }
 
-TEST_F(TcpProtocolEndpoint, UnknownSystemIsLeftOutOfTheInstanceAndNamedAfterItsClassInThePath) {
+TEST_F(TcpProtocolEndpoint, UnknownSystemIsLeftOutAndTheClassInThePath) {
     the_switch().vsans.at(1).domain.reset();
     EXPECT_EQ(rows_of(build(fcip::tcp_pe_build_instance, link(tunnel_3))), without(local_properties, "SystemName"));
     EXPECT_EQ(rows_of(build(fcip::tcp_pe_fill_reference, link(tunnel_3))),
