@@ -14,12 +14,12 @@ namespace {
 
 using namespace test;
 
-struct ServedClass {
+struct TableOfClass {
     const char* name;
     std::size_t object; ///< which of those that the enumerations answer
 };
 
-constexpr ServedClass served_classes[] = {
+constexpr TableOfClass tables_of_classes[] = {
     {"ZANTO_FCIPProtocolEndPoint", 1},
     {"ZANTO_RemoteFCIPPort", 1},
     {"ZANTO_FCIPProfile", 0},
@@ -65,7 +65,7 @@ class ClassTables : public RequestTest {
         return "  get: another of class " + object.class_name + "\n" + table(object.properties);
     }
 
-    std::string tables_of(const ServedClass& served) {
+    std::string tables_of(const TableOfClass& served) {
         const auto names = enumerate_names(served.name);
         const auto instances = enumerate_instances(served.name);
         EXPECT_EQ(names.objects.size(), instances.objects.size());
@@ -80,7 +80,7 @@ class ClassTables : public RequestTest {
 
 TEST_F(ClassTables, AreWhatBothEnumerationsAndTheGetAnswer) {
     std::string tables;
-    for (const ServedClass& served : served_classes) {
+    for (const TableOfClass& served : tables_of_classes) {
         SCOPED_TRACE(served.name);
         tables += tables_of(served);
     }

@@ -19,7 +19,7 @@ class StandardError : public RequestTest {
     }
 };
 
-TEST_F(StandardError, StaysEmptyForEveryRequestWithEveryPlatformFunctionFailing) {
+TEST_F(StandardError, StaysEmptyWithEveryPlatformFunctionFailing) {
     const auto requests = all_requests();
     const auto ask_all = [&] {
         for (const auto& request : requests)

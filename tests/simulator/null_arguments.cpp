@@ -10,7 +10,7 @@ struct NullArgument {
 };
 
 // What the calls are given beside the null.
-char text[256];
+char output[256];
 std::uint8_t bytes[4096];
 const std::uint32_t link_key[2] = {1, 0};
 const std::uint32_t port_key[2] = {gigabit, gigabit};
@@ -65,7 +65,7 @@ const NullArgument null_arguments[] = {
     {"pm_cmi_get_port_config: the out pointer is null",
      [] { return pm_cmi_get_port_config(mts_q, 1, 1, port_key, &word, nullptr, 4); }},
     {"pm_cim_get_network_address: the buffer is null", [] { return pm_cim_get_network_address(nullptr, &port, 2); }},
-    {"pm_cim_get_network_address: the port is null", [] { return pm_cim_get_network_address(text, nullptr, 2); }},
+    {"pm_cim_get_network_address: the port is null", [] { return pm_cim_get_network_address(output, nullptr, 2); }},
     {"pm_get_clear_eth_stats: the counter buffer is null",
      [] { return pm_get_clear_eth_stats(mts_q, gigabit, gigabit, 1, nullptr); }},
     {"pm_get_port_counters: the out pointer is null",
@@ -74,17 +74,17 @@ const NullArgument null_arguments[] = {
     {"vsan_cim_get_vsanEntry: the VSAN entry is null",
      [] { return vsan_cim_get_vsanEntry(mts_q, platform_exact, nullptr); }},
     {"vsan_cim_get_vsan_key: the key is null", [] { return vsan_cim_get_vsan_key(nullptr, bytes, bytes); }},
-    {"vsan_cim_get_vsan_key: the VSAN entry is null", [] { return vsan_cim_get_vsan_key(text, nullptr, bytes); }},
-    {"vsan_cim_get_vsan_key: the domain entry is null", [] { return vsan_cim_get_vsan_key(text, bytes, nullptr); }},
+    {"vsan_cim_get_vsan_key: the VSAN entry is null", [] { return vsan_cim_get_vsan_key(output, nullptr, bytes); }},
+    {"vsan_cim_get_vsan_key: the domain entry is null", [] { return vsan_cim_get_vsan_key(output, bytes, nullptr); }},
     {"vsan_cim_get_vsan_admindomain_key: the key is null",
      [] { return vsan_cim_get_vsan_admindomain_key(nullptr, bytes); }},
     {"vsan_cim_get_vsan_admindomain_key: the domain entry is null",
-     [] { return vsan_cim_get_vsan_admindomain_key(text, nullptr); }},
+     [] { return vsan_cim_get_vsan_admindomain_key(output, nullptr); }},
     {"dm_cim_get_dmEntry: the domain entry is null", [] { return dm_cim_get_dmEntry(mts_q, 1, 1, nullptr); }},
 
     {"system_cim_get_switch_wwn: the WWN is null", [] { return system_cim_get_switch_wwn(mts_q, nullptr); }},
     {"cim_sprintf_wwn: the text is null", [] { return cim_sprintf_wwn(nullptr, bytes); }},
-    {"cim_sprintf_wwn: the WWN is null", [] { return cim_sprintf_wwn(text, nullptr); }},
+    {"cim_sprintf_wwn: the WWN is null", [] { return cim_sprintf_wwn(output, nullptr); }},
 
     {"if_index_get_slot: the result is null", [] { return if_index_get_slot(gigabit, nullptr); }},
     {"if_index_get_port: the result is null", [] { return if_index_get_port(gigabit, nullptr); }},
@@ -103,8 +103,8 @@ const NullArgument null_arguments[] = {
      [] { return cmi_req_resp(873, 1, 0, &out, nullptr, 0, 0, 35, mts_q, 5); }},
     {"ip_addr_to_str: the address is null", // which it has no code for: the buffer stays as it is
      [] {
-         std::strcpy(text, "untouched");
-         return ip_addr_to_str(nullptr, text, 64) == text && std::strcmp(text, "untouched") == 0 ? -1 : 0;
+         std::strcpy(output, "untouched");
+         return ip_addr_to_str(nullptr, output, 64) == output && std::strcmp(output, "untouched") == 0 ? -1 : 0;
      }},
     {"ip_addr_to_str: the buffer is null",
      [] { return ip_addr_to_str(&inet_addr_null, nullptr, 64) == nullptr ? -1 : 0; }},

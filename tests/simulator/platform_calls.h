@@ -37,7 +37,7 @@ inline std::optional<std::vector<std::uint8_t>> bytes_of(void* record, std::size
 }
 
 // What the calls write to, between them.
-inline char text[256];
+inline char text_buffer[256];
 inline std::uint8_t entry[4096];
 inline std::uint8_t byte;
 inline mts_msg message;
@@ -77,10 +77,11 @@ inline std::vector<PlatformCall> fcip_service_calls() {
              void* reply = nullptr;
              std::uint32_t length = 0;
              const int result =
-                 fcip_send_recv_with_mts_q(8946, &destination, &id, sizeof id, mts_q, &reply, &length, text);
+                 fcip_send_recv_with_mts_q(8946, &destination, &id, sizeof id, mts_q, &reply, &length, text_buffer);
              return Outcome{result, bytes_of(reply, length)};
          }},
-        {"fcip_if_str", Takes::nothing, 0, [] { return Outcome{fcip_if_str(gigabit, text) == text ? 0 : -1}; }},
+        {"fcip_if_str", Takes::nothing, 0,
+         [] { return Outcome{fcip_if_str(gigabit, text_buffer) == text_buffer ? 0 : -1}; }},
     };
 }
 
@@ -109,7 +110,7 @@ inline std::vector<PlatformCall> port_manager_calls() {
          [] {
              PmPortInfo port{};
              std::memcpy(port.bytes, &gigabit, sizeof gigabit);
-             return Outcome{pm_cim_get_network_address(text, &port, 2)};
+             return Outcome{pm_cim_get_network_address(text_buffer, &port, 2)};
          }},
         {"pm_get_clear_eth_stats", Takes::faults, 0,
          [] { return Outcome{pm_get_clear_eth_stats(mts_q, gigabit, gigabit, 1, entry)}; }},
@@ -130,15 +131,16 @@ inline std::vector<PlatformCall> vsan_and_identity_calls() {
              std::memcpy(entry, &id, sizeof id);
              return Outcome{vsan_cim_get_vsanEntry(mts_q, platform_exact, entry)};
          }},
-        {"vsan_cim_get_vsan_key", Takes::faults, 0, [] { return Outcome{vsan_cim_get_vsan_key(text, entry, entry)}; }},
+        {"vsan_cim_get_vsan_key", Takes::faults, 0,
+         [] { return Outcome{vsan_cim_get_vsan_key(text_buffer, entry, entry)}; }},
         {"dm_cim_get_dmEntry", Takes::faults, 0, [] { return Outcome{dm_cim_get_dmEntry(mts_q, 1, 1, entry)}; }},
         {"vsan_cim_get_vsan_admindomain_key", Takes::faults, 0,
-         [] { return Outcome{vsan_cim_get_vsan_admindomain_key(text, entry)}; }},
+         [] { return Outcome{vsan_cim_get_vsan_admindomain_key(text_buffer, entry)}; }},
         {"getCSName", Takes::faults_as_null, 0, [] { return Outcome{getCSName() ? 0 : -1}; }},
         {"CSgetName", Takes::faults_as_null, 0, [] { return Outcome{CSgetName(mts_q) ? 0 : -1}; }},
         {"system_cim_get_switch_wwn", Takes::faults, 0,
          [] { return Outcome{system_cim_get_switch_wwn(mts_q, entry)}; }},
-        {"cim_sprintf_wwn", Takes::faults, 0, [] { return Outcome{cim_sprintf_wwn(text, entry)}; }},
+        {"cim_sprintf_wwn", Takes::faults, 0, [] { return Outcome{cim_sprintf_wwn(text_buffer, entry)}; }},
     };
 }
 
@@ -149,8 +151,8 @@ inline std::vector<PlatformCall> interface_calls() {
         {"if_index_get_type", Takes::faults, 0, [] { return Outcome{if_index_get_type(gigabit, entry)}; }},
         {"hton_if_index", Takes::nothing, 0, [] { return Outcome{hton_if_index(0) == 0 ? 0 : -1}; }},
         {"idxmap_node_by_if_index", Takes::faults, 0, [] { return Outcome{idxmap_node_by_if_index(gigabit, entry)}; }},
-        {"sprintf_if_index", Takes::faults, 0, [] { return Outcome{sprintf_if_index(text, gigabit)}; }},
-        {"netcfg_print_ifname", Takes::faults, 0, [] { return Outcome{netcfg_print_ifname(text, gigabit)}; }},
+        {"sprintf_if_index", Takes::faults, 0, [] { return Outcome{sprintf_if_index(text_buffer, gigabit)}; }},
+        {"netcfg_print_ifname", Takes::faults, 0, [] { return Outcome{netcfg_print_ifname(text_buffer, gigabit)}; }},
         {"ipconf_get_intf_ip_address", Takes::faults_on_record, 8,
          [] {
              void* record = nullptr;
@@ -171,7 +173,9 @@ inline std::vector<PlatformCall> interface_calls() {
              return Outcome{result, bytes_of(reply, length)};
          }},
         {"ip_addr_to_str", Takes::nothing, 0,
-         [] { return Outcome{ip_addr_to_str(&inet_addr_null, text, sizeof text) == text ? 0 : -1}; }},
+         [] {
+             return Outcome{ip_addr_to_str(&inet_addr_null, text_buffer, sizeof text_buffer) == text_buffer ? 0 : -1};
+         }},
         {"ip_addr_compare", Takes::nothing, 0,
          [] { return Outcome{ip_addr_compare(&inet_addr_null, &inet_addr_null)}; }},
     };

@@ -78,7 +78,7 @@ class ClassTest : public ProviderTest {
     template <typename Make>
     Rows made_by(Make make) {
         const cmpihost::CallScope own;
-        const Rows made = rows_of(make());
+        Rows made = rows_of(make());
         EXPECT_FALSE(made.empty());
         switchsim::clear_counts();
         return made;

@@ -104,22 +104,22 @@ TEST(Loader, MissingFactoriesAreNamed) {
                                                   "Name_Create_AssociationMI");
 }
 
-struct Row {
+struct RefusalRow {
     const char* name;
     const char* error;
 };
 
 TEST(Loader, UnusableInterfacesAreRefused) {
     constexpr std::array rows{
-        Row{"OldTable", "ftVersion of the MI of OldTable_Create_InstanceMI() is 86, expected 100 to 200"},
-        Row{"OldMi", "miVersion of the MI of OldMi_Create_InstanceMI() is 99, expected 100 to 200"},
-        Row{"TooNewTable", "ftVersion of the MI of TooNewTable_Create_InstanceMI() is 201, expected 100 to 200"},
-        Row{"TooNewMi", "miVersion of the MI of TooNewMi_Create_InstanceMI() is 210, expected 100 to 200"},
-        Row{"NoMi", "NoMi_Create_InstanceMI() made no MI"},
-        Row{"NoTable", "the MI of NoTable_Create_InstanceMI() has no function table"},
-        Row{"NoAssociations", "NoAssociations_Create_AssociationMI() made no MI"},
+        RefusalRow{"OldTable", "ftVersion of the MI of OldTable_Create_InstanceMI() is 86, expected 100 to 200"},
+        RefusalRow{"OldMi", "miVersion of the MI of OldMi_Create_InstanceMI() is 99, expected 100 to 200"},
+        RefusalRow{"TooNewTable", "ftVersion of the MI of TooNewTable_Create_InstanceMI() is 201, expected 100 to 200"},
+        RefusalRow{"TooNewMi", "miVersion of the MI of TooNewMi_Create_InstanceMI() is 210, expected 100 to 200"},
+        RefusalRow{"NoMi", "NoMi_Create_InstanceMI() made no MI"},
+        RefusalRow{"NoTable", "the MI of NoTable_Create_InstanceMI() has no function table"},
+        RefusalRow{"NoAssociations", "NoAssociations_Create_AssociationMI() made no MI"},
     };
-    for (const Row& row : rows)
+    for (const RefusalRow& row : rows)
         EXPECT_EQ(error_of(odd, row.name), row.error);
 }
 

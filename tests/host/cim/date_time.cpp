@@ -8,7 +8,7 @@
 namespace cmpihost {
 namespace {
 
-struct Row {
+struct DateTimeRow {
     const char* text;
     std::int64_t microseconds;
     bool interval;
@@ -18,20 +18,20 @@ struct Row {
 constexpr std::int64_t day = 86'400'000'000;
 
 constexpr std::array rows{
-    Row{"19700101000000.000000+000", 0, false, 0},
-    Row{"19700102000000.000001+000", day + 1, false, 0},
-    Row{"19700101010000.000000+060", 0, false, 60},
-    Row{"19691231190000.000000-300", 0, false, -300},
-    Row{"19691231235959.999999+000", -1, false, 0},
-    Row{"20000229120000.500000+000", 11'016 * day + day / 2 + 500'000, false, 0},
-    Row{"99991231235959.999999+000", 2'932'897 * day - 1, false, 0},
-    Row{"00000000000000.000000:000", 0, true, 0},
-    Row{"00000001020304.000005:000", day + 7'384'000'005, true, 0},
-    Row{"99999999235959.999999:000", 100'000'000 * day - 1, true, 0},
+    DateTimeRow{"19700101000000.000000+000", 0, false, 0},
+    DateTimeRow{"19700102000000.000001+000", day + 1, false, 0},
+    DateTimeRow{"19700101010000.000000+060", 0, false, 60},
+    DateTimeRow{"19691231190000.000000-300", 0, false, -300},
+    DateTimeRow{"19691231235959.999999+000", -1, false, 0},
+    DateTimeRow{"20000229120000.500000+000", 11'016 * day + day / 2 + 500'000, false, 0},
+    DateTimeRow{"99991231235959.999999+000", 2'932'897 * day - 1, false, 0},
+    DateTimeRow{"00000000000000.000000:000", 0, true, 0},
+    DateTimeRow{"00000001020304.000005:000", day + 7'384'000'005, true, 0},
+    DateTimeRow{"99999999235959.999999:000", 100'000'000 * day - 1, true, 0},
 };
 
 TEST(DateTimeText, GoesBothWays) {
-    for (const Row& row : rows) {
+    for (const DateTimeRow& row : rows) {
         SCOPED_TRACE(row.text);
         const auto parsed = parse_date_time(row.text);
         ASSERT_TRUE(parsed.has_value());

@@ -7,13 +7,13 @@
 namespace cmpihost {
 namespace {
 
-struct Row {
+struct UsageRow {
     std::vector<std::string> arguments;
     const char* error;
 };
 
 TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
-    const std::vector<Row> rows{
+    const std::vector<UsageRow> rows{
         {{}, "a VERB is needed"},
         {{"ei"}, "ei needs an OBJECT"},
         {{"ei", ""}, "ei needs an OBJECT"},
@@ -47,7 +47,7 @@ TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
         {{"ei", "C", "--schema", "f"}, "--schema goes with classes, graph or --check only"},
         {{"ei", "C", "--deviations", "f"}, "--deviations goes with --check only"},
     };
-    for (const Row& row : rows) {
+    for (const UsageRow& row : rows) {
         SCOPED_TRACE(row.error);
         const Outcome outcome = cmpihost_with(row.arguments);
         EXPECT_EQ(outcome.exit_code, 2);

@@ -14,13 +14,13 @@ Value reference_to(const Object& object) {
     return {std::make_shared<const Object>(object)};
 }
 
-struct ValueRow {
+struct OutputRow {
     Property property;
     const char* text;
     const char* mof;
 };
 
-std::vector<ValueRow> values() {
+std::vector<OutputRow> values() {
     const auto of = [](const char* type, Value value) { return Property{"P", type, std::move(value)}; };
     return {
         {of("string", {}), "NULL", "NULL"},
@@ -53,7 +53,7 @@ std::vector<ValueRow> values() {
 }
 
 TEST(OutputValues, AsTextAndAsMof) {
-    for (const ValueRow& row : values()) {
+    for (const OutputRow& row : values()) {
         SCOPED_TRACE(row.mof);
         EXPECT_EQ(text_value(row.property), row.text);
         EXPECT_EQ(mof_value(row.property), row.mof);

@@ -250,7 +250,7 @@ TEST(MofDeviations, AreLinesThatAreNoComments) {
               (Lines{"Z: class is abstract", "A.c: is no key"}));
 }
 
-std::string refusal_of_deviations(const std::string& path) {
+std::string deviations_refusal(const std::string& path) {
     const auto read = Deviations::read(path);
     const Error* error = std::get_if<Error>(&read);
     return error ? error->text() : "(read)";
@@ -258,21 +258,21 @@ std::string refusal_of_deviations(const std::string& path) {
 
 TEST(MofDeviations, ALineThatIsNoFindingIsRefused) {
     const DeviationsFile file("# why\nnonsense\n");
-    EXPECT_EQ(refusal_of_deviations(file.path()),
+    EXPECT_EQ(deviations_refusal(file.path()),
               file.path() + ":2:1: nonsense, expected CLASS: WHAT, CLASS.NAME: WHAT, or # and a comment");
 }
 
 TEST(MofDeviations, ALineTwiceIsRefused) {
     const DeviationsFile file("A: class is abstract\nA: class is abstract\n");
-    EXPECT_EQ(refusal_of_deviations(file.path()), file.path() + ":2:1: A: class is abstract is there twice");
+    EXPECT_EQ(deviations_refusal(file.path()), file.path() + ":2:1: A: class is abstract is there twice");
 }
 
 TEST(MofDeviations, AMissingFileIsNamed) {
-    EXPECT_EQ(refusal_of_deviations("/no/such.txt"), "/no/such.txt: cannot be read: No such file or directory");
+    EXPECT_EQ(deviations_refusal("/no/such.txt"), "/no/such.txt: cannot be read: No such file or directory");
 }
 
 TEST(MofDeviations, AFolderIsNoFile) {
-    EXPECT_EQ(refusal_of_deviations("/"), "/: cannot be read, expected a file with text");
+    EXPECT_EQ(deviations_refusal("/"), "/: cannot be read, expected a file with text");
 }
 
 } // namespace

@@ -6,6 +6,9 @@
 
 namespace fcip {
 
+/// What tests put where a call is to write nothing.
+inline constexpr std::uint32_t untouched = 0xA5A5A5A5;
+
 class AccessTest : public test::ProviderTest {
   protected:
     void SetUp() override {

@@ -11,7 +11,7 @@ ipc_fake the_fake;
 
 namespace {
 
-constexpr std::uint32_t token = 0x7050;
+constexpr std::uint32_t request_token = 0x7050;
 constexpr std::uint32_t own_sap = 0x01020304;
 
 int handles[3];
@@ -77,7 +77,7 @@ int mts_recv(mts_queue queue, mts_msg* received, const mts_recv_options* options
 
 std::uint32_t mts_rr_token_get(const mts_msg* message) {
     write_down(find(message).front() == 'r' ? "token of request" : "token of something else");
-    return token;
+    return request_token;
 }
 
 void* mts_payload_get(const mts_msg* message) {

@@ -34,8 +34,6 @@ namespace {
 
 using names = std::vector<std::string>;
 
-constexpr std::uint32_t untouched = 0xA5A5A5A5;
-
 const std::string ip_pairs = "Ip:\nIp: 1 64 7 8\nIcmp:\nIcmp: 21 22\nTcp:\nTcp: 31 32\nUdp:\nUdp: 41 42\n";
 
 template <typename Counters>

@@ -46,8 +46,6 @@ const std::string icmp_msg_pair = "IcmpMsg: InType3 OutType3\nIcmpMsg: 5 6\n";
 const std::string tcp_pair = "Tcp: RtoAlgorithm RtoMin\n" + numbers("Tcp:", 301, 14);
 const std::string udp_pair = "Udp: InDatagrams NoPorts\n" + numbers("Udp:", 401, 4);
 
-constexpr std::uint32_t untouched = 0xA5A5A5A5;
-
 /// The four IPv4-side records, filled with a mark.
 struct ip_records {
     ipv4_counters ip;

@@ -40,8 +40,6 @@ namespace {
 
 using switchsim::Fault;
 
-constexpr std::uint32_t untouched = 0xA5A5A5A5;
-
 class Ports : public AccessTest {
   protected:
     static switchsim::Port& port(std::uint32_t if_index, std::uint8_t kind = interface_kind_ethernet) {

@@ -11,7 +11,7 @@ namespace {
 using switchsim::Fault;
 using test::Rows;
 
-constexpr std::uint32_t if_index = 5;
+constexpr std::uint32_t fcip_if_index = 5;
 
 class Systems : public AccessTest {
   protected:
@@ -19,12 +19,12 @@ class Systems : public AccessTest {
         AccessTest::SetUp();
         the_switch().name = "switch-a";
         the_switch().wwn = {0x20, 0, 0, 0x00, 0x5e, 0xaa, 0, 1};
-        the_switch().ports[if_index].vsan_id = 20;
+        the_switch().ports[fcip_if_index].vsan_id = 20;
         the_switch().vsans[20] = {"VSAN0020", "201400005EAA0001"};
         std::memset(buffer_, 'x', sizeof buffer_);
     }
 
-    int get_wwn(std::uint32_t index = if_index) {
+    int get_wwn(std::uint32_t index = fcip_if_index) {
         return call([&] { return get_vsan_wwn(index, buffer_); });
     }
 
@@ -92,10 +92,10 @@ TEST_F(Systems, SystemNameTextIsWhateverIsLeft) {
     const auto text = [&](std::uint32_t index) {
         return std::string(call([&] { return vsan_system_name(index); }).data());
     };
-    EXPECT_EQ(text(if_index), "201400005EAA0001");
+    EXPECT_EQ(text(fcip_if_index), "201400005EAA0001");
     EXPECT_EQ(text(99), "");
     the_switch().vsans[20].domain = std::nullopt;
-    EXPECT_EQ(text(if_index), "NULL");
+    EXPECT_EQ(text(fcip_if_index), "NULL");
 }
 
 TEST_F(Systems, SystemNameKeyTakesTheFallbackWhereTheNameCannotBeHad) {
@@ -104,10 +104,10 @@ TEST_F(Systems, SystemNameKeyTakesTheFallbackWhereTheNameCannotBeHad) {
         call([&] { add_system_name_key(path, index, "Unknown"); });
         return keys(path);
     };
-    EXPECT_EQ(key(if_index), (Rows{{"SystemName", "string", "201400005EAA0001"}}));
+    EXPECT_EQ(key(fcip_if_index), (Rows{{"SystemName", "string", "201400005EAA0001"}}));
     EXPECT_EQ(key(99), (Rows{{"SystemName", "string", "Unknown"}}));
     the_switch().vsans[20].domain = std::nullopt;
-    EXPECT_EQ(key(if_index), (Rows{{"SystemName", "string", "Unknown"}}));
+    EXPECT_EQ(key(fcip_if_index), (Rows{{"SystemName", "string", "Unknown"}}));
 }
 
 // ---------------------------------------------------------------------------------------------- logical systems
@@ -115,16 +115,16 @@ TEST_F(Systems, SystemNameKeyTakesTheFallbackWhereTheNameCannotBeHad) {
 /// The instance and the path are made alike; each test looks at both.
 class LogicalSystems : public Systems {
   protected:
-    CMPIInstance* instance(std::uint32_t index = if_index, const char** properties = nullptr) {
+    CMPIInstance* instance(std::uint32_t index = fcip_if_index, const char** properties = nullptr) {
         return call([&] { return get_logical_computer_instance(index, "root/cimv2", properties, cmpihost::broker()); });
     }
 
-    CMPIObjectPath* path(std::uint32_t index = if_index) {
+    CMPIObjectPath* path(std::uint32_t index = fcip_if_index) {
         return call([&] { return get_logical_computer_keys(index, "root/cimv2", cmpihost::broker()); });
     }
 
     /// Calls both and expects -1 from both, and what they print behind "Entering".
-    void expect_minus_one(const std::string& text, std::uint32_t index = if_index) {
+    void expect_minus_one(const std::string& text, std::uint32_t index = fcip_if_index) {
         EXPECT_EQ(instance(index), minus_one<CMPIInstance>());
         EXPECT_EQ(trace, "Entering get_logical_computer_instance\n" + text);
         EXPECT_EQ(path(index), minus_one<CMPIObjectPath>());
@@ -143,7 +143,7 @@ TEST_F(LogicalSystems, InstanceIsThePlatformsForTheVsansKey) {
 
 TEST_F(LogicalSystems, PropertyListIsPassedThrough) {
     const char* wanted[] = {"NameFormat", nullptr};
-    const auto object = cmpihost::describe(instance(if_index, wanted));
+    const auto object = cmpihost::describe(instance(fcip_if_index, wanted));
     EXPECT_NE(object.property("NameFormat"), nullptr);
     EXPECT_EQ(object.property("ElementName"), nullptr);
 }

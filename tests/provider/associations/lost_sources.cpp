@@ -163,7 +163,7 @@ class LostSources : public AssociationTest {
 //
 // Rows of zeroes answer an object in two places: the TCP statistics read the link again by its index 0, and the
 // physical switch needs no link.
-constexpr const char* expected = R"(
+constexpr const char* lost_sources_table = R"(
 get_fcip_pe           ZANTO_FCIPElementSettingData        1111 00-- .... 00-- 1111 1111
 get_fcip_pe           ZANTO_FCIPTCPEndpoint               1111 00-- .... 00-- 1111 1111
 get_fcip_pe           ZANTO_SANFCIPEndpoint               1111 00-- .... 00-- 1111 1111
@@ -206,7 +206,7 @@ get_profile           ZANTO_FCIPPEBasedOn                 1111 00-- 00-- 00-- 11
 )";
 
 TEST_F(LostSources, AreAnsweredByEachBranchOfEachMemberAsTheTableSays) {
-    EXPECT_EQ(picture(), expected);
+    EXPECT_EQ(picture(), lost_sources_table);
     EXPECT_EQ(called.size(), members().size());
 }
 

@@ -67,14 +67,14 @@ const Calls interface_name = {{"sprintf_if_index"}};
 const Calls network_address = {{"if_index_get_type"}, {"pm_cim_get_network_address"}};
 
 template <typename Builder>
-struct Row {
+struct BuilderCalls {
     const char* name;
     Builder* build;
     Calls calls;
 };
 
 // clang-format off
-const Row<InstanceBuilder> instance_rows[] = {
+const BuilderCalls<InstanceBuilder> instance_calls[] = {
     {"fcip_pe_build_instance", of_link<fcip::fcip_pe_build_instance>,
      profile + host + system_name + local_address + peer_address + wwn + switch_wwn},
     {"fcip_remote_pe_build_instance", of_link<fcip::fcip_remote_pe_build_instance>,
@@ -109,7 +109,7 @@ const Row<InstanceBuilder> instance_rows[] = {
      Calls{{"pm_get_port_counters", "nnn"}} + host + one_reply + interface_name},
 };
 
-const Row<PathBuilder> path_rows[] = {
+const BuilderCalls<PathBuilder> path_calls[] = {
     {"fcip_pe_fill_reference", of_link<fcip::fcip_pe_fill_reference>, // no host
      profile + system_name + peer_address + local_address},
     {"fcip_remote_pe_fill_reference", of_link<fcip::fcip_remote_pe_fill_reference>, // no host
@@ -174,12 +174,12 @@ class PlatformCalls : public ClassTest {
     }
 };
 
-class CallsForInstances : public PlatformCalls, public testing::WithParamInterface<Row<InstanceBuilder>> {};
-class CallsForPaths : public PlatformCalls, public testing::WithParamInterface<Row<PathBuilder>> {};
+class CallsForInstances : public PlatformCalls, public testing::WithParamInterface<BuilderCalls<InstanceBuilder>> {};
+class CallsForPaths : public PlatformCalls, public testing::WithParamInterface<BuilderCalls<PathBuilder>> {};
 
-INSTANTIATE_TEST_SUITE_P(Builders, CallsForInstances, testing::ValuesIn(instance_rows),
+INSTANTIATE_TEST_SUITE_P(Builders, CallsForInstances, testing::ValuesIn(instance_calls),
                          [](const auto& row) { return row.param.name; });
-INSTANTIATE_TEST_SUITE_P(Builders, CallsForPaths, testing::ValuesIn(path_rows),
+INSTANTIATE_TEST_SUITE_P(Builders, CallsForPaths, testing::ValuesIn(path_calls),
                          [](const auto& row) { return row.param.name; });
 
 TEST_P(CallsForInstances, OrderAndAnswersToFaults) {

@@ -71,7 +71,7 @@ TEST_F(FcipProtocolEndpoint, LongIpv6AddressIsCutTo19CharactersInThePathOnly) {
     EXPECT_EQ(key("Name", row), "7_2001:db8:aaaa:bbbb:_fe80::1:");
 }
 
-TEST_F(FcipProtocolEndpoint, RetransmitTimeAndInterfaceTypeAreTheSameForEveryTunnel) {
+TEST_F(FcipProtocolEndpoint, RetransmitTimeIsTheSameForEveryTunnel) {
     ASSERT_EQ(the_switch().links.size(), 3u);
     for (const auto& [_, row] : the_switch().links) {
         EXPECT_EQ(property("RetransmitTime", row), "20340");

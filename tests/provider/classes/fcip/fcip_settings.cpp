@@ -31,9 +31,6 @@ using switchsim::Fault;
 
 using FcipSettings = ClassTest;
 
-const std::string entry = entering("fcip_settings_build_instance");
-const std::string exit_line = exiting("fcip_settings_build_instance");
-
 TEST_F(FcipSettings, EachNumberIsItsOwnWordOfTheLink) {
     const struct {
         std::uint32_t FcipLinkEntry::*word;
@@ -126,12 +123,14 @@ TEST_F(FcipSettings, ProfileIsReadWithTheConstant5AndItsKeepAliveWith30) {
 
 TEST_F(FcipSettings, InstanceTracesEntryAndExit) {
     build(fcip_settings_build_instance);
-    EXPECT_EQ(trace, entry + exit_line);
+    EXPECT_EQ(trace, entering("fcip_settings_build_instance") + exiting("fcip_settings_build_instance"));
 }
 
 TEST_F(FcipSettings, KeepAliveIsLeftUnsetWhenItsReadFails) {
     const Rows whole = rows_of(build(fcip_settings_build_instance));
-    const std::string expected_trace = entry + " fcip_get_entity_entry returned error " + exit_line;
+    const std::string expected_trace = entering("fcip_settings_build_instance") +
+                                       " fcip_get_entity_entry returned error " +
+                                       exiting("fcip_settings_build_instance");
     for (const Fault fault : {Fault::fail, Fault::fail_leaving_record}) {
         switchsim::inject("fcip_get_entity_entry", fault, 2);
         const CMPIInstance* instance = build(fcip_settings_build_instance);
@@ -143,19 +142,21 @@ TEST_F(FcipSettings, KeepAliveIsLeftUnsetWhenItsReadFails) {
 TEST_F(FcipSettings, KeepAliveIs30WhenItsReadSucceedsWithoutARecord) {
     switchsim::inject("fcip_get_entity_entry", Fault::succeed_without_record, 2);
     EXPECT_EQ(value_of(build(fcip_settings_build_instance), "KeepAliveTimeout"), "30");
-    EXPECT_EQ(trace, entry + exit_line);
+    EXPECT_EQ(trace, entering("fcip_settings_build_instance") + exiting("fcip_settings_build_instance"));
 }
 
 TEST_F(FcipSettings, UnreadablePortGivesNoSystemName) {
     switchsim::inject("pm_cim_get_port_info", Fault::fail);
     EXPECT_EQ(value_of(build(fcip_settings_build_instance), "SystemName"), "");
-    EXPECT_EQ(trace, entry + "error : pm_cim_get_port_info " + exit_line);
+    EXPECT_EQ(trace, entering("fcip_settings_build_instance") + "error : pm_cim_get_port_info " +
+                         exiting("fcip_settings_build_instance"));
 }
 
 TEST_F(FcipSettings, UnreadableDomainGivesTheSystemNameNull) {
     switchsim::inject("dm_cim_get_dmEntry", Fault::fail);
     EXPECT_EQ(value_of(build(fcip_settings_build_instance), "SystemName"), "NULL");
-    EXPECT_EQ(trace, entry + "error : dm_cim_get_dmEntry " + exit_line);
+    EXPECT_EQ(trace, entering("fcip_settings_build_instance") + "error : dm_cim_get_dmEntry " +
+                         exiting("fcip_settings_build_instance"));
 }
 
 } // namespace

@@ -11,12 +11,10 @@ namespace {
 using fcip::ip_settings_build_instance;
 using switchsim::Fault;
 
-const std::string entry = entering("ip_settings_build_instance");
 const std::string statistics_trace = "\n inside get_ip_stats\n ";
-const std::string exit_line = exiting("ip_settings_build_instance");
 
-const std::string abandoned_trace = entry + statistics_trace;
-const std::string whole_trace = abandoned_trace + exit_line;
+const std::string abandoned_trace = entering("ip_settings_build_instance") + statistics_trace;
+const std::string whole_trace = abandoned_trace + exiting("ip_settings_build_instance");
 
 using IpSettings = ClassTest;
 

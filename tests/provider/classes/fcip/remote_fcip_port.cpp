@@ -112,7 +112,7 @@ TEST_F(RemoteFcipPort, UnreadablePortGivesNoSystemName) {
     EXPECT_EQ(trace, "error : pm_cim_get_port_info ");
 }
 
-TEST_F(RemoteFcipPort, UnreadableDomainGivesTheSystemNameNullInTheInstanceAndUnknownInThePath) {
+TEST_F(RemoteFcipPort, UnreadableDomainIsTheTextNullAndUnknownInThePath) {
     switchsim::inject("dm_cim_get_dmEntry", Fault::fail);
     EXPECT_EQ(value_of(build(fcip_remote_pe_build_instance), "SystemName"), "NULL");
     EXPECT_EQ(value_of(build(fcip_remote_pe_fill_reference), "SystemName"), "Unknown");

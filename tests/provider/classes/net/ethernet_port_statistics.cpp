@@ -67,8 +67,6 @@ const std::string before_reply = "Entering eth_statistics_build_instance\n"
                                  "Entering get_ethernetport_statistics\n"
                                  "\ntol : if_index -2097152000\n";
 
-} // namespace
-
 TEST_F(EthernetPortStatistics, InstanceTracesItsQuery) {
     build_port();
     EXPECT_EQ(trace, before_reply + "Exiting get_ethernetport_statistics\n"
@@ -164,3 +162,5 @@ TEST_F(EthernetPortStatistics, PathTracesEntryAndExit) {
     call([&] { return fcip::eth_statistics_fill_reference(made_up_class, name_space, &record); });
     EXPECT_EQ(trace, entering("eth_statistics_fill_reference") + exiting("eth_statistics_fill_reference"));
 }
+
+} // namespace

@@ -9,7 +9,7 @@ using switchsim::Fault;
 
 namespace {
 
-constexpr auto build_instance = fcip::ip_statistics_build_instance;
+using fcip::ip_statistics_build_instance;
 
 class IpStatistics : public ClassTest {};
 
@@ -46,10 +46,8 @@ Rows zero_from(Rows rows, std::uint32_t from) {
     return rows;
 }
 
-} // namespace
-
 TEST_F(IpStatistics, InstanceTracesItsQuery) {
-    build(build_instance);
+    build(ip_statistics_build_instance);
     EXPECT_EQ(trace, "Entering ip_statistics_build_instance\n"
                      "\n inside get_ip_stats\n "
                      "Great!!!\n"
@@ -58,12 +56,12 @@ TEST_F(IpStatistics, InstanceTracesItsQuery) {
 
 TEST_F(IpStatistics, FragmentationFailuresAreSetTwice) {
     const FrontBroker front;
-    build(build_instance);
+    build(ip_statistics_build_instance);
     EXPECT_EQ(FrontBroker::set(), all_set);
 }
 
 TEST_F(IpStatistics, HasNoSystemCreationClassName) {
-    EXPECT_EQ(value_of(build(build_instance), "SystemCreationClassName"), not_set);
+    EXPECT_EQ(value_of(build(ip_statistics_build_instance), "SystemCreationClassName"), not_set);
 }
 
 TEST_F(IpStatistics, SumsAndDifferencesWrapAroundAt32Bits) {
@@ -73,7 +71,7 @@ TEST_F(IpStatistics, SumsAndDifferencesWrapAroundAt32Bits) {
         fcip::write_be32(record + offset, 0x80000001);
     fcip::write_be32(record + 80, 5);
     fcip::write_be32(record + 116, 7);
-    const Rows rows = rows_of(build(build_instance));
+    const Rows rows = rows_of(build(ip_statistics_build_instance));
     EXPECT_EQ(value_in(rows, "ReceivedPDUHeaderErrors"), "6");
     EXPECT_EQ(value_in(rows, "ReassemblyRequireds"), "4294967294");
     EXPECT_EQ(value_in(rows, "ReceivedPDUAddressErrors"), "5");
@@ -82,30 +80,30 @@ TEST_F(IpStatistics, SumsAndDifferencesWrapAroundAt32Bits) {
 
 TEST_F(IpStatistics, CountersAreTheEthernetPortsButIndexAndSystemTheLinks) {
     fcip::write_be32(port(ethernet_2).ip_statistics.data() + 36, 77);
-    const Rows rows = rows_of(build(build_instance, link(tunnel_7)));
+    const Rows rows = rows_of(build(ip_statistics_build_instance, link(tunnel_7)));
     EXPECT_EQ(value_in(rows, "InstanceID"), "16777222");
     EXPECT_EQ(value_in(rows, "SystemName"), "201400005EAA0001");
     EXPECT_EQ(value_in(rows, "ReceivedPDUs"), "77");
 }
 
 TEST_F(IpStatistics, AsksTheLineCardWithTheFlag1) {
-    build(build_instance);
+    build(ip_statistics_build_instance);
     EXPECT_EQ(switchsim::last_request().opcode, 1917U);
     EXPECT_EQ(fcip::read_be32(switchsim::last_request().payload.data() + 28), 1U);
 }
 
 TEST_F(IpStatistics, SystemNameIsSetWhateverTheQuestionComesTo) {
     the_switch().ports.erase(fcip_1);
-    EXPECT_EQ(value_of(build(build_instance), "SystemName"), "");
+    EXPECT_EQ(value_of(build(ip_statistics_build_instance), "SystemName"), "");
     the_switch().ports[fcip_1] = port(fcip_3);
     the_switch().vsans.at(1).domain.reset();
-    EXPECT_EQ(value_of(build(build_instance), "SystemName"), "NULL");
+    EXPECT_EQ(value_of(build(ip_statistics_build_instance), "SystemName"), "NULL");
 }
 
 TEST_F(IpStatistics, IsNullWhenNoCountersCameBack) {
     for (const Fault fault : {Fault::fail, Fault::no_reply, Fault::wrong_status}) {
         switchsim::inject("mts_send", fault);
-        EXPECT_EQ(build(build_instance), nullptr);
+        EXPECT_EQ(build(ip_statistics_build_instance), nullptr);
         EXPECT_EQ(trace, "Entering ip_statistics_build_instance\n"
                          "\n inside get_ip_stats\n "
                          "\ntol : some problem in get_ip_stats\n ");
@@ -114,16 +112,18 @@ TEST_F(IpStatistics, IsNullWhenNoCountersCameBack) {
 }
 
 TEST_F(IpStatistics, ReplyThatIsCutShortReadsZeroBehindItsEnd) {
-    Rows expected = zero_from(rows_of(build(build_instance)), 60);
+    Rows expected = zero_from(rows_of(build(ip_statistics_build_instance)), 60);
     switchsim::inject("mts_send", Fault::short_reply, switchsim::every_call, 60);
     expected = with(with(expected, "ReceivedPDUHeaderErrors", "1056"), "ReassemblyRequireds", "0");
-    EXPECT_EQ(rows_of(build(build_instance)), expected);
+    EXPECT_EQ(rows_of(build(ip_statistics_build_instance)), expected);
     EXPECT_EQ(value_in(expected, "SentPDUs"), "1052"); // the last whole word ahead of it
 }
 
 TEST_F(IpStatistics, IsNullForNoLink) {
-    EXPECT_EQ(call([] { return build_instance(made_up_class, name_space, nullptr, nullptr); }), nullptr);
+    EXPECT_EQ(call([] { return ip_statistics_build_instance(made_up_class, name_space, nullptr, nullptr); }), nullptr);
     EXPECT_EQ(trace, "Entering ip_statistics_build_instance\n");
     EXPECT_EQ(scope.objects_made(), 2U); // the instance is abandoned
     EXPECT_EQ(switchsim::calls("mts_send"), 0U);
 }
+
+} // namespace

@@ -45,8 +45,6 @@ class LanEndpoint : public ClassTest {
     Rows port_keys;
 };
 
-} // namespace
-
 TEST_F(LanEndpoint, InstanceTracesItsExitAlone) {
     build_port();
     EXPECT_EQ(trace, "Exiting lan_endpoint_build_instance\n");
@@ -131,3 +129,5 @@ TEST_F(LanEndpoint, BothAreNullWithoutPort) {
     }
     EXPECT_EQ(scope.objects_made(), 0U);
 }
+
+} // namespace

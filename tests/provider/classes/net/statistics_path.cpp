@@ -10,8 +10,6 @@ namespace {
 
 class StatisticsPath : public ClassTest {};
 
-} // namespace
-
 TEST_F(StatisticsPath, TracesEntryAndExit) {
     build(fcip::stat_fill_reference);
     EXPECT_EQ(trace, entering("stat_fill_reference") + "Exiting stat_fill_reference\n");
@@ -59,3 +57,5 @@ TEST_F(StatisticsPath, IsNullWithoutLink) {
         switchsim::clear_faults();
     }
 }
+
+} // namespace

@@ -38,8 +38,6 @@ Rows without_connection(Rows rows) {
     return rows;
 }
 
-} // namespace
-
 TEST_F(TcpProtocolEndpoint, InstanceTracesEntryAndExit) {
     build(fcip::tcp_pe_build_instance);
     EXPECT_EQ(trace, "Entering tcp_pe_build_instance\nExiting tcp_pe_build_instance\n");
@@ -85,7 +83,7 @@ TEST_F(TcpProtocolEndpoint, ConnectionIsLookedUpByProfileLinkAndBothPorts) {
     }
 }
 
-TEST_F(TcpProtocolEndpoint, UnknownSystemIsLeftOutOfTheInstanceAndNamedAfterItsClassInThePath) {
+TEST_F(TcpProtocolEndpoint, UnknownSystemIsLeftOutAndTheClassInThePath) {
     the_switch().vsans.at(1).domain.reset();
     EXPECT_EQ(rows_of(build(fcip::tcp_pe_build_instance, link(tunnel_3))), without(local_properties, "SystemName"));
     EXPECT_EQ(rows_of(build(fcip::tcp_pe_fill_reference, link(tunnel_3))),
@@ -175,3 +173,5 @@ TEST_F(RemoteTcpPort, AllAreNullWithoutProfile) {
     }
     EXPECT_EQ(scope.objects_made(), 0U);
 }
+
+} // namespace

@@ -54,8 +54,6 @@ class TcpStatisticalData : public ClassTest {
     Rows data_properties; ///< of tunnel 3, as long as nothing is changed
 };
 
-} // namespace
-
 TEST_F(TcpEndpointStatistics, FourCountersArePairsOfLinkWords) {
     EXPECT_EQ(value_in(endpoint_properties, "TooManyErrors"), "4294967298");              // 1 and 2
     EXPECT_EQ(value_in(endpoint_properties, "KeepAliveTimeOut"), "18446744069414584324"); // all ones and 4
@@ -217,3 +215,5 @@ TEST_F(TcpStatisticalData, IsMinusOneWithoutLink) {
         switchsim::clear_faults();
     }
 }
+
+} // namespace
