@@ -47,16 +47,17 @@ void read_text(Write write) {
 
 void read_texts() {
     const fcip::platform_lock lock;
-    for (const auto& [if_index, port] : switchsim::the_switch().ports) {
+    for (const auto& row : switchsim::the_switch().ports) {
+        const std::uint32_t if_index = row.first;
         PmPortInfo info{};
         std::memcpy(info.bytes, &if_index, sizeof if_index);
         read_text([&](char* buffer) { fcip_if_str(if_index, buffer); });
         read_text([&](char* buffer) { sprintf_if_index(buffer, if_index); });
         read_text([&](char* buffer) { netcfg_print_ifname(buffer, if_index); });
-        read_text([&](char* buffer) { pm_cim_get_network_address(buffer, &info, port.kind); });
+        read_text([&](char* buffer) { pm_cim_get_network_address(buffer, &info, row.second.kind); });
     }
-    for (const auto& [key, link] : switchsim::the_switch().links)
-        read_text([&](char* buffer) { cim_sprintf_wwn(buffer, link.remote_wwn); });
+    for (const auto& row : switchsim::the_switch().links)
+        read_text([&](char* buffer) { cim_sprintf_wwn(buffer, row.second.remote_wwn); });
 }
 
 /// The tables as the provider reads them.

@@ -142,7 +142,8 @@ TEST_F(Dumps, AddressLine) {
 }
 
 TEST_F(Dumps, InterfaceNamesMayHaveAnyLength) {
-    for (const std::size_t length : {0, 1, 31, 32, 40, 200, 255}) {
+    constexpr std::size_t lengths[] = {0, 1, 31, 32, 40, 200, 255};
+    for (const std::size_t length : lengths) {
         const std::string name(length, 'n');
         the_switch().ports[port_1].name = name;
         const FcipEntityEntry row = full_profile();

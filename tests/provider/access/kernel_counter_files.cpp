@@ -132,7 +132,8 @@ TEST_F(KernelCounterFiles, PerInterfaceFileBearsTheKernelsName) {
 }
 
 TEST_F(KernelCounterFiles, KernelsNameMayHave255Characters) {
-    for (const std::size_t length : {1, 31, 32, 40, 200, 255}) {
+    constexpr std::size_t lengths[] = {1, 31, 32, 40, 200, 255};
+    for (const std::size_t length : lengths) {
         const std::string name(length, 'k');
         ASSERT_EQ(switchsim::load_text("[switch]\nname = \"s\"\n[[port_channel]]\nslot = 1\nport = 1\nif_index = 12\n"
                                        "vsan_missing = true\nkernel_name = \"" +
