@@ -40,7 +40,7 @@ struct PropertyDeclaration {
     Value default_value;
     bool key = false;
     bool required = false; ///< instances give it a value other than NULL
-    std::string origin; ///< the class that declared it first
+    std::string origin;    ///< the class that declared it first
     Place place;
 };
 

@@ -91,7 +91,7 @@ TEST_F(Runs, NullResultsAreRefusedAndCounted) {
     EXPECT_FALSE(answer.done);
 }
 
-TEST_F(Runs, ResultsThatAreNoObjectAreRefusedUntouchedAndCounted) {
+TEST_F(Runs, ResultsThatAreNoObjectAreRefusedAndCounted) {
     behaviour = [](auto*, auto* result, auto* path) {
         EXPECT_EQ(CMReturnInstance(result, wild_pointer<CMPIInstance>()).rc, CMPI_RC_ERR_INVALID_HANDLE);
         EXPECT_EQ(CMReturnObjectPath(result, wild_pointer<CMPIObjectPath>()).rc, CMPI_RC_ERR_INVALID_HANDLE);

@@ -135,7 +135,7 @@ TEST(MofReader, ResolvesEscapesInStrings) {
     EXPECT_EQ(text_of(schema.find("A")->property("a")->default_value), "\b\t\n\f\r\"'\\ A; \xc3\xa9; \xe2\x82\xac;");
 }
 
-TEST(MofReader, SkipsCommentsQualifierDeclarationsPragmasAndMethods) {
+TEST(MofReader, SkipsCommentsPragmasQualifiersAndMethods) {
     const Schema schema = read("// one\n/* two\n * class Z {}; **/\n#pragma namespace (\"root/x\")\n"
                                "#pragma locale(\"en_US\")\n"
                                "Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride);\n"
@@ -203,7 +203,7 @@ constexpr const char* family = "[Abstract] class Top { [Key] string Id; string N
                                "class Middle : Top { uint32 Count; [Override(\"Note\")] string Note; };\n"
                                "class Bottom : middle { boolean Flag; };\n";
 
-TEST(MofInheritance, ASubclassHasTheInheritedPropertiesFirstAndItsOwnBehind) {
+TEST(MofInheritance, PutsInheritedPropertiesBeforeTheSubclassesOwn) {
     const Schema schema = read(family);
     EXPECT_EQ(shown(schema.find("Bottom")), (Lines{"key string Id from Top", "string Note from Top",
                                                    "uint32 Count from Middle", "boolean Flag from Bottom"}));

@@ -119,7 +119,7 @@ TEST(Registration, ServesWhatTheProvidersTablesRoute) {
         EXPECT_NE(served.contains(name), of_the_switch.contains(name)) << name;
 }
 
-TEST(Registration, ServesNoInstanceClassThatTheProvidersTablesDoNotRoute) {
+TEST(Registration, ServesNoInstanceClassWithoutARoute) {
     const auto routed = routed_classes();
     for (const auto& [name, association] : served)
         EXPECT_TRUE(association || routed.contains(name)) << name;
