@@ -1,5 +1,5 @@
 // Names that the provider answers and takes back no more: a get of them looks for another pair of references.
-#include "tests/support/requests.h"
+#include "tests/support/request_test.h"
 
 namespace {
 
