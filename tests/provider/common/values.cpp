@@ -86,14 +86,14 @@ TEST_F(Values, PropertiesAreClearedAreasOfTheirType) {
     set_on_a_soiled_stack(fcip::set_uint64, &instance, std::uint64_t{0xf102030405060708});
     expect_given(&instance, CMPI_uint64, area_of(std::uint64_t{0xf102030405060708}));
     set_on_a_soiled_stack(fcip::set_reference, &instance, &other);
-    expect_given(&instance, CMPI_ref, area_of(&other));
+    expect_given(&instance, CMPI_ref, area_of(reinterpret_cast<std::uintptr_t>(&other)));
 }
 
 TEST_F(Values, KeysAreClearedAreasOfTheirType) {
     set_on_a_soiled_stack(fcip::add_uint16_key, &path, std::uint16_t{0xf102});
     expect_given(&path, CMPI_uint16, area_of(std::uint16_t{0xf102}));
     set_on_a_soiled_stack(fcip::add_reference_key, &path, &other);
-    expect_given(&path, CMPI_ref, area_of(&other));
+    expect_given(&path, CMPI_ref, area_of(reinterpret_cast<std::uintptr_t>(&other)));
 }
 
 TEST_F(Values, TextsStandInThePlaceOfTheArea) {
