@@ -1,6 +1,6 @@
 // Platform functions are C functions: without memory they fail, and nothing is thrown out of them. The program's
 // operator new fails on demand, at the n-th allocation for every n, until the call gets by without the n-th.
-#include "tests/simulator/platform_test.h"
+#include "tests/simulator/simulator_test.h"
 
 #include <functional>
 #include <new>

@@ -108,6 +108,8 @@ const Thing fcip_endpoint_3{in_vsan_1 +
                             R"(CreationClassName="ZANTO_FCIPProtocolEndPoint",Name="3_10.1.1.1_192.168.100.101")"};
 const Thing fcip_endpoint_8{in_vsan_1 +
                             R"(CreationClassName="ZANTO_FCIPProtocolEndPoint",Name="8_2001:db8::1_2001:db8::9")"};
+const Thing ip_endpoint_1{in_vsan_1 +
+                          R"(CreationClassName="ZANTO_IPProtocolEndPoint",Name="16777216_10.1.1.1_10.1.1.2")"};
 const Thing ip_endpoint_3{in_vsan_1 +
                           R"(CreationClassName="ZANTO_IPProtocolEndPoint",Name="16777218_10.1.1.1_192.168.100.101")"};
 const Thing ip_endpoint_7{in_vsan_20 +

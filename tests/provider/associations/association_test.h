@@ -24,7 +24,7 @@ struct Thing {
 };
 
 extern const Thing fcip_endpoint_1, fcip_endpoint_3, fcip_endpoint_8;
-extern const Thing ip_endpoint_3, ip_endpoint_7;
+extern const Thing ip_endpoint_1, ip_endpoint_3, ip_endpoint_7;
 extern const Thing tcp_endpoint_3;
 extern const Thing remote_fcip_port_3, remote_ip_port_3, remote_tcp_port_3;
 extern const Thing instance_of_tunnel_3; ///< settings and statistics
