@@ -54,68 +54,72 @@ void scan_values(const line_text& line, std::string_view name, std::size_t skipp
     }
 }
 
-/// Scans one "NAME NUMBER" line. A line of another name stays unread from the first character that differs, so that no
-/// later scan matches either.
-void scan_line(std::FILE* file, const char* name, std::uint32_t& counter) {
-    const auto format = join_text<64>({name, " %lld\n"});
+/// Scans one "PREFIXNAME NUMBER" line. A line of another name stays unread from the first character that differs, so
+/// that no later scan matches either.
+void scan_line(std::FILE* file, std::string_view prefix, std::string_view name, std::uint32_t& counter) {
+    const auto format = join_text<64>({prefix, name, " %lld\n"});
     long long number = 0;
     if (std::fscanf(file, format.data(), &number) == 1)
         counter = as_counter(number);
 }
 
-/// The IPv6 lines, in the order of the file and of the record.
-constexpr const char* ipv6_lines[] = {
-    "Ip6LastChange",       "Ip6InReceives",      "Ip6InHdrErrors",     "Ip6InTooBigErrors", "Ip6InNoRoutes",
-    "Ip6InAddrErrors",     "Ip6InUnknownProtos", "Ip6InTruncatedPkts", "Ip6InDiscards",     "Ip6InDelivers",
-    "Ip6OutForwDatagrams", "Ip6OutRequests",     "Ip6OutDiscards",     "Ip6OutNoRoutes",    "Ip6ReasmTimeout",
-    "Ip6ReasmReqds",       "Ip6ReasmOKs",        "Ip6ReasmFails",      "Ip6FragOKs",        "Ip6FragFails",
-    "Ip6FragCreates",      "Ip6InMcastPkts",     "Ip6OutMcastPkts",
+/// The IPv6 lines behind their "Ip6", in the order of the file and of the record.
+constexpr std::string_view ipv6_lines[] = {
+    "LastChange",      "InReceives",      "InHdrErrors",  "InTooBigErrors", "InNoRoutes",       "InAddrErrors",
+    "InUnknownProtos", "InTruncatedPkts", "InDiscards",   "InDelivers",     "OutForwDatagrams", "OutRequests",
+    "OutDiscards",     "OutNoRoutes",     "ReasmTimeout", "ReasmReqds",     "ReasmOKs",         "ReasmFails",
+    "FragOKs",         "FragFails",       "FragCreates",  "InMcastPkts",    "OutMcastPkts",
 };
 static_assert(std::size(ipv6_lines) == std::tuple_size_v<ipv6_counters>);
 
-struct icmpv6_line {
-    const char* name;
-    std::size_t position; ///< in the record
+/// The ICMPv6 counters of either direction, in the order of the record.
+constexpr std::string_view icmpv6_record[] = {
+    "Msgs",
+    "Errors",
+    "DestUnreachs",
+    "PktTooBigs",
+    "TimeExcds",
+    "ParmProblems",
+    "AdminProhibs",
+    "Echos",
+    "EchoReplies",
+    "GroupMembQueries",
+    "GroupMembResponses",
+    "GroupMembReductions",
+    "RouterSolicits",
+    "RouterAdvertisements",
+    "NeighborSolicits",
+    "NeighborAdvertisements",
+    "Redirects",
 };
 
-/// The ICMPv6 lines, in the order of the file.
-constexpr icmpv6_line icmpv6_lines[] = {
-    {"Icmp6InMsgs", icmpv6_in_msgs},
-    {"Icmp6InErrors", icmpv6_in_errors},
-    {"Icmp6InDestUnreachs", icmpv6_in_dest_unreachs},
-    {"Icmp6InAdminProhibs", icmpv6_in_admin_prohibs},
-    {"Icmp6InTimeExcds", icmpv6_in_time_excds},
-    {"Icmp6InParmProblems", icmpv6_in_parm_problems},
-    {"Icmp6InPktTooBigs", icmpv6_in_pkt_too_bigs},
-    {"Icmp6InEchos", icmpv6_in_echos},
-    {"Icmp6InEchoReplies", icmpv6_in_echo_replies},
-    {"Icmp6InRouterSolicits", icmpv6_in_router_solicits},
-    {"Icmp6InRouterAdvertisements", icmpv6_in_router_advertisements},
-    {"Icmp6InNeighborSolicits", icmpv6_in_neighbor_solicits},
-    {"Icmp6InNeighborAdvertisements", icmpv6_in_neighbor_advertisements},
-    {"Icmp6InRedirects", icmpv6_in_redirects},
-    {"Icmp6InGroupMembQueries", icmpv6_in_group_memb_queries},
-    {"Icmp6InGroupMembResponses", icmpv6_in_group_memb_responses},
-    {"Icmp6InGroupMembReductions", icmpv6_in_group_memb_reductions},
-    {"Icmp6OutMsgs", icmpv6_out_msgs},
-    {"Icmp6OutErrors", icmpv6_out_errors},
-    {"Icmp6OutDestUnreachs", icmpv6_out_dest_unreachs},
-    {"Icmp6OutAdminProhibs", icmpv6_out_admin_prohibs},
-    {"Icmp6OutTimeExcds", icmpv6_out_time_excds},
-    {"Icmp6OutParmProblems", icmpv6_out_parm_problems},
-    {"Icmp6OutPktTooBigs", icmpv6_out_pkt_too_bigs},
-    {"Icmp6OutEchos", icmpv6_out_echos},
-    {"Icmp6OutEchoReplies", icmpv6_out_echo_replies},
-    {"Icmp6OutRouterSolicits", icmpv6_out_router_solicits},
-    {"Icmp6OutRouterAdvertisements", icmpv6_out_router_advertisements},
-    {"Icmp6OutNeighborSolicits", icmpv6_out_neighbor_solicits},
-    {"Icmp6OutNeighborAdvertisements", icmpv6_out_neighbor_advertisements},
-    {"Icmp6OutRedirects", icmpv6_out_redirects},
-    {"Icmp6OutGroupMembQueries", icmpv6_out_group_memb_queries},
-    {"Icmp6OutGroupMembResponses", icmpv6_out_group_memb_responses},
-    {"Icmp6OutGroupMembReductions", icmpv6_out_group_memb_reductions},
+/// The same in the order of the file's lines.
+constexpr std::string_view icmpv6_lines[] = {
+    "Msgs",
+    "Errors",
+    "DestUnreachs",
+    "AdminProhibs",
+    "TimeExcds",
+    "ParmProblems",
+    "PktTooBigs",
+    "Echos",
+    "EchoReplies",
+    "RouterSolicits",
+    "RouterAdvertisements",
+    "NeighborSolicits",
+    "NeighborAdvertisements",
+    "Redirects",
+    "GroupMembQueries",
+    "GroupMembResponses",
+    "GroupMembReductions",
 };
-static_assert(std::size(icmpv6_lines) == std::tuple_size_v<icmpv6_counters>);
+static_assert(2 * std::size(icmpv6_record) == std::tuple_size_v<icmpv6_counters>);
+static_assert(std::ranges::is_permutation(icmpv6_record, icmpv6_lines));
+
+void read_icmpv6_lines(std::FILE* file, const char* direction, std::uint32_t* record) {
+    for (const std::string_view name : icmpv6_lines)
+        scan_line(file, direction, name, record[std::ranges::find(icmpv6_record, name) - icmpv6_record]);
+}
 
 open_file open_ipv6_file(std::uint32_t if_index) {
     if (if_index == 0)
@@ -144,12 +148,12 @@ void read_ip_counters(std::FILE* file, std::uint32_t* ip, std::uint32_t* icmp, s
 void read_ipv6_counters(std::FILE* file, bool per_interface, ipv6_counters& ip, icmpv6_counters& icmp) {
     if (per_interface) {
         std::uint32_t discarded = 0;
-        scan_line(file, "ifIndex", discarded);
+        scan_line(file, "", "ifIndex", discarded);
     }
     for (std::size_t position = 0; position < ip.size(); ++position)
-        scan_line(file, ipv6_lines[position], ip[position]);
-    for (const icmpv6_line& line : icmpv6_lines)
-        scan_line(file, line.name, icmp[line.position]);
+        scan_line(file, "Ip6", ipv6_lines[position], ip[position]);
+    read_icmpv6_lines(file, "Icmp6In", icmp.data());
+    read_icmpv6_lines(file, "Icmp6Out", icmp.data() + std::size(icmpv6_record));
 }
 
 } // namespace fcip

@@ -24,7 +24,6 @@ constexpr associator_row fcip_pe_rows[] = {
     {5, "ZANTO_FCIPPEBasedOn",               tunnel, profile, {"ZANTO_FCIPProfile", of_profile}},
     {6, "ZANTO_SwitchHostedFCIPAccessPoint", tunnel, none, {logical_computer_system, of_system}},
 };
-constexpr associator_table from_fcip_pe{fcip_pe_rows};
 
 // Two rows answer the settings, the second with the system. Statistics are named only if the link's error counters can
 // be read; the host is called the FCIP endpoint; whatever has no row is answered with the system.
@@ -49,58 +48,47 @@ constexpr associator_row tcp_pe_rows[] = {
     {4, "ZANTO_SwitchHostedTCPAccessPoint", if_index_only, none, {physical_computer_system, of_physical_system}},
     {5, "ZANTO_SANTCPEndpoint",             if_index_only, none, {"ZANTO_RemoteTCPPort", of<tcp_remote_pe>}},
 };
-constexpr associator_table from_tcp_pe{tcp_pe_rows};
 
 constexpr associator_row fcip_remote_pe_rows[] = {
     {1, "ZANTO_SANFCIPEndpoint", peer_address, none, {"ZANTO_FCIPProtocolEndPoint", of<fcip_pe>}},
 };
-constexpr associator_table from_fcip_remote_pe{fcip_remote_pe_rows};
 
 constexpr associator_row ip_remote_pe_rows[] = {
     {1, "ZANTO_SANIPEndpoint", peer_address, none, {"ZANTO_IPProtocolEndPoint", of<ip_pe>}},
 };
-constexpr associator_table from_ip_remote_pe{ip_remote_pe_rows};
 
 constexpr associator_row tcp_remote_pe_rows[] = {
     {1, "ZANTO_SANTCPEndpoint", peer_if_index, none, {"ZANTO_TCPProtocolEndPoint", of<tcp_pe>}},
 };
-constexpr associator_table from_tcp_remote_pe{tcp_remote_pe_rows};
 
 constexpr associator_row ip_stat_rows[] = {
     {1, "ZANTO_IPEndPointStatisticalData", if_index_only, none, {"ZANTO_IPProtocolEndPoint", of<ip_pe>}},
 };
-constexpr associator_table from_ip_stat{ip_stat_rows};
 
 constexpr associator_row tcp_stat_rows[] = {
     {1, "ZANTO_TCPEndPointStatisticalData", if_index_only, none, {"ZANTO_TCPProtocolEndPoint", of<tcp_pe>}},
 };
-constexpr associator_table from_tcp_stat{tcp_stat_rows};
 
 constexpr associator_row ip_setting_rows[] = {
     {1, "ZANTO_IPElementSettingData", if_index_only, none, {"ZANTO_IPProtocolEndPoint", of<ip_pe>}},
 };
-constexpr associator_table from_ip_setting{ip_setting_rows};
 
 constexpr associator_row tcp_setting_rows[] = {
     {1, "ZANTO_TCPElementSettingData", if_index_only, none, {"ZANTO_TCPProtocolEndPoint", of<tcp_pe>}},
 };
-constexpr associator_table from_tcp_setting{tcp_setting_rows};
 
 constexpr associator_row fcip_settings_rows[] = {
     {1, "ZANTO_FCIPElementSettingData", if_index_only, none, {"ZANTO_FCIPProtocolEndPoint", of<fcip_pe>}},
 };
-constexpr associator_table from_fcip_settings{fcip_settings_rows};
 
 constexpr associator_row profile_rows[] = {
     {1, "ZANTO_FCIPPEBasedOn", entity, none, {"ZANTO_FCIPProtocolEndPoint", of<fcip_pe>}},
 };
-constexpr associator_table from_profile{profile_rows};
 
 // Nothing calls the member, and its path is made and never returned.
 constexpr associator_row tcp_statical_data_rows[] = {
     {1, "ZANTO_TCPEndPointStatistics", entity, none, {"ZANTO_TCPProtocolEndPoint", of<tcp_pe>}, make_path_only},
 };
-constexpr associator_table from_tcp_statical_data{tcp_statical_data_rows};
 
 constexpr associator_row lan_endpoint_rows[] = {
     {1, "ZANTO_IPEthernetEndpoint",           ethernet_if_index, none, {"ZANTO_IPProtocolEndPoint", of<ip_pe>}},
@@ -108,117 +96,100 @@ constexpr associator_row lan_endpoint_rows[] = {
     // Takes the number that the LAN endpoint's key begins with for a link's index.
     {3, "CIM_HostedAccessPoint",              if_index_only, none, {"ZANTO_FCIPProtocolEndPoint", of<fcip_pe>}},
 };
-constexpr associator_table from_lan_endpoint{lan_endpoint_rows};
 
 // The statistics are answered to their own class instead of the association's.
 constexpr associator_row eth_port_rows[] = {
     {1, "ZANTO_EthernetPortProtocolEndpoint", number, none, {"ZANTO_LANEndPoint", of_lan_endpoint}},
     {2, "ZANTO_EthernetPortStatistics", number, port_by_key, {"ZANTO_EthernetPortStatistics", of_port_statistics}},
 };
-constexpr associator_table from_eth_port{eth_port_rows};
 
 // The port's builder is given the namespace ahead of the class, here alone.
 constexpr associator_row eth_stat_rows[] = {
     {1, "ZANTO_EthernetPortStatisticalData", number, port_by_key, {"ZANTO_EthernetPort", of_port_namespace_first}},
 };
-constexpr associator_table from_eth_stat{eth_stat_rows};
 
 // clang-format on
 
 } // namespace
 
-int get_fcip_pe_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                 const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_fcip_pe,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_fcip_pe_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                 const CMPIResult* result, const char* ns) {
+    return return_associators({fcip_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_fcip_remote_pe_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                        const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_fcip_remote_pe,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_fcip_remote_pe_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                        const CMPIResult* result, const char* ns) {
+    return return_associators({fcip_remote_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_pe_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                               const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_ip_pe, {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_pe_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                               const CMPIResult* result, const char* ns) {
+    return return_associators(from_ip_pe, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_remote_pe_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                      const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_ip_remote_pe,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_remote_pe_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                      const CMPIResult* result, const char* ns) {
+    return return_associators({ip_remote_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_pe_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_tcp_pe, {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_pe_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                const CMPIResult* result, const char* ns) {
+    return return_associators({tcp_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_remote_pe_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                       const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_tcp_remote_pe,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_remote_pe_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                       const CMPIResult* result, const char* ns) {
+    return return_associators({tcp_remote_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_lan_endpoint_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                      const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_lan_endpoint,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_lan_endpoint_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                      const CMPIResult* result, const char* ns) {
+    return return_associators({lan_endpoint_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_fcip_settings_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                       const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_fcip_settings,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_fcip_settings_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                       const CMPIResult* result, const char* ns) {
+    return return_associators({fcip_settings_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_setting_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                    const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_ip_setting,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_setting_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                    const CMPIResult* result, const char* ns) {
+    return return_associators({ip_setting_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_setting_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                     const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_tcp_setting,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_setting_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                     const CMPIResult* result, const char* ns) {
+    return return_associators({tcp_setting_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_eth_port_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                  const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_eth_port,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_eth_port_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                  const CMPIResult* result, const char* ns) {
+    return return_associators({eth_port_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_eth_stat_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                  const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_eth_stat,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_eth_stat_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                  const CMPIResult* result, const char* ns) {
+    return return_associators({eth_stat_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_stat_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                 const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_ip_stat,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_stat_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                 const CMPIResult* result, const char* ns) {
+    return return_associators({ip_stat_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_stat_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                  const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_tcp_stat,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_stat_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                  const CMPIResult* result, const char* ns) {
+    return return_associators({tcp_stat_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_statical_data_associator_names(const char* key_value, const char* association_class, const char*,
-                                           const char*, const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_tcp_statical_data,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_statical_data_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                           const CMPIResult* result, const char* ns) {
+    return return_associators({tcp_statical_data_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_profile_associator_names(const char* key_value, const char* association_class, const char*, const char*,
-                                 const char*, const CMPIResult* result, const char* name_space) {
-    return return_associators(from_profile,
-                              {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_profile_associator_names(const char* key, const char* asked, const char*, const char*, const char*,
+                                 const CMPIResult* result, const char* ns) {
+    return return_associators({profile_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
 } // namespace fcip

@@ -106,239 +106,204 @@ constexpr reference_row fcip_remote_pe_rows[] = {
     {1, "ZANTO_SANFCIPEndpoint", peer_address, none, realize,
         as_passed, fcip_endpoint, {"ZANTO_RemoteFCIPPort", of<fcip_remote_pe>}},
 };
-constexpr reference_table from_fcip_remote_pe{fcip_remote_pe_rows};
 
 constexpr reference_row ip_remote_pe_rows[] = {
     {1, "ZANTO_SANIPEndPoint", peer_address, none, realize,
         as_passed, ip_endpoint, {"ZANTO_RemoteIPServiceAccessPoint", of<ip_remote_pe>}},
 };
-constexpr reference_table from_ip_remote_pe{ip_remote_pe_rows};
 
 constexpr reference_row tcp_remote_pe_rows[] = {
     {1, "ZANTO_SANTCPEndpoint", if_index, none, realize,
         as_passed, tcp_endpoint, {"ZANTO_RemoteTCPPort", of<tcp_remote_pe>}}, // no link: keys begin with 0
 };
-constexpr reference_table from_tcp_remote_pe{tcp_remote_pe_rows};
 
 constexpr reference_row ip_stat_rows[] = {
     {1, "ZANTO_IPEndpointStatisticalData", if_index_only, none, managed_stats,
         "ZANTO_IPEndpointStatisticalData", ip_end_point, {"ZANTO_IPEndpointStatistics", of<ip_statistics>}},
 };
-constexpr reference_table from_ip_stat{ip_stat_rows};
 
 constexpr reference_row fcip_settings_rows[] = {
     {1, "ZANTO_FCIPElementSettingData", if_index_only, none, managed_setting,
         "ZANTO_FCIPElementSettingData", fcip_end_point, {"ZANTO_FCIPSettings", of<fcip_settings>}},
 };
-constexpr reference_table from_fcip_settings{fcip_settings_rows};
 
 constexpr reference_row eth_stat_rows[] = {
     {1, "ZANTO_EthernetPortStatisticalData", number, port_by_key, managed_stats,
         "ZANTO_EthernetPortStatisticalData", ethernet_port, port_statistics},
 };
-constexpr reference_table from_eth_stat{eth_stat_rows};
 
 constexpr reference_row ip_settings_rows[] = {
     {1, "ZANTO_IPElementSettingData", if_index_only, none, managed_setting,
         "ZANTO_IPElementSettingData", ip_end_point, {"ZANTO_IPSettings", of<ip_settings>}},
 };
-constexpr reference_table from_ip_settings{ip_settings_rows};
 
 constexpr reference_row tcp_settings_rows[] = {
     {1, "ZANTO_TCPElementSettingData", if_index_only, none, managed_setting,
         as_passed, tcp_end_point, {"ZANTO_TCPSettings", of<tcp_settings>}},
 };
-constexpr reference_table from_tcp_settings{tcp_settings_rows};
 
 constexpr reference_row tcp_stat_rows[] = {
     {1, "ZANTO_TCPEndpointStatisticalData", if_index_only, none, managed_stats,
         "ZANTO_TCPEndpointStatisticalData", tcp_endpoint, {"ZANTO_TCPEndpointStatistics", of<tcp_statistics>}},
 };
-constexpr reference_table from_tcp_stat{tcp_stat_rows};
 
 constexpr reference_row profile_rows[] = {
     {1, "ZANTO_FCIPPEBasedOn", entity, profile, group_part,
         "ZANTO_FCIPPEBasedOn", {"ZANTO_FCIPProfile", of_profile}, fcip_endpoint},
 };
-constexpr reference_table from_profile{profile_rows};
 
 // clang-format on
 
 } // namespace
 
-int get_fcip_pe_references(const char* key_value, const char* association_class, const char*, const char**,
-                           const CMPIResult* result, const char* name_space) {
-    return return_references(from_fcip_pe,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_fcip_pe_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                           const char* ns) {
+    return return_references(from_fcip_pe, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_fcip_pe_reference_names(const char* key_value, const char* association_class, const char*,
-                                const CMPIResult* result, const char* name_space) {
-    return return_references(from_fcip_pe, {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_fcip_pe_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                const char* ns) {
+    return return_references(from_fcip_pe, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_fcip_remote_pe_references(const char* key_value, const char* association_class, const char*, const char**,
-                                  const CMPIResult* result, const char* name_space) {
-    return return_references(from_fcip_remote_pe,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_fcip_remote_pe_references(const char* key, const char* asked, const char*, const char**,
+                                  const CMPIResult* result, const char* ns) {
+    return return_references({fcip_remote_pe_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_fcip_remote_pe_reference_names(const char* key_value, const char* association_class, const char*,
-                                       const CMPIResult* result, const char* name_space) {
-    return return_references(from_fcip_remote_pe,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_fcip_remote_pe_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                       const char* ns) {
+    return return_references({fcip_remote_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_pe_references(const char* key_value, const char* association_class, const char*, const char**,
-                         const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_pe,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_ip_pe_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                         const char* ns) {
+    return return_references(from_ip_pe, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_ip_pe_reference_names(const char* key_value, const char* association_class, const char*,
-                              const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_pe, {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_pe_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                              const char* ns) {
+    return return_references(from_ip_pe, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_remote_pe_references(const char* key_value, const char* association_class, const char*, const char**,
-                                const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_remote_pe,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_ip_remote_pe_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                                const char* ns) {
+    return return_references({ip_remote_pe_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_ip_remote_pe_reference_names(const char* key_value, const char* association_class, const char*,
-                                     const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_remote_pe,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_remote_pe_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                     const char* ns) {
+    return return_references({ip_remote_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_pe_references(const char* key_value, const char* association_class, const char*, const char**,
-                          const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_pe,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_tcp_pe_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                          const char* ns) {
+    return return_references(from_tcp_pe, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_tcp_pe_reference_names(const char* key_value, const char* association_class, const char*,
-                               const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_pe, {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_pe_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                               const char* ns) {
+    return return_references(from_tcp_pe, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_remote_pe_references(const char* key_value, const char* association_class, const char*, const char**,
-                                 const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_remote_pe,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_tcp_remote_pe_references(const char* key, const char* asked, const char*, const char**,
+                                 const CMPIResult* result, const char* ns) {
+    return return_references({tcp_remote_pe_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_tcp_remote_pe_reference_names(const char* key_value, const char* association_class, const char*,
-                                      const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_remote_pe,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_remote_pe_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                      const char* ns) {
+    return return_references({tcp_remote_pe_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_fcip_settings_references(const char* key_value, const char* association_class, const char*, const char**,
-                                 const CMPIResult* result, const char* name_space) {
-    return return_references(from_fcip_settings,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_fcip_settings_references(const char* key, const char* asked, const char*, const char**,
+                                 const CMPIResult* result, const char* ns) {
+    return return_references({fcip_settings_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_fcip_settings_reference_names(const char* key_value, const char* association_class, const char*,
-                                      const CMPIResult* result, const char* name_space) {
-    return return_references(from_fcip_settings,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_fcip_settings_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                      const char* ns) {
+    return return_references({fcip_settings_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_settings_references(const char* key_value, const char* association_class, const char*, const char**,
-                               const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_settings,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_ip_settings_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                               const char* ns) {
+    return return_references({ip_settings_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_ip_settings_reference_names(const char* key_value, const char* association_class, const char*,
-                                    const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_settings,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_settings_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                    const char* ns) {
+    return return_references({ip_settings_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_settings_references(const char* key_value, const char* association_class, const char*, const char**,
-                                const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_settings,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_tcp_settings_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                                const char* ns) {
+    return return_references({tcp_settings_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_tcp_settings_reference_names(const char* key_value, const char* association_class, const char*,
-                                     const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_settings,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_settings_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                     const char* ns) {
+    return return_references({tcp_settings_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_profile_references(const char* key_value, const char* association_class, const char*, const char**,
-                           const CMPIResult* result, const char* name_space) {
-    return return_references(from_profile,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_profile_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                           const char* ns) {
+    return return_references({profile_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_profile_reference_names(const char* key_value, const char* association_class, const char*,
-                                const CMPIResult* result, const char* name_space) {
-    return return_references(from_profile, {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_profile_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                const char* ns) {
+    return return_references({profile_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_lan_endpoint_references(const char* key_value, const char* association_class, const char*, const char**,
-                                const CMPIResult* result, const char* name_space) {
-    return return_references(from_lan_endpoint,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_lan_endpoint_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                                const char* ns) {
+    return return_references(from_lan_endpoint, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_lan_endpoint_reference_names(const char* key_value, const char* association_class, const char*,
-                                     const CMPIResult* result, const char* name_space) {
-    return return_references(from_lan_endpoint,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_lan_endpoint_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                     const char* ns) {
+    return return_references(from_lan_endpoint, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_ip_stat_references(const char* key_value, const char* association_class, const char*, const char**,
-                           const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_stat,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_ip_stat_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                           const char* ns) {
+    return return_references({ip_stat_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_ip_stat_reference_names(const char* key_value, const char* association_class, const char*,
-                                const CMPIResult* result, const char* name_space) {
-    return return_references(from_ip_stat, {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_ip_stat_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                const char* ns) {
+    return return_references({ip_stat_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_tcp_stat_references(const char* key_value, const char* association_class, const char*, const char**,
-                            const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_stat,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_tcp_stat_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                            const char* ns) {
+    return return_references({tcp_stat_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_tcp_stat_reference_names(const char* key_value, const char* association_class, const char*,
-                                 const CMPIResult* result, const char* name_space) {
-    return return_references(from_tcp_stat,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_tcp_stat_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                 const char* ns) {
+    return return_references({tcp_stat_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_eth_port_references(const char* key_value, const char* association_class, const char*, const char**,
-                            const CMPIResult* result, const char* name_space) {
-    return return_references(from_eth_port,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_eth_port_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                            const char* ns) {
+    return return_references(from_eth_port, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_eth_port_reference_names(const char* key_value, const char* association_class, const char*,
-                                 const CMPIResult* result, const char* name_space) {
-    return return_references(from_eth_port,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_eth_port_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                 const char* ns) {
+    return return_references(from_eth_port, {__func__, wanted::paths, key, asked, result, ns});
 }
 
-int get_eth_stat_references(const char* key_value, const char* association_class, const char*, const char**,
-                            const CMPIResult* result, const char* name_space) {
-    return return_references(from_eth_stat,
-                             {__func__, wanted::instances, key_value, association_class, result, name_space});
+int get_eth_stat_references(const char* key, const char* asked, const char*, const char**, const CMPIResult* result,
+                            const char* ns) {
+    return return_references({eth_stat_rows}, {__func__, wanted::instances, key, asked, result, ns});
 }
 
-int get_eth_stat_reference_names(const char* key_value, const char* association_class, const char*,
-                                 const CMPIResult* result, const char* name_space) {
-    return return_references(from_eth_stat,
-                             {__func__, wanted::paths, key_value, association_class, result, name_space});
+int get_eth_stat_reference_names(const char* key, const char* asked, const char*, const CMPIResult* result,
+                                 const char* ns) {
+    return return_references({eth_stat_rows}, {__func__, wanted::paths, key, asked, result, ns});
 }
 
 } // namespace fcip

@@ -2,13 +2,18 @@
 
 #include "provider/common/text.h"
 
+#include <type_traits>
+
 namespace fcip {
 
 namespace {
 
-/// A value area, zero to its last byte: `{}` would clear no more than its first member.
-CMPIValue empty_value() {
-    return CMPIValue();
+/// A value in an area that is zero to its last byte: `{}` would clear no more than its first member.
+template <typename Member>
+CMPIValue value_of(Member CMPIValue::*member, std::type_identity_t<Member> value) {
+    CMPIValue area = CMPIValue();
+    area.*member = value;
+    return area;
 }
 
 /// A text in the place of a value, as CMPI_chars wants it.
@@ -16,12 +21,12 @@ const CMPIValue* as_value(const char* text) {
     return reinterpret_cast<const CMPIValue*>(text);
 }
 
-void set(CMPIInstance* instance, const char* name, const CMPIValue* value, CMPIType type) {
-    instance->ft->setProperty(instance, name, value, type);
+void set(CMPIInstance* instance, const char* name, const CMPIValue& value, CMPIType type) {
+    instance->ft->setProperty(instance, name, &value, type);
 }
 
-void add(CMPIObjectPath* path, const char* name, const CMPIValue* value, CMPIType type) {
-    path->ft->addKey(path, name, value, type);
+void add(CMPIObjectPath* path, const char* name, const CMPIValue& value, CMPIType type) {
+    path->ft->addKey(path, name, &value, type);
 }
 
 /// Calls setPropertyFilter(), whose lists are of `const char*` in some header sets and of `char*` in others.
@@ -42,43 +47,31 @@ const char* text_or_empty(const char* text) {
 }
 
 void set_string(CMPIInstance* instance, const char* name, const char* text) {
-    set(instance, name, as_value(text), CMPI_chars);
+    instance->ft->setProperty(instance, name, as_value(text), CMPI_chars);
 }
 
 void set_boolean(CMPIInstance* instance, const char* name, CMPIBoolean value) {
-    CMPIValue cim = empty_value();
-    cim.boolean = value;
-    set(instance, name, &cim, CMPI_boolean);
+    set(instance, name, value_of(&CMPIValue::boolean, value), CMPI_boolean);
 }
 
 void set_uint8(CMPIInstance* instance, const char* name, std::uint8_t value) {
-    CMPIValue cim = empty_value();
-    cim.uint8 = value;
-    set(instance, name, &cim, CMPI_uint8);
+    set(instance, name, value_of(&CMPIValue::uint8, value), CMPI_uint8);
 }
 
 void set_uint16(CMPIInstance* instance, const char* name, std::uint16_t value) {
-    CMPIValue cim = empty_value();
-    cim.uint16 = value;
-    set(instance, name, &cim, CMPI_uint16);
+    set(instance, name, value_of(&CMPIValue::uint16, value), CMPI_uint16);
 }
 
 void set_uint32(CMPIInstance* instance, const char* name, std::uint32_t value) {
-    CMPIValue cim = empty_value();
-    cim.uint32 = value;
-    set(instance, name, &cim, CMPI_uint32);
+    set(instance, name, value_of(&CMPIValue::uint32, value), CMPI_uint32);
 }
 
 void set_uint64(CMPIInstance* instance, const char* name, std::uint64_t value) {
-    CMPIValue cim = empty_value();
-    cim.uint64 = value;
-    set(instance, name, &cim, CMPI_uint64);
+    set(instance, name, value_of(&CMPIValue::uint64, value), CMPI_uint64);
 }
 
 void set_reference(CMPIInstance* instance, const char* name, CMPIObjectPath* path) {
-    CMPIValue cim = empty_value();
-    cim.ref = path;
-    set(instance, name, &cim, CMPI_ref);
+    set(instance, name, value_of(&CMPIValue::ref, path), CMPI_ref);
 }
 
 void set_host(CMPIObjectPath* path, const char* host) {
@@ -91,19 +84,15 @@ void filter_properties(CMPIInstance* instance, const char** properties) {
 }
 
 void add_string_key(CMPIObjectPath* path, const char* name, const char* text) {
-    add(path, name, as_value(text), CMPI_chars);
+    path->ft->addKey(path, name, as_value(text), CMPI_chars);
 }
 
 void add_uint16_key(CMPIObjectPath* path, const char* name, std::uint16_t value) {
-    CMPIValue cim = empty_value();
-    cim.uint16 = value;
-    add(path, name, &cim, CMPI_uint16);
+    add(path, name, value_of(&CMPIValue::uint16, value), CMPI_uint16);
 }
 
 void add_reference_key(CMPIObjectPath* path, const char* name, CMPIObjectPath* reference) {
-    CMPIValue cim = empty_value();
-    cim.ref = reference;
-    add(path, name, &cim, CMPI_ref);
+    add(path, name, value_of(&CMPIValue::ref, reference), CMPI_ref);
 }
 
 const char* path_class_name(const CMPIObjectPath* path) {

@@ -54,23 +54,23 @@ constexpr class_row<get_route> routes[] = {
     // The rows marked * cannot be reached: no key is found for their classes.
     {"ZANTO_TCPStatisticalData", from_link(if_index, ip_pe)}, // *
     {"ZANTO_RemoteIPPort", from_link(if_index, ip_pe)},       // *
-    {"ZANTO_SANFCIPEndpoint", through(get_dependency)},
-    {"ZANTO_SANIPEndpoint", through(get_dependency)},
-    {"ZANTO_FCIPTCPEndpoint", through(get_dependency)},
-    {"ZANTO_TCPIPEndpoint", through(get_dependency)},
-    {"ZANTO_SANTCPEndpoint", through(get_dependency)},
-    {"ZANTO_IPEthernetEndpoint", through(get_dependency)},           // *
-    {"ZANTO_EthernetPortProtocolEndpoint", through(get_dependency)}, // *
-    {"ZANTO_FCPortProtocolEndPoint", nothing},                       // *
-    {"ZANTO_SwitchHostedFCIPAccessPoint", through(get_dependency)},  // *
-    {"ZANTO_SwitchHostedIPAccessPoint", through(get_dependency)},    // *
-    {"ZANTO_SwitchHostedTCPAccessPoint", through(get_dependency)},   // *
-    {"ZANTO_FCIPPEBasedOn", through(get_group_part)},
-    {"ZANTO_FCIPElementSettingData", through(get_managed_setting)},
-    {"ZANTO_TCPElementSettingData", through(get_managed_setting)},
-    {"ZANTO_IPElementSettingData", through(get_managed_setting)},
-    {"ZANTO_IPEndPointStatisticalData", through(get_managed_stats)}, // *
-    {"ZANTO_EthernetPortStatisticalData", through(get_managed_stats)},
+    {"ZANTO_SANFCIPEndpoint", from_path(get_ant_dep_instance)},
+    {"ZANTO_SANIPEndpoint", from_path(get_ant_dep_instance)},
+    {"ZANTO_FCIPTCPEndpoint", from_path(get_ant_dep_instance)},
+    {"ZANTO_TCPIPEndpoint", from_path(get_ant_dep_instance)},
+    {"ZANTO_SANTCPEndpoint", from_path(get_ant_dep_instance)},
+    {"ZANTO_IPEthernetEndpoint", from_path(get_ant_dep_instance)},           // *
+    {"ZANTO_EthernetPortProtocolEndpoint", from_path(get_ant_dep_instance)}, // *
+    {"ZANTO_FCPortProtocolEndPoint", nothing},                               // *
+    {"ZANTO_SwitchHostedFCIPAccessPoint", from_path(get_ant_dep_instance)},  // *
+    {"ZANTO_SwitchHostedIPAccessPoint", from_path(get_ant_dep_instance)},    // *
+    {"ZANTO_SwitchHostedTCPAccessPoint", from_path(get_ant_dep_instance)},   // *
+    {"ZANTO_FCIPPEBasedOn", from_path(get_group_part_instance)},
+    {"ZANTO_FCIPElementSettingData", from_path(get_managed_setting_instance)},
+    {"ZANTO_TCPElementSettingData", from_path(get_managed_setting_instance)},
+    {"ZANTO_IPElementSettingData", from_path(get_managed_setting_instance)},
+    {"ZANTO_IPEndPointStatisticalData", from_path(get_managed_stats_instance)}, // *
+    {"ZANTO_EthernetPortStatisticalData", from_path(get_managed_stats_instance)},
 };
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "provider/mi/gets.h"
 
-#include "provider/associations/rebuilders.h"
 #include "provider/classes/net/tcp_statistics.h"
 #include "provider/common/results.h"
 #include "provider/common/trace.h"
@@ -27,6 +26,8 @@ void dispatch_get(std::span<const class_row<get_route>> routes, const get_reques
         return_built(row->serves, request);
     else if (row->serves.get != nullptr)
         row->serves.get(request);
+    else if (row->serves.rebuild != nullptr)
+        row->serves.rebuild(request.path, request.result, request.properties);
 }
 
 bool look_up_link(const get_request& request, lookup_mode mode, FcipLinkEntry& link) {
@@ -47,22 +48,6 @@ void return_tcp_statistics(const get_request& request, lookup_mode mode, const c
         tcp_statistical_data_build_instance("ZANTO_TCPStatisticalData", request.name_space, &link, request.properties);
     errors.row.reset(); // ahead of the return
     return_instance(request.result, instance);
-}
-
-void get_dependency(const get_request& request) {
-    get_ant_dep_instance(request.path, request.result, request.properties);
-}
-
-void get_group_part(const get_request& request) {
-    get_group_part_instance(request.path, request.result, request.properties);
-}
-
-void get_managed_setting(const get_request& request) {
-    get_managed_setting_instance(request.path, request.result, request.properties);
-}
-
-void get_managed_stats(const get_request& request) {
-    get_managed_stats_instance(request.path, request.result, request.properties);
 }
 
 } // namespace fcip

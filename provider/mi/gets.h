@@ -2,6 +2,7 @@
 #pragma once
 
 #include "provider/access/fcip_tables.h"
+#include "provider/associations/rebuilders.h"
 #include "provider/classes/builders.h"
 #include "provider/common/class_row.h"
 
@@ -22,21 +23,24 @@ struct get_request {
 /// What one class's get does: looks the key up and returns at most one instance to the request's result.
 using get_function = void(const get_request& request);
 
-/// How a class is served. Either `build` is set: the link row that the key names in `mode` is built as `fixed_class`,
-/// or as the class requested if that is null; or `get` is; or neither, and nothing is returned.
+/// How a class is served. One of the pointers is set; without any nothing is returned.
 struct get_route {
     lookup_mode mode{};
-    link_instance_builder* build = nullptr;
-    const char* fixed_class = nullptr;
-    get_function* get = nullptr;
+    link_instance_builder* build = nullptr;   ///< of the link row that the key names in `mode`
+    const char* fixed_class = nullptr;        ///< the class that is built; null = the one requested
+    get_function* get = nullptr;              ///< does all by itself
+    association_rebuilder* rebuild = nullptr; ///< of the request's own path
 };
 
 /// Routes, for tables that read like what they say.
 constexpr get_route from_link(lookup_mode mode, const link_class& built, const char* fixed_class = nullptr) {
-    return {mode, built.build, fixed_class, nullptr};
+    return {mode, built.build, fixed_class, nullptr, nullptr};
 }
 constexpr get_route through(get_function* get) {
-    return {{}, nullptr, nullptr, get};
+    return {{}, nullptr, nullptr, get, nullptr};
+}
+constexpr get_route from_path(association_rebuilder* rebuild) {
+    return {{}, nullptr, nullptr, nullptr, rebuild};
 }
 inline constexpr get_route nothing{};
 
@@ -50,11 +54,5 @@ bool look_up_link(const get_request& request, lookup_mode mode, FcipLinkEntry& l
 /// Builds a tunnel's TCP statistical data, with the link's error counters fetched before and released behind it.
 /// @param function whose name the trace of a failed query carries
 void return_tcp_statistics(const get_request& request, lookup_mode mode, const char* function);
-
-/// The get functions of the association classes.
-get_function get_dependency;
-get_function get_group_part;
-get_function get_managed_setting;
-get_function get_managed_stats;
 
 } // namespace fcip

@@ -3,7 +3,7 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
-#include "provider/classes/link_instance.h"
+#include "provider/classes/link_frames.h"
 #include "provider/common/text.h"
 #include "provider/common/values.h"
 
@@ -50,6 +50,15 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
     set_uint16(instance, "ProtocolIFType", 56);
 }
 
+void add_keys(CMPIObjectPath* path, const FcipLinkEntry& link, const FcipEntityEntry& profile) {
+    add_system_name_key(path, link.link_if_index, "Unknown");
+    add_string_key(path, "SystemCreationClassName", logical_computer_system);
+    add_string_key(path, "CreationClassName", creation_class_name);
+    const auto remote = address_text<20>(link.remote_address); // an IPv6 address is cut
+    const auto local = address_text<20>(profile.local_address);
+    add_string_key(path, "Name", name_text(link, local.data(), remote.data()).data());
+}
+
 } // namespace
 
 CMPIInstance* fcip_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
@@ -59,19 +68,7 @@ CMPIInstance* fcip_pe_build_instance(const char* class_name, const char* name_sp
 }
 
 CMPIObjectPath* fcip_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIObjectPath* path = new_path(name_space, class_name);
-    if (path == nullptr)
-        return nullptr;
-    add_system_name_key(path, link->link_if_index, "Unknown");
-    add_string_key(path, "SystemCreationClassName", logical_computer_system);
-    add_string_key(path, "CreationClassName", creation_class_name);
-    const auto remote = address_text<20>(link->remote_address); // an IPv6 address is cut
-    const auto local = address_text<20>(profile->local_address);
-    add_string_key(path, "Name", name_text(*link, local.data(), remote.data()).data());
-    return path;
+    return build_link_path(add_keys, class_name, name_space, *link);
 }
 
 } // namespace fcip

@@ -3,7 +3,7 @@
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
 #include "provider/classes/fcip/settings_path.h"
-#include "provider/classes/link_instance.h"
+#include "provider/classes/link_frames.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"

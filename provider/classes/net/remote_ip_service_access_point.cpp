@@ -3,7 +3,7 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
-#include "provider/classes/link_instance.h"
+#include "provider/classes/link_frames.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
@@ -37,6 +37,17 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
     set_uint16(instance, "ProtocolIFType", 4096);
 }
 
+void add_keys(CMPIObjectPath* path, const FcipLinkEntry& link, const FcipEntityEntry& profile) {
+    add_system_name_key(path, link.link_if_index, "Unknown");
+    set_switch_host(path);
+    const auto local = address_text(profile.local_address);
+    const auto remote = address_text(link.remote_address);
+    vsan_system_name(link.link_if_index); // asked once more, for its traces only
+    add_string_key(path, "SystemCreationClassName", logical_computer_system);
+    add_string_key(path, "CreationClassName", creation_class_name);
+    add_string_key(path, "Name", name_text(remote.data(), local.data()).data());
+}
+
 } // namespace
 
 CMPIInstance* ip_remote_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
@@ -48,21 +59,7 @@ CMPIInstance* ip_remote_pe_build_instance(const char* class_name, const char* na
 
 CMPIObjectPath* ip_remote_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
     trace_entering(__func__);
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIObjectPath* path = new_path(name_space, class_name);
-    if (path == nullptr)
-        return nullptr;
-    add_system_name_key(path, link->link_if_index, "Unknown");
-    set_switch_host(path);
-    const auto local = address_text(profile->local_address);
-    const auto remote = address_text(link->remote_address);
-    vsan_system_name(link->link_if_index); // asked once more, for its traces only
-    add_string_key(path, "SystemCreationClassName", logical_computer_system);
-    add_string_key(path, "CreationClassName", creation_class_name);
-    add_string_key(path, "Name", name_text(remote.data(), local.data()).data());
-    return path;
+    return build_link_path(add_keys, class_name, name_space, *link);
 }
 
 } // namespace fcip

@@ -3,7 +3,7 @@
 #include "provider/access/addresses.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
-#include "provider/classes/link_instance.h"
+#include "provider/classes/link_frames.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
@@ -47,6 +47,16 @@ void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const Fci
         set_connection_properties(instance, *connection);
 }
 
+void add_keys(CMPIObjectPath* path, const FcipLinkEntry& link, const FcipEntityEntry& profile) {
+    set_switch_host(path);
+    address_text(profile.local_address); // neither text is used
+    address_text(link.remote_address);
+    add_system_name_key(path, link.link_if_index, "LogicalComputerSystem");
+    add_string_key(path, "SystemCreationClassName", logical_computer_system);
+    add_string_key(path, "CreationClassName", creation_class_name);
+    add_string_key(path, "Name", index_text(link.link_if_index).data());
+}
+
 } // namespace
 
 CMPIInstance* tcp_pe_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
@@ -57,20 +67,7 @@ CMPIInstance* tcp_pe_build_instance(const char* class_name, const char* name_spa
 
 CMPIObjectPath* tcp_pe_fill_reference(const char* class_name, const char* name_space, const FcipLinkEntry* link) {
     trace_entering(__func__);
-    const auto profile = profile_of(*link);
-    if (profile == nullptr)
-        return nullptr;
-    CMPIObjectPath* path = new_path(name_space, class_name);
-    if (path == nullptr)
-        return nullptr;
-    set_switch_host(path);
-    address_text(profile->local_address); // neither text is used
-    address_text(link->remote_address);
-    add_system_name_key(path, link->link_if_index, "LogicalComputerSystem");
-    add_string_key(path, "SystemCreationClassName", logical_computer_system);
-    add_string_key(path, "CreationClassName", creation_class_name);
-    add_string_key(path, "Name", index_text(link->link_if_index).data());
-    return path;
+    return build_link_path(add_keys, class_name, name_space, *link);
 }
 
 } // namespace fcip

@@ -1,4 +1,4 @@
-#include "provider/classes/link_instance.h"
+#include "provider/classes/link_frames.h"
 
 #include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
@@ -24,6 +24,17 @@ CMPIInstance* build_link_instance(const link_instance_frame& frame, const char* 
     profile.reset();
     trace_exiting(frame.function);
     return instance;
+}
+
+CMPIObjectPath* build_link_path(key_adder* add_keys, const char* class_name, const char* name_space,
+                                const FcipLinkEntry& link) {
+    const auto profile = profile_of(link);
+    if (profile == nullptr)
+        return nullptr;
+    CMPIObjectPath* path = new_path(name_space, class_name);
+    if (path != nullptr)
+        add_keys(path, link, *profile);
+    return path;
 }
 
 } // namespace fcip
