@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <string_view>
 
 #include <strings.h>
 
@@ -14,7 +15,7 @@ namespace fcip {
 
 namespace {
 
-constexpr const char* self = "get_fcip_link_entry_from";
+constexpr std::string_view self = "get_fcip_link_entry_from";
 
 /// A key value as a mode reads it. A token that the key lacks is null, and its number 0.
 struct lookup_key {
@@ -25,28 +26,61 @@ struct lookup_key {
     std::int32_t second_number;
 };
 
+/// Whether a row is the one that a key names. Adds the lines that the comparison prints.
+using row_comparison = bool(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines);
+
+bool is_tunnel(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
+    return as_signed(link.link_index + 1) == key.first_number;
+}
+
+bool is_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
+    return as_signed(link.link_if_index) == key.first_number;
+}
+
+bool is_ethernet_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
+    lines.add(" ret_entry->vrkFcipLinkExtEthIfIndex ", as_signed(link.ethernet_if_index), " \n");
+    return as_signed(link.ethernet_if_index) == key.first_number;
+}
+
+bool is_entity(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*lines*/) {
+    return as_signed(link.entity_id) == key.first_number;
+}
+
+bool is_peer_address(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
+    const auto peer = address_text(link.remote_address);
+    lines.location(self, 170);
+    lines.add("ipstr: ", peer.data(), " \n");
+    return strcasecmp(peer.data(), key.second) == 0;
+}
+
+bool is_peer_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
+    lines.add("fcipifidx : ", key.second_number, " \n");
+    return as_signed(link.link_if_index) == key.second_number;
+}
+
 constexpr const char* whole_text = "";
 constexpr int no_location = 0;
 
-/// How a mode reads a key, and what it prints of it for each row.
+/// How a mode reads a key, and what it compares a row with.
 struct mode_row {
     lookup_mode mode;
     const char* delimiters;           ///< or whole_text: the first token is all of the key, even where that is empty
     int tokens;                       ///< where two are needed, the first is 0 in a key that names anything
-    const char* first_line;           ///< what the line with the first number begins with; null = no such line
+    row_comparison* matches;          ///< asked for rows whose key has all its tokens
+    std::string_view first_line;      ///< what the line with the first number begins with; empty = no such line
     int location;                     ///< of the trace ahead of it
     int location_short = no_location; ///< of the trace when the second token is missing
 };
 
 // clang-format off
 constexpr mode_row modes[] = {
-    {lookup_mode::tunnel,            "_",        1, "tunnel id : ", no_location},
-    {lookup_mode::if_index,          "_",        1, "if_index : ",  76},
-    {lookup_mode::if_index_only,     whole_text, 1, "if_index : ",  no_location},
-    {lookup_mode::ethernet_if_index, ":_",       1, "if_index : ",  113},
-    {lookup_mode::entity,            whole_text, 1, nullptr,        no_location},
-    {lookup_mode::peer_address,      "_",        2, "if_index : ",  151, 165},
-    {lookup_mode::peer_if_index,     "_",        2, "if_index : ",  193},
+    {lookup_mode::tunnel,            "_",        1, is_tunnel,            "tunnel id : ", no_location},
+    {lookup_mode::if_index,          "_",        1, is_if_index,          "if_index : ",  76},
+    {lookup_mode::if_index_only,     whole_text, 1, is_if_index,          "if_index : ",  no_location},
+    {lookup_mode::ethernet_if_index, ":_",       1, is_ethernet_if_index, "if_index : ",  113},
+    {lookup_mode::entity,            whole_text, 1, is_entity,            "",             no_location},
+    {lookup_mode::peer_address,      "_",        2, is_peer_address,      "if_index : ",  151, 165},
+    {lookup_mode::peer_if_index,     "_",        2, is_peer_if_index,     "if_index : ",  193},
 };
 // clang-format on
 
@@ -60,88 +94,56 @@ void read_key(const mode_row& mode, const char* key_value, lookup_key& key) {
     key.second_number = key.second == nullptr ? 0 : parse_decimal(key.second);
 }
 
-/// What can be said of a key before it is held against a row.
-enum class key_kind { complete, of_no_row, too_short };
+enum class verdict { no_match, match, short_key };
 
-/// Judges a key, and adds the lines that every row prints of it.
-key_kind judge_key(const mode_row& mode, const lookup_key& key, trace_lines& lines) {
+/// Tests a row, and adds the lines that this prints.
+verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
     if (mode.location != no_location)
         lines.location(self, mode.location);
     if (key.first == nullptr)
-        return key_kind::too_short;
-    if (mode.first_line != nullptr)
+        return verdict::short_key;
+    if (!mode.first_line.empty())
         lines.add(mode.first_line, key.first_number, " \n");
     if (mode.tokens == 2 && key.first_number != 0)
-        return key_kind::of_no_row;
+        return verdict::no_match;
     if (mode.tokens == 2 && key.second == nullptr) {
         if (mode.location_short != no_location)
             lines.location(self, mode.location_short);
-        return key_kind::too_short;
+        return verdict::short_key;
     }
-    return key_kind::complete;
-}
-
-/// Whether a row is the one that a complete key names. Adds the lines that the comparison prints.
-bool matches(lookup_mode mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
-    switch (mode) {
-    case lookup_mode::tunnel:
-        return as_signed(link.link_index + 1) == key.first_number;
-    case lookup_mode::if_index:
-    case lookup_mode::if_index_only:
-        return as_signed(link.link_if_index) == key.first_number;
-    case lookup_mode::ethernet_if_index:
-        lines.add(" ret_entry->vrkFcipLinkExtEthIfIndex ", as_signed(link.ethernet_if_index), " \n");
-        return as_signed(link.ethernet_if_index) == key.first_number;
-    case lookup_mode::entity:
-        return as_signed(link.entity_id) == key.first_number;
-    case lookup_mode::peer_address: {
-        lines.location(self, 170);
-        const auto peer = address_text(link.remote_address);
-        lines.add("ipstr: ", peer.data(), " \n");
-        return strcasecmp(peer.data(), key.second) == 0;
-    }
-    case lookup_mode::peer_if_index:
-        lines.add("fcipifidx : ", key.second_number, " \n");
-        return as_signed(link.link_if_index) == key.second_number;
-    }
-    return false;
+    return mode.matches(link, key, lines) ? verdict::match : verdict::no_match;
 }
 
 /// Walks the links up to the one that the key names, and copies it out. Prints the lines of each row at once.
-/// @return 0, or -1 when there is a row and the key is too short for it
-int find_link(const mode_row& mode, const lookup_key& key, FcipLinkEntry& destination) {
-    trace_lines key_lines;
-    const key_kind kind = judge_key(mode, key, key_lines);
-    int status = 0;
+verdict find_link(const mode_row& mode, const lookup_key& key, FcipLinkEntry& destination) {
+    verdict last = verdict::no_match;
     walk_links(mts_q, [&](const FcipLinkEntry& link) {
         trace_lines lines;
-        lines.add(key_lines.text());
-        const bool found = kind == key_kind::complete && matches(mode.mode, link, key, lines);
-        if (found) {
+        last = test_row(mode, link, key, lines);
+        if (last == verdict::match) {
             lines.add("Entry Found");
             destination = link;
         }
         lines.print();
-        status = kind == key_kind::too_short ? -1 : 0;
-        return found || status != 0 ? walk::stop : walk::go_on;
+        return last == verdict::no_match ? walk::go_on : walk::stop;
     });
-    return status;
+    return last;
 }
 
 } // namespace
 
 int get_fcip_link_entry_from(const char* key_value, FcipLinkEntry* destination, lookup_mode mode) {
-    trace_entering(self);
+    trace_entering(self.data());
     const auto row = std::ranges::find(modes, mode, &mode_row::mode);
     if (row == std::end(modes)) {
         get_all_link_entries(mts_q); // an unknown mode matches no row
     } else {
         lookup_key key;
         read_key(*row, key_value, key);
-        if (find_link(*row, key, *destination) != 0)
+        if (find_link(*row, key, *destination) == verdict::short_key)
             return -1;
     }
-    trace_exiting(self);
+    trace_exiting(self.data());
     return 0; // found or not: callers take the destination as it stands
 }
 

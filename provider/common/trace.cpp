@@ -5,25 +5,21 @@
 
 namespace fcip {
 
-namespace {
-
-/// A number in decimal, in storage of the caller's.
 template <typename Number>
-std::string_view decimal(Number number, std::array<char, 11>& text) { // "-2147483648"
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    return {text.data(), static_cast<std::size_t>(end - text.data())};
+void trace_lines::decimal(Number number) {
+    constexpr std::size_t longest = std::string_view("-2147483648").size();
+    if (text_.size() - size_ < longest)
+        print();
+    char* const begin = text_.data() + size_;
+    size_ += static_cast<std::size_t>(std::to_chars(begin, begin + longest, number).ptr - begin);
 }
 
-} // namespace
-
 void trace_lines::piece(std::int32_t number) {
-    std::array<char, 11> text;
-    piece(decimal(number, text));
+    decimal(number);
 }
 
 void trace_lines::piece(std::uint32_t number) {
-    std::array<char, 11> text;
-    piece(decimal(number, text));
+    decimal(number);
 }
 
 void trace_lines::long_piece(std::string_view text) {

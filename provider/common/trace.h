@@ -27,10 +27,7 @@ class trace_lines {
     }
 
     /// Adds " Function : FUNCTION Line LINE ".
-    void location(const char* function, int line) { add(" Function : ", function, " Line ", line, " \n"); }
-
-    /// What was added since the last print, unless it is longer than the storage.
-    std::string_view text() const { return {text_.data(), size_}; }
+    void location(std::string_view function, int line) { add(" Function : ", function, " Line ", line, " \n"); }
 
     /// Prints what was added since the last print, with one write unless it is longer than the storage.
     void print();
@@ -44,6 +41,8 @@ class trace_lines {
     }
     void piece(std::int32_t number);
     void piece(std::uint32_t number);
+    template <typename Number>
+    void decimal(Number number);
     void long_piece(std::string_view text); ///< one that no room is left for
 
     std::array<char, 512> text_;
