@@ -3,7 +3,6 @@
 
 #include <cmpidt.h>
 #include <cmpift.h>
-#include <cmpimacs.h>
 
 /// The broker that the factories were given; null until the CIM server has called one. The last one given wins.
 extern "C" __attribute__((visibility("default"))) const CMPIBroker* _broker;

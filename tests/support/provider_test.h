@@ -9,6 +9,7 @@
 #include "tests/support/read_faults.h"
 #include "tests/support/small_switch.h"
 
+#include <cmpimacs.h>
 #include <gtest/gtest.h>
 
 #include <array>
