@@ -55,6 +55,14 @@ TEST_F(Traces, OfAssociatorNames) {
         << trace;
 }
 
+TEST_F(Traces, SecondPathOfIpSettingsHasNoLocation) {
+    const auto outcome = run(fcip::get_ip_pe_associator_names, "16777216_x", "ZANTO_IPElementSettingData");
+    EXPECT_EQ(outcome.answer.objects.size(), 2u);
+    const std::string location = " Function : get_ip_pe_associator_names Line ";
+    EXPECT_NE(trace.find(location), std::string::npos);
+    EXPECT_EQ(trace.find(location), trace.rfind(location)) << trace;
+}
+
 TEST_F(Traces, OfReferencesAndTheirNames) {
     run(fcip::get_fcip_pe_references, "1_10.1.1.1_10.1.1.2", "ZANTO_FCIPPEBasedOn");
     EXPECT_EQ(trace, "Entering get_fcip_pe_references\n"
@@ -90,6 +98,21 @@ TEST_F(Traces, OfEnumeratedAssociations) {
     EXPECT_EQ(trace, "Entering get_all_binds_to_instances\n"
                      "get_profile_from_link_entry : Error\n"
                      "Exiting get_all_binds_to_instances\n");
+}
+
+TEST_F(Traces, EnumeratedIpEthernetEndpointsBeginWithTheirLocation) {
+    call([&] { return fcip::get_all_binds_to_references("ZANTO_IPEthernetEndpoint", scope.result(), "root/cimv2"); });
+    EXPECT_TRUE(trace.starts_with("Entering get_all_binds_to_references\n"
+                                  " Function : get_all_binds_to_references Line 6 \n"
+                                  "Entering lan_endpoint_fill_reference\n"))
+        << trace;
+    call([&] {
+        return fcip::get_all_binds_to_instances("ZANTO_IPEthernetEndpoint", scope.result(), "root/cimv2", nullptr);
+    });
+    EXPECT_TRUE(trace.starts_with("Entering get_all_binds_to_instances\n"
+                                  " Function : get_all_binds_to_instances Line 6 \n"
+                                  "Entering lan_endpoint_fill_reference\n"))
+        << trace;
 }
 
 TEST_F(Traces, OfAWholeRequest) {
