@@ -172,6 +172,7 @@ TEST_F(Associators, NamesOfTcpStatisticalDataAreMadeAndNeverReturned) {
     EXPECT_TRUE(outcome.answer.objects.empty());
     EXPECT_EQ(outcome.answer.null_results, 0u);
     EXPECT_GT(scope.objects_made(), 0u);
+    EXPECT_NE(trace.find("Entering tcp_pe_fill_reference\n"), std::string::npos);
     EXPECT_TRUE(reads_key(trace,
                           "Entering get_tcp_statical_data_associator_names\n"
                           " Function : get_tcp_statical_data_associator_names Line 1 \n",
