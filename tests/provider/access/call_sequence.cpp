@@ -4,16 +4,20 @@
 #include "provider/access/statistics.h"
 #include "provider/classes/fcip/fcip_protocol_endpoint.h"
 #include "provider/classes/fcip/fcip_settings.h"
+#include "provider/classes/fcip/ip_settings.h"
+#include "provider/classes/fcip/tcp_settings.h"
 #include "provider/classes/net/ethernet_port_statistics.h"
 #include "provider/classes/net/ip_protocol_endpoint.h"
 #include "provider/classes/net/lan_endpoint.h"
 #include "provider/classes/net/statistics_path.h"
 #include "provider/classes/net/tcp_protocol_endpoint.h"
+#include "provider/classes/net/tcp_statistics.h"
 #include "tests/provider/access/access_test.h"
 #include "tests/provider/access/call_marks.h"
 
 #include <cstdlib>
 #include <functional>
+#include <string>
 
 namespace fcip {
 namespace {
@@ -113,9 +117,9 @@ TEST_F(CallSequence, LookupReleasesWhatAFailedReadLeftAheadOfExiting) {
 
 // ---------------------------------------------------------------------------------------------- builders
 
-struct named_build {
-    const char* name;
+struct build_case {
     std::function<void()> build;
+    std::string end; ///< of its trace
 };
 
 void instance_of(link_instance_builder* build, const FcipLinkEntry& link) {
@@ -126,30 +130,71 @@ void path_of(link_path_builder* build, const FcipLinkEntry& link) {
     build(test::made_up_class, "root/cimv2", &link);
 }
 
+std::string location(const std::string& function, int line) {
+    return " Function : " + function + " Line " + std::to_string(line) + " \n";
+}
+
+std::string exiting(const std::string& function) {
+    return "Exiting " + function + "\n";
+}
+
 TEST_F(CallSequence, BuildersReleaseTheirRecordsAheadOfExiting) {
+    port().ip_statistics.assign(172, 0);
     const FcipLinkEntry link = the_switch().links.at(test::tunnel_1);
     PmPortInfo port_1{};
     call([&] { port_1 = *fetch_port(platform_exact, ethernet_1); });
-    const named_build cases[] = {
-        {"fcip_pe", [&] { instance_of(fcip_pe_build_instance, link); }},
-        {"fcip_settings", [&] { instance_of(fcip_settings_build_instance, link); }},
-        {"fcip_settings path", [&] { path_of(fcip_settings_fill_reference, link); }},
-        {"ip_pe", [&] { instance_of(ip_pe_build_instance, link); }},
-        {"ip_pe path", [&] { path_of(ip_pe_fill_reference, link); }},
-        {"tcp_pe", [&] { instance_of(tcp_pe_build_instance, link); }},
-        {"statistics path", [&] { path_of(stat_fill_reference, link); }},
-        {"eth_statistics", [&] { eth_statistics_build_instance(test::made_up_class, "root/cimv2", &port_1, nullptr); }},
-        {"lan_endpoint", [] { lan_endpoint_build_instance(test::made_up_class, "root/cimv2", ethernet_1, nullptr); }},
-        {"lan_endpoint path", [] { lan_endpoint_fill_reference(test::made_up_class, "root/cimv2", ethernet_1); }},
+    const build_case cases[] = {
+        {[&] { instance_of(fcip_pe_build_instance, link); }, "[release profile]" + exiting("fcip_pe_build_instance")},
+        {[&] { instance_of(fcip_settings_build_instance, link); },
+         "[release profile]" + exiting("fcip_settings_build_instance")},
+        {[&] { path_of(fcip_settings_fill_reference, link); },
+         location("fcip_settings_fill_reference", 636) + "[release profile]" + exiting("fcip_settings_fill_reference")},
+        {[&] { instance_of(ip_settings_build_instance, link); },
+         "[release reply][release profile]" + exiting("ip_settings_build_instance")},
+        {[&] { instance_of(tcp_settings_build_instance, link); },
+         "[release profile]" + location("tcp_settings_build_instance", 919) + exiting("tcp_settings_build_instance")},
+        {[&] { instance_of(ip_pe_build_instance, link); },
+         location("ip_pe_build_instance", 497) + "[release profile]" + exiting("ip_pe_build_instance")},
+        {[&] { path_of(ip_pe_fill_reference, link); }, "[release profile]" + exiting("ip_pe_fill_reference")},
+        {[&] { instance_of(tcp_pe_build_instance, link); }, "[release profile]" + exiting("tcp_pe_build_instance")},
+        {[&] { instance_of(tcp_statistics_build_instance, link); },
+         "[release profile]" + exiting("tcp_statistics_build_instance")},
+        {[&] { path_of(stat_fill_reference, link); },
+         "[release profile][release link]" + exiting("stat_fill_reference")},
+        {[&] { eth_statistics_build_instance(test::made_up_class, "root/cimv2", &port_1, nullptr); },
+         "[release counters]" + exiting("eth_statistics_build_instance")},
+        {[] { lan_endpoint_build_instance(test::made_up_class, "root/cimv2", ethernet_1, nullptr); },
+         "[release port]" + exiting("lan_endpoint_build_instance")},
+        {[] { lan_endpoint_fill_reference(test::made_up_class, "root/cimv2", ethernet_1); },
+         "[release port]" + exiting("lan_endpoint_fill_reference")},
     };
-    for (const auto& [name, build] : cases) {
-        SCOPED_TRACE(name);
+    for (const auto& [build, end] : cases) {
+        SCOPED_TRACE(end);
         call(build);
         EXPECT_TRUE(test::held_records().empty());
-        const auto last_release = trace.rfind("[release ");
-        ASSERT_NE(last_release, std::string::npos) << trace;
-        EXPECT_LT(last_release, trace.rfind("Exiting")) << trace;
+        EXPECT_TRUE(trace.ends_with(end)) << trace;
     }
+}
+
+TEST_F(CallSequence, BuildersThatLackARecordPrintTheirLineAheadOfReleasing) {
+    const FcipLinkEntry link = the_switch().links.at(test::tunnel_1);
+    const auto trace_without = [&](const char* function, const std::function<void()>& build) {
+        switchsim::inject(function, switchsim::Fault::fail_leaving_record);
+        call(build);
+        switchsim::clear_faults();
+        return trace;
+    };
+    const auto statistics = [&] { instance_of(tcp_statistics_build_instance, link); };
+    const auto path = [&] { path_of(stat_fill_reference, link); };
+    EXPECT_TRUE(trace_without("fcip_get_entity_entry", statistics)
+                    .ends_with("[profile]" + location("tcp_statistics_build_instance", 738) + "[release profile]"))
+        << trace;
+    EXPECT_TRUE(trace_without("fcip_get_entity_entry", path)
+                    .ends_with("[profile]" + location("stat_fill_reference", 435) + "[release profile]"))
+        << trace;
+    EXPECT_TRUE(trace_without("fcip_get_link_entry", path)
+                    .ends_with("[link]" + location("stat_fill_reference", 448) + "[release link][release profile]"))
+        << trace;
 }
 
 } // namespace
