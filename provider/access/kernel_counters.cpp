@@ -4,6 +4,7 @@
 #include "provider/common/text.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 #include <memory>
 #include <span>

@@ -7,6 +7,7 @@
 #include "provider/common/trace.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 namespace fcip {

@@ -8,11 +8,8 @@ namespace fcip {
 /// The TCP counter record of an interface, as the line card replied: big-endian on every host.
 inline constexpr std::size_t tcp_record_size = 1352;
 
-/// The IP counter record of an interface, as the line card replied: a header, then the counters, big-endian.
+/// The IP counter record of an interface, as the line card replied: a header of 32 bytes, then the counters, big-endian.
 inline constexpr std::size_t ip_record_size = 172;
-inline constexpr std::size_t ip_counters_offset = 32; ///< where the counters start in an IP counter record
-inline constexpr std::size_t ip_counters_size = 140;  ///< bytes of counters behind the header
-static_assert(ip_counters_offset + ip_counters_size == ip_record_size);
 
 /// The MAC counter record of an Ethernet interface, as the line card replied: big-endian.
 inline constexpr std::size_t ethernet_record_size = 256;

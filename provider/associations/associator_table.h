@@ -9,7 +9,7 @@ namespace fcip {
 
 struct associator_row;
 
-/// What a row does that is more than building its far end and returning it.
+/// What a row does in place of building its far end and returning it.
 using far_end_function = void(const traversal_request& request, const associator_row& row,
                               const traversal_source& source);
 

@@ -9,8 +9,6 @@
 #include "provider/common/results.h"
 #include "provider/common/trace.h"
 
-#include <utility>
-
 namespace fcip {
 
 namespace {

@@ -4,6 +4,8 @@
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 
+#include <utility>
+
 namespace fcip {
 
 namespace {

@@ -29,7 +29,7 @@ void get_ethernet_port_statistics(const get_request& request) {
 void get_profile(const get_request& request) {
     FcipLinkEntry link{};
     FcipEntityEntry profile{};
-    if (!look_up_link(request, tunnel, link) || link.entity_id == 0)
+    if (!look_up_link(request, tunnel, link) || key_of(link) == link_key{}) // no row of the table has that key
         return;
     if (get_fcip_entity_from_key_value(mts_q, request.key_value, &profile) == 1)
         return_instance(request.result, fcip_profile_build_instance("ZANTO_FCIPProfile", request.name_space, &profile,

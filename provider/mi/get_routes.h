@@ -3,6 +3,8 @@
 
 #include "provider/mi/gets.h"
 
+#include <span>
+
 namespace fcip {
 
 /// The rows of FCIP_GetInstance, in test order.

@@ -51,7 +51,8 @@ void dispatch_get(std::span<const class_row<get_route>> routes, const get_reques
 /// well-formed key always reaches the builder. @return false for a key too short for the mode
 bool look_up_link(const get_request& request, lookup_mode mode, FcipLinkEntry& link);
 
-/// Builds a tunnel's TCP statistical data, with the link's error counters fetched before and released behind it.
+/// Returns a tunnel's TCP statistical data. The link's error counters are fetched before it is built, and released
+/// before it is returned.
 /// @param function whose name the trace of a failed query carries
 void return_tcp_statistics(const get_request& request, lookup_mode mode, const char* function);
 

@@ -23,14 +23,15 @@ constexpr std::uint32_t whole_reply = 1;
 /// Sets the properties in order; the platform is asked for each where it is set. False when the switch's IP
 /// configuration cannot be read. The line card's and the kernel's IP counters are read, and no property comes from
 /// them.
-bool set_properties(CMPIInstance* instance, const FcipLinkEntry& link) {
+/// @param unused_statistics out: the line card's reply
+bool set_properties(CMPIInstance* instance, const FcipLinkEntry& link, platform_ptr<std::uint8_t>& unused_statistics) {
     const platform_text name = interface_name(link.link_if_index);
     set_string(instance, "Caption", name.data());
     set_string(instance, "Description", name.data());
 
     std::uint8_t* reply = nullptr;
     get_ip_stats(mts_q, link.ethernet_if_index, whole_reply, &reply);
-    const platform_ptr<std::uint8_t> unused_statistics(reply);
+    unused_statistics.reset(reply);
     const auto id = index_text(link.link_if_index);
     set_string(instance, "ElementName", id.data());
     set_string(instance, "InstanceID", id.data());
@@ -51,14 +52,18 @@ bool set_properties(CMPIInstance* instance, const FcipLinkEntry& link) {
 CMPIInstance* ip_settings_build_instance(const char* class_name, const char* name_space, const FcipLinkEntry* link,
                                          const char** properties) {
     trace_entering(__func__);
-    if (profile_of(*link) == nullptr)
+    auto profile = profile_of(*link); // only has to be there
+    if (profile == nullptr)
         return nullptr;
     CMPIInstance* instance = new_switch_instance(class_name, name_space);
     if (!is_usable(instance))
         return instance;
-    if (!set_properties(instance, *link))
+    platform_ptr<std::uint8_t> statistics;
+    if (!set_properties(instance, *link, statistics))
         return nullptr;
     filter_properties(instance, properties);
+    statistics.reset();
+    profile.reset();
     trace_exiting(__func__);
     return instance;
 }

@@ -1,7 +1,6 @@
 #include "provider/classes/fcip/remote_fcip_port.h"
 
 #include "provider/access/addresses.h"
-#include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
 #include "provider/classes/link_frames.h"
 #include "provider/common/text.h"

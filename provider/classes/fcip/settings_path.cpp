@@ -11,7 +11,8 @@ namespace fcip {
 CMPIObjectPath* settings_path(const char* function, int line, const char* class_name, const char* name_space,
                               const FcipLinkEntry& link) {
     trace_entering(function);
-    if (profile_of(link) == nullptr)
+    auto profile = profile_of(link); // only has to be there
+    if (profile == nullptr)
         return nullptr;
     CMPIObjectPath* path = new_path(name_space, class_name);
     if (!is_usable(path))
@@ -19,6 +20,7 @@ CMPIObjectPath* settings_path(const char* function, int line, const char* class_
     set_switch_host(path);
     add_string_key(path, "InstanceID", index_text(link.link_if_index).data());
     trace_location(function, line);
+    profile.reset();
     trace_exiting(function);
     return path;
 }

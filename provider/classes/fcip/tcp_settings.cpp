@@ -52,12 +52,14 @@ CMPIInstance* tcp_settings_build_instance(const char* class_name, const char* na
         return minus_one<CMPIInstance>();
     }
     trace_location(__func__, 862);
-    if (profile_of(current) == nullptr)
+    auto profile = profile_of(current); // only has to be there
+    if (profile == nullptr)
         return nullptr;
     trace_location(__func__, 876);
     query_tcp_statistics(current);
     set_properties(instance, current);
     filter_properties(instance, properties);
+    profile.reset();
     trace_location(__func__, 919);
     trace_exiting(__func__);
     return instance;

@@ -5,11 +5,14 @@
 #include "provider/access/systems.h"
 #include "provider/classes/link_frames.h"
 #include "provider/common/endian.h"
+#include "provider/common/memory.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"
 
 #include <arpa/inet.h>
+
+#include <utility>
 
 namespace fcip {
 

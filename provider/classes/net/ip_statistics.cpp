@@ -9,10 +9,13 @@
 #include "provider/common/values.h"
 
 #include <array>
+#include <cstring>
 
 namespace fcip {
 
 namespace {
+
+using ip_counters = std::array<std::uint8_t, ip_record_size>;
 
 /// A property that is the sum of some words of the counter record, less another: 32 bits, wrapping around.
 struct counter_row {
@@ -43,28 +46,32 @@ constexpr counter_row counter_rows[] = {
     {"RouteEntriesDiscards", {152}}, // the same word as ReceivedPDUDiscards
 };
 
-std::uint32_t value_of(const counter_row& row, const std::uint8_t* record) {
-    const auto word = [record](std::size_t offset) { return offset == 0 ? 0 : read_be32(record + offset); };
+std::uint32_t value_of(const counter_row& row, const ip_counters& counters) {
+    const auto word = [&](std::size_t offset) { return offset == 0 ? 0 : read_be32(counters.data() + offset); };
     std::uint32_t value = 0;
     for (const std::size_t offset : row.added)
         value += word(offset);
     return value - word(row.subtracted);
 }
 
-void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const std::uint8_t* record) {
+void set_properties(CMPIInstance* instance, const FcipLinkEntry& link, const ip_counters& counters) {
     set_string(instance, "InstanceID", index_text(link.link_if_index).data());
     set_string(instance, "SystemName", vsan_system_name(link.link_if_index).data());
     set_string(instance, "CreationClassName", "ZANTO_IPEndPointStatistics");
     for (const counter_row& row : counter_rows)
-        set_uint32(instance, row.property, value_of(row, record));
+        set_uint32(instance, row.property, value_of(row, counters));
 }
 
-/// The line card's counters for the Ethernet port that carries the link; null when none came back.
-platform_ptr<std::uint8_t> query_counters(const FcipLinkEntry& link) {
-    std::uint8_t* record = nullptr;
-    const int status = get_ip_stats(mts_q, link.ethernet_if_index, 1, &record);
+/// Copies out the line card's counters for the Ethernet port that carries the link. False when none came back.
+bool query_counters(const FcipLinkEntry& link, ip_counters& counters) {
+    std::uint8_t* reply = nullptr;
+    const int status = get_ip_stats(mts_q, link.ethernet_if_index, 1, &reply);
+    const platform_ptr<std::uint8_t> record(reply);
     trace(status == 0 ? "Great!!!\n" : "\ntol : some problem in get_ip_stats\n ");
-    return platform_ptr<std::uint8_t>(record);
+    if (record == nullptr)
+        return false;
+    std::memcpy(counters.data(), record.get(), counters.size());
+    return true;
 }
 
 } // namespace
@@ -77,10 +84,10 @@ CMPIInstance* ip_statistics_build_instance(const char* class_name, const char* n
         return instance;
     if (link == nullptr)
         return nullptr;
-    const auto record = query_counters(*link);
-    if (record == nullptr)
+    ip_counters counters{};
+    if (!query_counters(*link, counters))
         return nullptr;
-    set_properties(instance, *link, record.get());
+    set_properties(instance, *link, counters);
     filter_properties(instance, properties);
     trace_exiting(__func__);
     return instance;

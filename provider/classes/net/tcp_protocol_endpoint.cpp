@@ -1,9 +1,9 @@
 #include "provider/classes/net/tcp_protocol_endpoint.h"
 
 #include "provider/access/addresses.h"
-#include "provider/access/fcip_tables.h"
 #include "provider/access/systems.h"
 #include "provider/classes/link_frames.h"
+#include "provider/common/memory.h"
 #include "provider/common/text.h"
 #include "provider/common/trace.h"
 #include "provider/common/values.h"

@@ -106,7 +106,8 @@ CMPIInstance* tcp_statistics_build_instance(const char* class_name, const char* 
         trace_location(__func__, 728);
         return nullptr;
     }
-    if (!fetch_entity(mts_q, platform_exact, current.entity_id)) { // only has to be there
+    auto profile = fetch_entity(mts_q, platform_exact, current.entity_id); // only has to be there
+    if (!profile) {
         trace_location(__func__, 738);
         return nullptr;
     }
@@ -115,6 +116,7 @@ CMPIInstance* tcp_statistics_build_instance(const char* class_name, const char* 
         return instance;
     set_endpoint_statistics(instance, *link, current);
     filter_properties(instance, properties);
+    profile.row.reset();
     trace_exiting(__func__);
     return instance;
 }

@@ -1,132 +1,23 @@
-// Platform calls, trace lines and releases of records in one sequence: the platform functions that a query calls, and
-// the release of what they handed out, print a marker between the query's own lines (linked with --wrap of each).
+// Platform calls, trace lines and releases of records in one sequence: of queries, lookups and builders.
 #include "provider/access/fcip_tables.h"
 #include "provider/access/ports.h"
 #include "provider/access/statistics.h"
 #include "provider/classes/fcip/fcip_protocol_endpoint.h"
 #include "provider/classes/fcip/fcip_settings.h"
+#include "provider/classes/fcip/ip_settings.h"
+#include "provider/classes/fcip/tcp_settings.h"
 #include "provider/classes/net/ethernet_port_statistics.h"
 #include "provider/classes/net/ip_protocol_endpoint.h"
 #include "provider/classes/net/lan_endpoint.h"
 #include "provider/classes/net/statistics_path.h"
 #include "provider/classes/net/tcp_protocol_endpoint.h"
+#include "provider/classes/net/tcp_statistics.h"
 #include "tests/provider/access/access_test.h"
+#include "tests/provider/access/call_marks.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <set>
-
-namespace {
-
-std::set<void*> records;          ///< handed out by the platform and not released
-const mts_msg* request = nullptr; ///< the message that was sent last
-
-void mark(const char* text) {
-    std::printf("[%s]", text);
-}
-
-/// Marks a read once it is done, and keeps the record that it set.
-template <typename Record>
-int read(const char* text, int status, Record* const* record) {
-    mark(text);
-    if (*record != nullptr)
-        records.insert(*record);
-    return status;
-}
-
-} // namespace
-
-extern "C" {
-
-void __real_free(void* block);
-decltype(fcip_get_entity_entry) __real_fcip_get_entity_entry;
-decltype(fcip_get_link_entry) __real_fcip_get_link_entry;
-decltype(pm_cim_get_port_info) __real_pm_cim_get_port_info;
-decltype(pm_get_port_counters) __real_pm_get_port_counters;
-decltype(if_index_get_slot) __real_if_index_get_slot;
-decltype(if_index_get_port) __real_if_index_get_port;
-decltype(hton_if_index) __real_hton_if_index;
-decltype(idxmap_node_by_if_index) __real_idxmap_node_by_if_index;
-decltype(mts_sap_get) __real_mts_sap_get;
-decltype(mts_send) __real_mts_send;
-decltype(mts_rr_token_get) __real_mts_rr_token_get;
-decltype(mts_recv) __real_mts_recv;
-decltype(mts_drop) __real_mts_drop;
-
-void __wrap_free(void* block) {
-    if (block != nullptr && !records.empty() && records.erase(block) != 0)
-        mark("release");
-    __real_free(block);
-}
-
-int __wrap_fcip_get_entity_entry(mts_queue queue, int operation, std::uint32_t entity_id, FcipEntityEntry** row,
-                                 int constant) {
-    return read("profile", __real_fcip_get_entity_entry(queue, operation, entity_id, row, constant), row);
-}
-
-int __wrap_fcip_get_link_entry(mts_queue queue, int operation, const std::uint32_t key[2], FcipLinkEntry** row,
-                               int constant_30, int constant_1) {
-    return read("link", __real_fcip_get_link_entry(queue, operation, key, row, constant_30, constant_1), row);
-}
-
-int __wrap_pm_cim_get_port_info(PmPortInfo** record, int operation, std::uint32_t if_index, mts_queue queue) {
-    return read("port", __real_pm_cim_get_port_info(record, operation, if_index, queue), record);
-}
-
-int __wrap_pm_get_port_counters(mts_queue queue, std::uint32_t if_index, int constant_0, int constant_6,
-                                PmPortCounters** record) {
-    return read("counters", __real_pm_get_port_counters(queue, if_index, constant_0, constant_6, record), record);
-}
-
-int __wrap_if_index_get_slot(std::uint32_t if_index, std::uint8_t* slot) {
-    mark("slot");
-    return __real_if_index_get_slot(if_index, slot);
-}
-
-int __wrap_if_index_get_port(std::uint32_t if_index, std::uint8_t* port) {
-    mark("port number");
-    return __real_if_index_get_port(if_index, port);
-}
-
-std::uint32_t __wrap_hton_if_index(std::uint32_t if_index) {
-    mark("network order");
-    return __real_hton_if_index(if_index);
-}
-
-int __wrap_idxmap_node_by_if_index(std::uint32_t if_index, void* record) {
-    mark("node");
-    return __real_idxmap_node_by_if_index(if_index, record);
-}
-
-std::uint32_t __wrap_mts_sap_get(mts_queue queue) {
-    mark("own SAP");
-    return __real_mts_sap_get(queue);
-}
-
-int __wrap_mts_send(mts_queue queue, const mts_addr* destination, std::uint32_t opcode, const void* payload,
-                    std::uint32_t length, mts_msg* sent, int constant_0, int another_0) {
-    mark("send");
-    request = sent;
-    return __real_mts_send(queue, destination, opcode, payload, length, sent, constant_0, another_0);
-}
-
-std::uint32_t __wrap_mts_rr_token_get(const mts_msg* message) {
-    mark("token");
-    return __real_mts_rr_token_get(message);
-}
-
-int __wrap_mts_recv(mts_queue queue, mts_msg* received, const mts_recv_options* options, int wait) {
-    mark("receive");
-    return __real_mts_recv(queue, received, options, wait);
-}
-
-void __wrap_mts_drop(mts_queue queue, mts_msg* message) {
-    mark(message == request ? "drop request" : "drop reply");
-    __real_mts_drop(queue, message);
-}
-
-} // extern "C"
+#include <string>
 
 namespace fcip {
 namespace {
@@ -185,7 +76,7 @@ TEST_F(CallSequence, IpQueryPrintsItsLineAheadOfAllCalls) {
 
 /// What a lookup prints between reading a row and releasing it.
 std::string row(const std::string& lines) {
-    return "[link]" + lines + "[release]";
+    return "[link]" + lines + "[release link]";
 }
 
 TEST_F(CallSequence, LookupPrintsTheLinesOfARowWhileItHoldsIt) {
@@ -214,21 +105,21 @@ TEST_F(CallSequence, LookupThatFindsNothingEndsWithTheReadThatFails) {
 TEST_F(CallSequence, LookupWithAShortKeyReleasesTheRow) {
     FcipLinkEntry destination{};
     call([&] { return get_fcip_link_entry_from("", &destination, lookup_mode::tunnel); });
-    EXPECT_EQ(trace, "Entering get_fcip_link_entry_from\n[link][release]");
+    EXPECT_EQ(trace, "Entering get_fcip_link_entry_from\n[link][release link]");
 }
 
 TEST_F(CallSequence, LookupReleasesWhatAFailedReadLeftAheadOfExiting) {
     switchsim::inject("fcip_get_link_entry", switchsim::Fault::fail_leaving_record);
     FcipLinkEntry destination{};
     call([&] { return get_fcip_link_entry_from("1", &destination, lookup_mode::tunnel); });
-    EXPECT_EQ(trace, "Entering get_fcip_link_entry_from\n[link][release]Exiting get_fcip_link_entry_from\n");
+    EXPECT_EQ(trace, "Entering get_fcip_link_entry_from\n[link][release link]Exiting get_fcip_link_entry_from\n");
 }
 
 // ---------------------------------------------------------------------------------------------- builders
 
-struct named_build {
-    const char* name;
+struct build_case {
     std::function<void()> build;
+    std::string end; ///< of its trace
 };
 
 void instance_of(link_instance_builder* build, const FcipLinkEntry& link) {
@@ -239,30 +130,71 @@ void path_of(link_path_builder* build, const FcipLinkEntry& link) {
     build(test::made_up_class, "root/cimv2", &link);
 }
 
+std::string location(const std::string& function, int line) {
+    return " Function : " + function + " Line " + std::to_string(line) + " \n";
+}
+
+std::string exiting(const std::string& function) {
+    return "Exiting " + function + "\n";
+}
+
 TEST_F(CallSequence, BuildersReleaseTheirRecordsAheadOfExiting) {
+    port().ip_statistics.assign(172, 0);
     const FcipLinkEntry link = the_switch().links.at(test::tunnel_1);
     PmPortInfo port_1{};
     call([&] { port_1 = *fetch_port(platform_exact, ethernet_1); });
-    const named_build cases[] = {
-        {"fcip_pe", [&] { instance_of(fcip_pe_build_instance, link); }},
-        {"fcip_settings", [&] { instance_of(fcip_settings_build_instance, link); }},
-        {"fcip_settings path", [&] { path_of(fcip_settings_fill_reference, link); }},
-        {"ip_pe", [&] { instance_of(ip_pe_build_instance, link); }},
-        {"ip_pe path", [&] { path_of(ip_pe_fill_reference, link); }},
-        {"tcp_pe", [&] { instance_of(tcp_pe_build_instance, link); }},
-        {"statistics path", [&] { path_of(stat_fill_reference, link); }},
-        {"eth_statistics", [&] { eth_statistics_build_instance(test::made_up_class, "root/cimv2", &port_1, nullptr); }},
-        {"lan_endpoint", [] { lan_endpoint_build_instance(test::made_up_class, "root/cimv2", ethernet_1, nullptr); }},
-        {"lan_endpoint path", [] { lan_endpoint_fill_reference(test::made_up_class, "root/cimv2", ethernet_1); }},
+    const build_case cases[] = {
+        {[&] { instance_of(fcip_pe_build_instance, link); }, "[release profile]" + exiting("fcip_pe_build_instance")},
+        {[&] { instance_of(fcip_settings_build_instance, link); },
+         "[release profile]" + exiting("fcip_settings_build_instance")},
+        {[&] { path_of(fcip_settings_fill_reference, link); },
+         location("fcip_settings_fill_reference", 636) + "[release profile]" + exiting("fcip_settings_fill_reference")},
+        {[&] { instance_of(ip_settings_build_instance, link); },
+         "[release reply][release profile]" + exiting("ip_settings_build_instance")},
+        {[&] { instance_of(tcp_settings_build_instance, link); },
+         "[release profile]" + location("tcp_settings_build_instance", 919) + exiting("tcp_settings_build_instance")},
+        {[&] { instance_of(ip_pe_build_instance, link); },
+         location("ip_pe_build_instance", 497) + "[release profile]" + exiting("ip_pe_build_instance")},
+        {[&] { path_of(ip_pe_fill_reference, link); }, "[release profile]" + exiting("ip_pe_fill_reference")},
+        {[&] { instance_of(tcp_pe_build_instance, link); }, "[release profile]" + exiting("tcp_pe_build_instance")},
+        {[&] { instance_of(tcp_statistics_build_instance, link); },
+         "[release profile]" + exiting("tcp_statistics_build_instance")},
+        {[&] { path_of(stat_fill_reference, link); },
+         "[release profile][release link]" + exiting("stat_fill_reference")},
+        {[&] { eth_statistics_build_instance(test::made_up_class, "root/cimv2", &port_1, nullptr); },
+         "[release counters]" + exiting("eth_statistics_build_instance")},
+        {[] { lan_endpoint_build_instance(test::made_up_class, "root/cimv2", ethernet_1, nullptr); },
+         "[release port]" + exiting("lan_endpoint_build_instance")},
+        {[] { lan_endpoint_fill_reference(test::made_up_class, "root/cimv2", ethernet_1); },
+         "[release port]" + exiting("lan_endpoint_fill_reference")},
     };
-    for (const auto& [name, build] : cases) {
-        SCOPED_TRACE(name);
+    for (const auto& [build, end] : cases) {
+        SCOPED_TRACE(end);
         call(build);
-        EXPECT_TRUE(records.empty());
-        const auto last_release = trace.rfind("[release]");
-        ASSERT_NE(last_release, std::string::npos) << trace;
-        EXPECT_LT(last_release, trace.rfind("Exiting")) << trace;
+        EXPECT_TRUE(test::held_records().empty());
+        EXPECT_TRUE(trace.ends_with(end)) << trace;
     }
+}
+
+TEST_F(CallSequence, BuildersThatLackARecordPrintTheirLineAheadOfReleasing) {
+    const FcipLinkEntry link = the_switch().links.at(test::tunnel_1);
+    const auto trace_without = [&](const char* function, const std::function<void()>& build) {
+        switchsim::inject(function, switchsim::Fault::fail_leaving_record);
+        call(build);
+        switchsim::clear_faults();
+        return trace;
+    };
+    const auto statistics = [&] { instance_of(tcp_statistics_build_instance, link); };
+    const auto path = [&] { path_of(stat_fill_reference, link); };
+    EXPECT_TRUE(trace_without("fcip_get_entity_entry", statistics)
+                    .ends_with("[profile]" + location("tcp_statistics_build_instance", 738) + "[release profile]"))
+        << trace;
+    EXPECT_TRUE(trace_without("fcip_get_entity_entry", path)
+                    .ends_with("[profile]" + location("stat_fill_reference", 435) + "[release profile]"))
+        << trace;
+    EXPECT_TRUE(trace_without("fcip_get_link_entry", path)
+                    .ends_with("[link]" + location("stat_fill_reference", 448) + "[release link][release profile]"))
+        << trace;
 }
 
 } // namespace

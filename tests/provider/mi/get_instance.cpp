@@ -231,6 +231,16 @@ TEST_F(GetInstance, ProfileNeedsATunnelOfItsNumberAndItsOwnRow) {
     expect_trace("InstanceID", "_", lookup_entering);
 }
 
+TEST_F(GetInstance, ProfileIsAnsweredForATunnelThatUsesNone) {
+    const auto ids = [this] { return values(get(path_of("ZANTO_FCIPProfile", {{"InstanceID", "7"}})), "InstanceID"); };
+    auto link = the_switch().links.extract(tunnel_7);
+    EXPECT_TRUE(ids().empty()); // no tunnel has the profile's number
+    link.key() = {0, link.mapped().link_index};
+    link.mapped().entity_id = 0;
+    the_switch().links.insert(std::move(link));
+    EXPECT_EQ(ids(), std::vector<std::string>{"7"});
+}
+
 TEST_F(GetInstance, LanEndpointIsBuiltByTheIpEndpointsBuilder) {
     const auto answer = get(path_of("ZANTO_LANEndPoint", {{"Name", "-2097152000:02:00:00:aa:00:01"}}));
     ASSERT_EQ(answer.objects.size(), 1u);
