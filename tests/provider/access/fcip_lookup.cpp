@@ -149,7 +149,7 @@ TEST_F(FcipLookup, KeyThatLacksATokenOfItsModeIsMinusOne) {
     }
 }
 
-TEST_F(FcipLookup, FirstTokenOtherThan0MatchesNoRowAndTheWalkRunsToTheEnd) {
+TEST_F(FcipLookup, FirstTokenOtherThan0WalksToTheEndWithoutAMatch) {
     for (const char* key : {"1", "1_", "1_10.1.1.2", "-1_12"}) {
         switchsim::clear_counts();
         EXPECT_EQ(found(key, lookup_mode::peer_address), no_row) << key;
@@ -225,7 +225,7 @@ TEST_F(FcipLookup, TraceOfAKeyThatNamesNoRow) {
     EXPECT_EQ(trace, entering + "if_index : 99 \nif_index : 99 \nif_index : 99 \n" + exiting);
 }
 
-TEST_F(FcipLookup, TraceOfMode4PrintsEachRowsOwnIndexWhetherItsNeighboursShareIt) {
+TEST_F(FcipLookup, TraceOfMode4PrintsEachRowsOwnIndex) {
     the_switch().links.clear();
     std::string rows;
     std::uint32_t link_index = 0;
@@ -272,7 +272,7 @@ TEST_F(FcipLookup, WalkStopsAtTheFirstMatch) {
     EXPECT_EQ(calls("fcip_get_link_entry"), 2u);
 }
 
-TEST_F(FcipLookup, EmptyTableAnswers0WithTheDestinationUntouchedEvenToAShortKey) {
+TEST_F(FcipLookup, EmptyTableAnswers0AndLeavesTheRowEvenForAShortKey) {
     the_switch().links.clear();
     for (int mode = 1; mode <= 7; ++mode) {
         for (const char* key : {"", "0", "3_x"}) {

@@ -123,7 +123,7 @@ void send_all_requests() {
     std::free(block);
 }
 
-TEST_F(IpcStatistics, InterfaceWithoutSlotIsAskedForWithPort0xFFFFAndNoPortQuery) {
+TEST_F(IpcStatistics, InterfaceWithoutSlotIsPort0xFFFFWithoutAPortQuery) {
     the_fake.slot = std::nullopt;
     send_all_requests();
     ASSERT_EQ(the_fake.sent.size(), 3u);
@@ -135,7 +135,7 @@ TEST_F(IpcStatistics, InterfaceWithoutSlotIsAskedForWithPort0xFFFFAndNoPortQuery
     EXPECT_EQ(std::count(the_fake.log.begin(), the_fake.log.end(), "port"), 0);
 }
 
-TEST_F(IpcStatistics, InterfaceWithoutPortNumberIsAskedForWithPort0xFFFF) {
+TEST_F(IpcStatistics, InterfaceWithoutPortNumberIsPort0xFFFF) {
     the_fake.port = std::nullopt;
     send_all_requests();
     ASSERT_EQ(the_fake.sent.size(), 3u);

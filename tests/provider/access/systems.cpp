@@ -57,7 +57,7 @@ TEST_F(Systems, LongerKeyIsCutTo20Characters) {
     EXPECT_EQ(std::string(buffer_, 21), "12345678901234567890x");
 }
 
-TEST_F(Systems, PortThatCannotBeReadGivesMinusOneAndLeavesTheBuffer) {
+TEST_F(Systems, UnreadablePortGivesMinusOneAndLeavesTheBuffer) {
     for (const auto fault : {Fault::fail, Fault::fail_leaving_record}) {
         switchsim::clear_faults();
         switchsim::inject("pm_cim_get_port_info", fault);
@@ -74,7 +74,7 @@ TEST_F(Systems, NullPortRecordGivesMinusOneAndPrintsNothing) {
     EXPECT_EQ(buffer_[0], 'x');
 }
 
-TEST_F(Systems, DomainThatCannotBeReadGivesMinusOneAndNullInTheBuffer) {
+TEST_F(Systems, UnreadableDomainGivesMinusOneAndNullInTheBuffer) {
     the_switch().vsans[20].domain = std::nullopt;
     EXPECT_EQ(get_wwn(), -1);
     EXPECT_EQ(trace, "error : dm_cim_get_dmEntry ");
@@ -98,7 +98,7 @@ TEST_F(Systems, SystemNameTextIsWhateverIsLeft) {
     EXPECT_EQ(text(fcip_if_index), "NULL");
 }
 
-TEST_F(Systems, SystemNameKeyTakesTheFallbackWhereTheNameCannotBeHad) {
+TEST_F(Systems, SystemNameKeyTakesTheFallbackForAMissingName) {
     const auto key = [&](std::uint32_t index) {
         CMPIObjectPath* path = new_path_object();
         call([&] { add_system_name_key(path, index, "Unknown"); });
@@ -211,7 +211,7 @@ TEST_F(Systems, NewSwitchInstanceHasTheSwitchAsHost) {
     EXPECT_EQ(trace, "");
 }
 
-TEST_F(Systems, NewSwitchInstanceWithoutAPathIsNullWithTheTraceThatItIsGiven) {
+TEST_F(Systems, SwitchInstanceWithoutAPathIsNullWithTheGivenTrace) {
     scope.fail_object(1);
     EXPECT_EQ(call([] { return new_switch_instance(test::made_up_class, "root/cimv2", "some_builder"); }), nullptr);
     EXPECT_EQ(trace, "Exiting some_builder\n");
@@ -220,7 +220,7 @@ TEST_F(Systems, NewSwitchInstanceWithoutAPathIsNullWithTheTraceThatItIsGiven) {
     EXPECT_EQ(trace, "");
 }
 
-TEST_F(Systems, NewSwitchInstanceThatTheBrokerDoesNotMakeIsNullWithoutATrace) {
+TEST_F(Systems, SwitchInstanceThatIsNotMadeIsNullWithoutATrace) {
     scope.fail_object(2);
     EXPECT_EQ(call([] { return new_switch_instance(test::made_up_class, "root/cimv2", "some_builder"); }), nullptr);
     EXPECT_EQ(trace, "");

@@ -118,7 +118,7 @@ TEST_F(Associators, NamesOfAnIpEndpointAnswerTheFcipEndpointAsItsHost) {
               "ZANTO_LogicalComputerSystem");
 }
 
-TEST_F(Associators, NamesOfATcpEndpointAnswerThePhysicalSwitchAsItsHostAfterTheLookup) {
+TEST_F(Associators, NamesOfATcpEndpointAnswerThePhysicalSwitchAsHost) {
     EXPECT_EQ(names_of("ZANTO_TCPProtocolEndPoint", "ZANTO_SwitchHostedTCPAccessPoint"),
               std::vector{physical_switch("ZANTO_PhysicalComputerSystem")});
     EXPECT_NE(trace.find("Entering get_fcip_link_entry_from\n"), std::string::npos);
@@ -140,7 +140,7 @@ TEST_F(Associators, NamesOfATcpEndpointDoNotServeItsSettings) {
     EXPECT_EQ(of("ZANTO_TCPProtocolEndPoint", "ZANTO_TCPElementSettingData").objects.size(), 1u);
 }
 
-TEST_F(Associators, NamesOfAnEthernetPortAnswerTheStatisticsClassInsteadOfTheAssociation) {
+TEST_F(Associators, NamesOfAnEthernetPortAnswerTheStatisticsClass) {
     EXPECT_EQ(names_of("ZANTO_EthernetPort", "ZANTO_EthernetPortstatistics"),
               std::vector{statistics_of_ethernet_2("ZANTO_EthernetPortStatistics")});
     EXPECT_NE(trace.find(" Function : get_eth_port_associator_names Line 2 \n"), std::string::npos);
@@ -149,7 +149,7 @@ TEST_F(Associators, NamesOfAnEthernetPortAnswerTheStatisticsClassInsteadOfTheAss
     EXPECT_EQ(of("ZANTO_EthernetPort", "ZANTO_EthernetPortStatisticalData").objects.size(), 1u);
 }
 
-TEST_F(Associators, OfTcpStatisticalDataAnswerTheNameOfAStatisticsClassOnly) {
+TEST_F(Associators, OfTcpStatisticalDataAnswerAStatisticsClassOnly) {
     const AnswerRow& row = direct_answer("get_tcp_statical_data");
     const auto& partner = std::get<Partner>(row.answer);
     const auto answer = run(fcip::get_tcp_statical_data_associators, "3", row.asked).answer;

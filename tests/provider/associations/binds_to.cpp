@@ -131,7 +131,7 @@ TEST_F(BindsTo, SanTcpEndpointMakesAPathPerLinkAndReturnsNone) {
     EXPECT_EQ(switchsim::calls("fcip_get_link_entry"), 15u);
 }
 
-TEST_F(BindsTo, EthernetPortStatisticsAreTiedToTheEndpointByPathsOnly) {
+TEST_F(BindsTo, EthernetStatisticsAreTiedToTheEndpointByPathsOnly) {
     const auto names = paths_of("ZANTO_EthernetPortStatisticalData");
     EXPECT_EQ(names.answer.objects.size(), 4u);
     EXPECT_EQ(text(names, 1), "ZANTO_EthernetPortStatisticalData\n  ManagedElement reference " +
@@ -144,7 +144,7 @@ TEST_F(BindsTo, EthernetPortStatisticsAreTiedToTheEndpointByPathsOnly) {
     EXPECT_EQ(scope.objects_made(), before);
 }
 
-TEST_F(BindsTo, IpEthernetEndpointSkipsLinksOfEntity65535AndTracesTheOthers) {
+TEST_F(BindsTo, IpEthernetEndpointSkipsAndTracesNoEntity65535) {
     FcipLinkEntry link = *tunnel(tunnel_1);
     link.entity_id = 65535;
     the_switch().links[{65535, 0}] = link;
@@ -199,7 +199,7 @@ TEST_F(BindsTo, ALanEndpointThatCannotBeMadeEndsTheWalk) {
     }
 }
 
-TEST_F(BindsTo, AnIpEndpointBehindALanEndpointThatCannotBeMadeEndsTheWalk) {
+TEST_F(BindsTo, AnIpEndpointThatCannotBeMadeEndsTheLanWalk) {
     for (const bool names : {true, false}) {
         switchsim::inject("fcip_get_entity_entry", Fault::fail, 2); // LAN endpoints need no profile
         const auto outcome = names ? paths_of("ZANTO_IPEthernetEndpoint") : instances_of("ZANTO_IPEthernetEndpoint");
@@ -242,7 +242,7 @@ TEST_F(BindsTo, AMissingProfileOfTheSecondLinkLeavesOneAssociation) {
     }
 }
 
-TEST_F(BindsTo, ANullAssociationOfTwoPresentEndsIsHandedOnAndTheWalkGoesOn) {
+TEST_F(BindsTo, ANullAssociationIsHandedOnAndTheWalkGoesOn) {
     scope.fail_object(3); // two ends, then the association
     const auto names = paths_of("ZANTO_FCIPTCPEndpoint");
     EXPECT_EQ(names.status, 0);
@@ -298,7 +298,7 @@ TEST_F(BindsTo, AFailedReadOfTheTableEndsTheWalkQuietly) {
     }
 }
 
-TEST_F(BindsTo, ProfilesAreTiedUnderOneRolePairByPathsAndAnotherByInstances) {
+TEST_F(BindsTo, ProfilesHaveOneRolePairInPathsAnotherInInstances) {
     EXPECT_EQ(rows(enumerate_names("ZANTO_FCIPPEBasedOn").objects.at(0).keys)[0][0], "Antecedent");
     EXPECT_EQ(rows(enumerate_instances("ZANTO_FCIPPEBasedOn").objects.at(0).properties)[0][0], "GroupComponent");
 }
@@ -311,7 +311,7 @@ TEST_F(BindsTo, SettingsStandAsTheManagedElement) {
               std::vector{instance_of_tunnel_3("ZANTO_FCIPSettings")});
 }
 
-TEST_F(BindsTo, IpAndTcpSettingsBothBearTheTcpClassAndAnIpEndpointsKeys) {
+TEST_F(BindsTo, IpAndTcpSettingsBearTcpClassAndIpEndpointsKeys) {
     for (const char* association : {"ZANTO_TCPElementSettingData", "ZANTO_IPElementSettingData"})
         EXPECT_EQ(values(enumerate_instances(association), "ManagedElement").at(1), ip_endpoint_3("ZANTO_TCPSettings"));
 }
@@ -326,7 +326,7 @@ TEST_F(BindsTo, SanIpEndpointBeginsAtARemoteIpPort) {
               remote_ip_port_3("ZANTO_RemoteIPPort"));
 }
 
-TEST_F(BindsTo, SystemsStandFirstNamedAfterTheirDomainWhereReferencesNameThemAfterTheVsan) {
+TEST_F(BindsTo, SystemsAreFirstAndNamedAfterTheirDomain) {
     const std::string by_domain = R"(Name="200100005EAA0001")";
     const std::string by_vsan = R"(Name="VSAN0001")";
     for (const char* association :

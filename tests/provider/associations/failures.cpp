@@ -55,7 +55,7 @@ TEST_F(Failures, NoFibreChannelPortIsNoPartner) {
     EXPECT_FALSE(printed("Exiting get_fcip_pe_reference_names"));
 }
 
-TEST_F(Failures, AMissingEthernetPortOfAnIpEndpointIsHandedToTheBuilderWhichGivesNull) {
+TEST_F(Failures, AnIpEndpointsMissingPortGivesTheBuildersNull) {
     for (const Fault fault : {Fault::fail, Fault::succeed_without_record}) {
         EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_ip_pe_associators, ip_key,
                                      "ZANTO_IPEthernetEndpoint", 1)),
@@ -124,7 +124,7 @@ TEST_F(Failures, ALanEndpointThatCannotBeBuiltIsHandedOnAsNull) {
     EXPECT_EQ(summary(run(fcip::get_eth_port_associator_names, "99", "ZANTO_EthernetPortProtocolEndpoint")), one_null);
 }
 
-TEST_F(Failures, ALanEndpointsPortThatIsNoneOfTheEthernetPortsIsNoPartner) {
+TEST_F(Failures, ALanEndpointsPortThatIsNoEthernetPortIsNoPartner) {
     EXPECT_EQ(summary(run(fcip::get_lan_endpoint_associators, "99:x", "ZANTO_EthernetPortProtocolEndpoint")), nothing);
     EXPECT_EQ(summary(run(fcip::get_lan_endpoint_associator_names, "99:x", "ZANTO_EthernetPortProtocolEndpoint")),
               nothing);
@@ -178,7 +178,7 @@ TEST_F(Failures, AMissingFirstEndIsPrintedAndGivesMinusOne) {
     EXPECT_EQ(summary(run(fcip::get_fcip_pe_references, fcip_key, "ZANTO_FCIPTCPEndpoint")), failed);
 }
 
-TEST_F(Failures, AMissingSecondEndIsPrintedAndGivesMinusOneAfterBothWereMade) {
+TEST_F(Failures, AMissingSecondEndIsMinusOneAfterBothWereMade) {
     // The first end reads the profile once, the second fails on its own read.
     for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("fcip_get_entity_entry", fault, fcip::get_fcip_settings_references, "16777218",
@@ -192,7 +192,7 @@ TEST_F(Failures, AMissingSecondEndIsPrintedAndGivesMinusOneAfterBothWereMade) {
     }
 }
 
-TEST_F(Failures, APortWithoutALanEndpointOrWithoutAPathIsAMissingEnd) {
+TEST_F(Failures, APortWithoutLanEndpointOrPathIsAMissingEnd) {
     // The port of the link is read first, the LAN endpoint reads its own.
     for (const Fault fault : read_faults) {
         EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_eth_port_references, port_key,
@@ -342,7 +342,7 @@ TEST_F(Failures, TcpSettingsAreNoPartnerIfTheLinkCannotBeReadAgain) {
     }
 }
 
-TEST_F(Failures, NamesOfAnIpEndpointsSettingsAnswerTheSystemAloneWhenTheFirstLookupFails) {
+TEST_F(Failures, SettingsNamesWithoutTheFirstLookupAreTheSystem) {
     // The first lookup finds a row and a key without a token; the second finds an empty table and a row of zeroes,
     // whose interface index 0 is given a port here.
     the_switch().ports[0] = the_switch().ports.at(fcip_1);
@@ -360,7 +360,7 @@ TEST_F(Failures, NamesOfAnIpEndpointsSettingsAnswerTheSystemAloneWhenTheFirstLoo
     EXPECT_EQ(summary(run(fcip::get_ip_pe_associator_names, "_", "ZANTO_IPElementSettingData")), nothing);
 }
 
-TEST_F(Failures, NamesOfAnIpEndpointsSettingsAnswerTheSettingsAloneWhenTheSecondLookupFails) {
+TEST_F(Failures, SettingsNamesWithoutTheSecondLookupAreTheSettings) {
     // The other way round: the first lookup finds an empty table, the second a row and a key without a token. The row
     // of zeroes is given a link and a profile, which a walk that starts behind {0, 0} passes by.
     FcipLinkEntry link = *tunnel(tunnel_1);
@@ -376,7 +376,7 @@ TEST_F(Failures, NamesOfAnIpEndpointsSettingsAnswerTheSettingsAloneWhenTheSecond
     EXPECT_FALSE(printed("Entering get_logical_computer_keys\n"));
 }
 
-TEST_F(Failures, ALinkThatATcpBuilderCannotReadAgainIsHandedOnAsMinusOne) {
+TEST_F(Failures, ALinkThatATcpBuilderCannotReadAgainIsMinusOne) {
     // Tunnel 3 is the second row. Settings: two reads of the lookup, the second fetch, then the builder's walk.
     EXPECT_EQ(summary(with_fault("fcip_get_link_entry", Fault::fail, fcip::get_tcp_pe_associators, "16777218",
                                  "ZANTO_TCPElementSettingData", 4)),
@@ -410,7 +410,7 @@ TEST_F(Failures, NoSinglePlatformFailureMakesAMemberCrashOrLeak) {
                 }
 }
 
-TEST_F(Failures, NoSingleFailureUpsetsTheMembersThatNoOperationReaches) {
+TEST_F(Failures, NoFailureUpsetsMembersThatNoOperationReaches) {
     tunnel(tunnel_1)->link_if_index = 0; // for the remote TCP port, whose key begins with it
     the_switch().ports[0] = the_switch().ports.at(fcip_1);
     struct {

@@ -115,7 +115,7 @@ TEST_F(Shapes, AMissingEndIsPrintedAndGivesNull) {
         }
 }
 
-TEST_F(Shapes, AnObjectThatTheBrokerCannotMakeGivesNullWithoutAWord) {
+TEST_F(Shapes, AnObjectThatIsNotMadeGivesNullWithoutAWord) {
     for (const ShapeRow& shape : shapes) {
         SCOPED_TRACE(shape.name);
         for (const unsigned nth : {1u, 2u}) { // the path, the instance
@@ -353,7 +353,7 @@ TEST_F(Rebuilders, OfGetInstanceRebuildWhatReferencesAnswered) {
     }
 }
 
-TEST_F(Rebuilders, AreMissingForThreeAssociationsWhoseGetInstanceAnswersNothing) {
+TEST_F(Rebuilders, AreMissingForThreeAssociationsWhoseGetIsEmpty) {
     struct {
         const char* source;
         const char* association;
