@@ -202,22 +202,19 @@ TEST_F(FcipLookup, TraceOfMode6) {
                          exiting);
 }
 
-TEST_F(FcipLookup, TraceOfMode6WithAFirstTokenOtherThan0) {
-    the_switch().links.erase({3, 2});
-    find("5", lookup_mode::peer_address);
-    EXPECT_EQ(trace, entering + location(151) + "if_index : 5 \n" + location(151) + "if_index : 5 \n" + exiting);
-}
-
 TEST_F(FcipLookup, TraceOfMode7) {
     find("0_12", lookup_mode::peer_if_index);
     EXPECT_EQ(trace, entering + location(193) + "if_index : 0 \nfcipifidx : 12 \n" + location(193) +
                          "if_index : 0 \nfcipifidx : 12 \nEntry Found" + exiting);
 }
 
-TEST_F(FcipLookup, TraceOfMode7WithAFirstTokenOtherThan0) {
+TEST_F(FcipLookup, TraceOfModes6And7WithAFirstTokenOtherThan0) {
     the_switch().links.erase({3, 2});
-    find("5", lookup_mode::peer_if_index);
-    EXPECT_EQ(trace, entering + location(193) + "if_index : 5 \n" + location(193) + "if_index : 5 \n" + exiting);
+    for (const auto& [mode, line] : {std::pair{lookup_mode::peer_address, 151}, {lookup_mode::peer_if_index, 193}}) {
+        const std::string row = location(line) + "if_index : 5 \n";
+        find("5", mode);
+        EXPECT_EQ(trace, entering + row + row + exiting);
+    }
 }
 
 TEST_F(FcipLookup, TraceOfAKeyThatNamesNoRow) {

@@ -130,14 +130,19 @@ class LogicalSystems : public Systems {
         EXPECT_EQ(path(index), minus_one<CMPIObjectPath>());
         EXPECT_EQ(trace, "Entering get_logical_computer_keys\n" + text);
     }
+
+    /// The platform's system of VSAN 20, with its name as `name`.
+    static void expect_vsan_20(const cmpihost::Object& object, const cmpihost::Property* name) {
+        EXPECT_EQ(object.class_name, "ZANTO_LogicalComputerSystem");
+        EXPECT_EQ(object.name_space, "root/cimv2");
+        ASSERT_NE(name, nullptr);
+        EXPECT_EQ(test::text_of(name->value), "VSAN0020");
+    }
 };
 
 TEST_F(LogicalSystems, InstanceIsThePlatformsForTheVsansKey) {
     const auto object = cmpihost::describe(instance());
-    EXPECT_EQ(object.class_name, "ZANTO_LogicalComputerSystem");
-    EXPECT_EQ(object.name_space, "root/cimv2");
-    ASSERT_NE(object.property("Name"), nullptr);
-    EXPECT_EQ(test::text_of(object.property("Name")->value), "VSAN0020");
+    expect_vsan_20(object, object.property("Name"));
     EXPECT_EQ(trace, "Entering get_logical_computer_instance\nvsan_index 20 \n");
 }
 
@@ -150,10 +155,7 @@ TEST_F(LogicalSystems, PropertyListIsPassedThrough) {
 
 TEST_F(LogicalSystems, PathIsThePlatformsForTheVsansKey) {
     const auto object = cmpihost::describe(path());
-    EXPECT_EQ(object.class_name, "ZANTO_LogicalComputerSystem");
-    EXPECT_EQ(object.name_space, "root/cimv2");
-    ASSERT_NE(object.key("Name"), nullptr);
-    EXPECT_EQ(test::text_of(object.key("Name")->value), "VSAN0020");
+    expect_vsan_20(object, object.key("Name"));
     EXPECT_EQ(trace, "Entering get_logical_computer_keys\nvsan_index 20 \n");
 }
 

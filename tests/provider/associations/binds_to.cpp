@@ -3,23 +3,32 @@
 
 #include "tests/provider/associations/association_test.h"
 
+#include <array>
+
 namespace {
 
 using namespace test;
 using switchsim::Fault;
+
+using Roles = std::array<const char*, 2>;
+
+constexpr Roles dependency{"Antecedent", "Dependent"};
+constexpr Roles group_part{"GroupComponent", "PartComponent"};
+constexpr Roles element_stats{"ManagedElement", "Stats"};
+constexpr Roles element_setting{"ManagedElement", "SettingData"};
 
 /// A rule, by the association that tunnel 3 gets.
 struct Rule {
     const char* association_class;
     std::string first; ///< under the shape's first role, in paths
     std::string second;
-    const char* path_roles[2];
-    const char* instance_roles[2];
+    Roles path_roles;
+    Roles instance_roles;
     bool setting = false;
     bool instances_swap_ends = false;
 
     std::string text(bool of_instance) const {
-        const auto& roles = of_instance ? instance_roles : path_roles;
+        const Roles& roles = of_instance ? instance_roles : path_roles;
         const bool swap = of_instance && instances_swap_ends;
         std::string ends = std::string(association_class) + "\n  " + roles[0] + " reference " +
                            (swap ? second : first) + "\n  " + roles[1] + " reference " + (swap ? first : second);
@@ -27,30 +36,33 @@ struct Rule {
     }
 };
 
-// clang-format off
 std::vector<Rule> rules() {
     const std::string fcip = fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint");
     const std::string ip = ip_endpoint_3("ZANTO_IPProtocolEndPoint");
     const std::string tcp = tcp_endpoint_3("ZANTO_TCPProtocolEndPoint");
-    const std::string system = Thing{R"(CreationClassName="ZANTO_LogicalComputerSystem",Name="200100005EAA0001")"}("ZANTO_LogicalComputerSystem");
+    const std::string system = Thing{R"(CreationClassName="ZANTO_LogicalComputerSystem",Name="200100005EAA0001")"}(
+        "ZANTO_LogicalComputerSystem");
     return {
-        {"ZANTO_SANFCIPEndpoint", remote_fcip_port_3("ZANTO_RemoteFCIPPort"), fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_FCIPTCPEndpoint", tcp, fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SANIPEndpoint", remote_ip_port_3("ZANTO_RemoteIPPort"), fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_TCPIPEndpoint", tcp, ip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_IPEthernetEndpoint", lan_endpoint_1("ZANTO_LANEndPoint"), ip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SwitchHostedFCIPAccessPoint", system, fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SwitchHostedIPAccessPoint", system, ip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SwitchHostedTCPAccessPoint", system, tcp, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_FCIPElementSettingData", instance_of_tunnel_3("ZANTO_FCIPSettings"), fcip, {"ManagedElement", "SettingData"}, {"ManagedElement", "SettingData"}, true},
-        {"ZANTO_TCPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), tcp, {"ManagedElement", "SettingData"}, {"ManagedElement", "SettingData"}, true},
-        {"ZANTO_IPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), ip, {"ManagedElement", "SettingData"}, {"ManagedElement", "SettingData"}, true},
-        {"ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip, {"Antecedent", "Dependent"}, {"GroupComponent", "PartComponent"}},
-        {"ZANTO_TCPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_TCPEndPointStatistics"), fcip, {"ManagedElement", "Stats"}, {"ManagedElement", "Stats"}, false, true},
-        {"ZANTO_IPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_IPEndPointStatistics"), ip, {"ManagedElement", "Stats"}, {"ManagedElement", "Stats"}, false, true},
+        {"ZANTO_SANFCIPEndpoint", remote_fcip_port_3("ZANTO_RemoteFCIPPort"), fcip, dependency, dependency},
+        {"ZANTO_FCIPTCPEndpoint", tcp, fcip, dependency, dependency},
+        {"ZANTO_SANIPEndpoint", remote_ip_port_3("ZANTO_RemoteIPPort"), fcip, dependency, dependency},
+        {"ZANTO_TCPIPEndpoint", tcp, ip, dependency, dependency},
+        {"ZANTO_IPEthernetEndpoint", lan_endpoint_1("ZANTO_LANEndPoint"), ip, dependency, dependency},
+        {"ZANTO_SwitchHostedFCIPAccessPoint", system, fcip, dependency, dependency},
+        {"ZANTO_SwitchHostedIPAccessPoint", system, ip, dependency, dependency},
+        {"ZANTO_SwitchHostedTCPAccessPoint", system, tcp, dependency, dependency},
+        {"ZANTO_FCIPElementSettingData", instance_of_tunnel_3("ZANTO_FCIPSettings"), fcip, element_setting,
+         element_setting, true},
+        {"ZANTO_TCPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), tcp, element_setting, element_setting,
+         true},
+        {"ZANTO_IPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), ip, element_setting, element_setting, true},
+        {"ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip, dependency, group_part},
+        {"ZANTO_TCPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_TCPEndPointStatistics"), fcip, element_stats,
+         element_stats, false, true},
+        {"ZANTO_IPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_IPEndPointStatistics"), ip, element_stats,
+         element_stats, false, true},
     };
 }
-// clang-format on
 
 class BindsTo : public AssociationTest {
   protected:
@@ -278,7 +290,7 @@ TEST_F(BindsTo, ClassesWithoutARuleFetchEveryLinkAndReturnNothing) {
 
 TEST_F(BindsTo, AnEmptyLinkTableReturnsNothingForEveryClass) {
     the_switch().links.clear();
-    for (const std::string& asked : association_classes()) {
+    for (const char* asked : association_classes) {
         EXPECT_EQ(paths_of(asked).status, 0);
         EXPECT_TRUE(scope.answer().objects.empty());
         EXPECT_EQ(instances_of(asked).status, 0);
