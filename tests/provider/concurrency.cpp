@@ -83,7 +83,7 @@ TEST_F(Concurrency, SeveralThreadsGetTheAnswersOfOne) {
         EXPECT_EQ(list, std::vector<std::string>{});
 }
 
-TEST_F(Concurrency, TwoRequestsThatArriveTogetherAreServedOneAfterTheOther) {
+TEST_F(Concurrency, RequestsThatArriveTogetherAreServedInTurn) {
     // The simulator complains of a platform call without the lock, and the trace of one request is never cut by
     // another's: each begins only when the lock is free.
     const auto request = [&] { cmpihost::run(provider, all_requests().front()); };

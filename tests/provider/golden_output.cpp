@@ -63,7 +63,7 @@ TEST_P(GoldenOutput, OfEnumerations) {
 
 INSTANTIATE_TEST_SUITE_P(Classes, GoldenOutput, ::testing::ValuesIn(test::served_classes),
                          [](const auto& of) { return std::string(of.param); });
-INSTANTIATE_TEST_SUITE_P(Associations, GoldenOutput, ::testing::ValuesIn(test::association_names),
+INSTANTIATE_TEST_SUITE_P(Associations, GoldenOutput, ::testing::ValuesIn(test::association_names()),
                          [](const auto& of) { return std::string(of.param); });
 
 } // namespace

@@ -110,7 +110,7 @@ TEST_F(LockOrder, EnumerationsReadTheNamespaceBeforeTheyTakeTheLock) {
     EXPECT_EQ(trace, "(namespace)\n(locked)\nEntering get_all_fcip_pe_references\n(unlocked)\n");
 }
 
-TEST_F(LockOrder, GetReadsNamespaceAndKeyBeforeTheLockAndExitsAfterIt) {
+TEST_F(LockOrder, GetReadsNamespaceAndKeyBeforeLockAndExitsAfterIt) {
     EXPECT_EQ(get_trace(path_of("ZANTO_EthernetPort", {{"DeviceID", "1"}})),
               "(namespace)\n" + get_entering +
                   "\tfound key DeviceID : 1\n(locked)\n(unlocked)\nExiting FCIP_GetInstance\n");
@@ -123,7 +123,7 @@ TEST_F(LockOrder, GetWithoutItsKeyTakesNoLock) {
               "(namespace)\n" + get_entering + "getInstance can't find key\n");
 }
 
-TEST_F(LockOrder, AssociationsReadTheNamespaceUnderTheLockAndExitAfterIt) {
+TEST_F(LockOrder, AssociationsReadNamespaceUnderLockAndExitAfterIt) {
     const auto traces = association_traces(path_of("ZANTO_FCIPProtocolEndPoint", {{"Name", "1_10.1.1.1_10.1.1.2"}}));
     for (std::size_t operation = 0; operation < traces.size(); ++operation) {
         SCOPED_TRACE(traces[operation]);
@@ -135,7 +135,7 @@ TEST_F(LockOrder, AssociationsReadTheNamespaceUnderTheLockAndExitAfterIt) {
     }
 }
 
-TEST_F(LockOrder, AssociationsOfASourceThatNobodyTraversesReadNoNamespace) {
+TEST_F(LockOrder, SourceThatNobodyTraversesReadsNoNamespace) {
     const auto traces = association_traces(path_of("ZANTO_FCIPPEBasedOn", {{"Antecedent", "x"}}));
     for (std::size_t operation = 0; operation < traces.size(); ++operation) {
         const std::string name = association_operations[operation];
@@ -146,7 +146,7 @@ TEST_F(LockOrder, AssociationsOfASourceThatNobodyTraversesReadNoNamespace) {
     }
 }
 
-TEST_F(LockOrder, AssociationsWithoutTheirKeyReadNoNamespaceAndTakeNoLock) {
+TEST_F(LockOrder, AssociationsWithoutKeyTakeNeitherLockNorNamespace) {
     for (const std::string& one : association_traces(path_of("ZANTO_FCIPProtocolEndPoint"))) {
         EXPECT_TRUE(one.ends_with("can't find key\n")) << one;
         EXPECT_EQ(one.find('('), std::string::npos) << one;

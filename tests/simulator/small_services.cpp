@@ -54,30 +54,27 @@ ConfigurationReply ask_configuration() {
 
 // ---------------------------------------------------------------------------------------------- VSANs and domains
 
-TEST_F(VsanService, KeysComeFromTheEntries) {
-    the_switch().vsans[1] = {"the VSAN's key", "the domain's key"};
-    Entry vsan = keyed_entry(1);
-    Entry domain{};
-    char key[256];
-    ASSERT_EQ(vsan_cim_get_vsanEntry(mts_q, platform_exact, vsan.data()), 0);
-    ASSERT_EQ(dm_cim_get_dmEntry(mts_q, 1, 1, domain.data()), 0);
-    EXPECT_EQ(vsan_cim_get_vsan_key(key, vsan.data(), domain.data()), 0);
-    EXPECT_STREQ(key, "the VSAN's key");
-    EXPECT_EQ(vsan_cim_get_vsan_admindomain_key(key, domain.data()), 0);
-    EXPECT_STREQ(key, "the domain's key");
-}
-
-TEST_F(VsanService, LongKeysAreCutTo255Characters) {
-    the_switch().vsans[1] = {std::string(300, 'v'), std::string(300, 'd')};
+/// The keys that the entries of VSAN 1 and of its domain give.
+void expect_keys_of_vsan_1(const std::string& vsan_key, const std::string& domain_key) {
     Entry vsan = keyed_entry(1);
     Entry domain{};
     char key[256];
     ASSERT_EQ(vsan_cim_get_vsanEntry(mts_q, platform_exact, vsan.data()), 0);
     ASSERT_EQ(dm_cim_get_dmEntry(mts_q, 1, 1, domain.data()), 0);
     ASSERT_EQ(vsan_cim_get_vsan_key(key, vsan.data(), domain.data()), 0);
-    EXPECT_EQ(key, std::string(255, 'v'));
+    EXPECT_EQ(key, vsan_key);
     ASSERT_EQ(vsan_cim_get_vsan_admindomain_key(key, domain.data()), 0);
-    EXPECT_EQ(key, std::string(255, 'd'));
+    EXPECT_EQ(key, domain_key);
+}
+
+TEST_F(VsanService, KeysComeFromTheEntries) {
+    the_switch().vsans[1] = {"the VSAN's key", "the domain's key"};
+    expect_keys_of_vsan_1("the VSAN's key", "the domain's key");
+}
+
+TEST_F(VsanService, LongKeysAreCutTo255Characters) {
+    the_switch().vsans[1] = {std::string(300, 'v'), std::string(300, 'd')};
+    expect_keys_of_vsan_1(std::string(255, 'v'), std::string(255, 'd'));
 }
 
 TEST_F(VsanService, UnknownVsansHaveNoEntries) {

@@ -18,6 +18,12 @@ constexpr Operation walks[] = {Operation::associators, Operation::associator_nam
 
 } // namespace
 
+std::vector<const char*> association_names() {
+    std::vector<const char*> names(std::begin(association_classes), std::end(association_classes));
+    names.insert(names.end(), std::begin(other_association_names), std::end(other_association_names));
+    return names;
+}
+
 std::vector<cmpihost::Object> source_objects() {
     return {
         path_of("ZANTO_FCIPProtocolEndPoint", {{"Name", "1_10.1.1.1_10.1.1.2"}}),
@@ -43,13 +49,13 @@ std::vector<cmpihost::Request> all_requests() {
     for (const char* class_name : served_classes)
         for (const Operation operation : {Operation::enumerate_instances, Operation::enumerate_instance_names})
             add(requests, operation, path_of(class_name));
-    for (const char* class_name : association_names)
+    for (const char* class_name : association_names())
         for (const Operation operation : {Operation::enumerate_instances, Operation::enumerate_instance_names})
             add(requests, operation, path_of(class_name));
     for (const auto& source : source_objects()) {
         add(requests, Operation::get_instance, source);
         for (const Operation operation : walks)
-            for (const char* association : association_names)
+            for (const char* association : association_names())
                 add(requests, operation, source, association);
     }
     return requests;

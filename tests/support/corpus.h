@@ -18,13 +18,12 @@ inline constexpr const char* served_classes[] = {
     "ZANTO_EthernetPort",
 };
 
-/// The association classes, in the spelling of the catalogue, and the two misspelt names that are answered as well.
-inline constexpr const char* association_names[] = {
+/// The nineteen association classes, in the spelling of the catalogue.
+inline constexpr const char* association_classes[] = {
     "ZANTO_FCIPElementSettingData",
     "ZANTO_IPElementSettingData",
     "ZANTO_TCPElementSettingData",
     "ZANTO_FCIPTCPEndpoint",
-    "ZANTO_FCIPTCPEnpoint",
     "ZANTO_TCPIPEndpoint",
     "ZANTO_SANFCIPEndpoint",
     "ZANTO_SANIPEndpoint",
@@ -40,9 +39,17 @@ inline constexpr const char* association_names[] = {
     "ZANTO_IPEndPointStatisticalData",
     "ZANTO_TCPEndPointStatisticalData",
     "ZANTO_EthernetPortStatisticalData",
+};
+
+/// Names that some member answers besides, as if they were association classes.
+inline constexpr const char* other_association_names[] = {
+    "ZANTO_FCIPTCPEnpoint",
     "ZANTO_EthernetPortStatistics",
     "ZANTO_TCPEndPointStatistics",
 };
+
+/// Both of them.
+std::vector<const char*> association_names();
 
 /// One object of each class that association operations know as a source; all of tunnel 1 and its Ethernet port.
 std::vector<cmpihost::Object> source_objects();

@@ -104,7 +104,7 @@ TEST_F(Switchdump, ScenarioOptionNamesTheSwitch) {
     EXPECT_GE(switchsim::the_switch().links.size(), 8u);
 }
 
-TEST_F(Switchdump, ScenarioOfTheEnvironmentIsTakenUnlessTheOptionNamesAnother) {
+TEST_F(Switchdump, EnvironmentsScenarioIsTakenUnlessTheOptionIsGiven) {
     setenv("SWITCHSIM_SCENARIO", FCIP_SOURCE_DIR "/scenarios/single-tunnel.toml", 1);
     EXPECT_EQ(run(), 0);
     EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), 1u);
@@ -146,7 +146,7 @@ TEST_F(Switchdump, QueueThatCannotBeOpenedIsExit1) {
     EXPECT_EQ(err_, "switchdump: the switch's response queue cannot be opened\n");
 }
 
-TEST_F(Switchdump, MissingInterfaceListIsExit1AndTheLinksAreShownAllTheSame) {
+TEST_F(Switchdump, MissingInterfaceListIsExit1AndLinksAreShown) {
     add_profile(1);
     add_link(1, 0, 101);
     switchsim::inject("fcip_send_recv_with_mts_q", Fault::no_reply);
@@ -155,7 +155,7 @@ TEST_F(Switchdump, MissingInterfaceListIsExit1AndTheLinksAreShownAllTheSame) {
     EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), 1u);
 }
 
-TEST_F(Switchdump, LinkWithoutAVsanIsExit1AndTheOthersAreShownAllTheSame) {
+TEST_F(Switchdump, LinkWithoutAVsanIsExit1AndTheOthersAreShown) {
     add_link(1, 0, 101);
     add_link(1, 1, 102);
     switchsim::inject("pm_cmi_get_port_config", Fault::fail, 1);

@@ -53,7 +53,7 @@ class MofAnswers : public test::RequestTest {
                                      test::path_of("ZANTO_EthernetPort", {{"DeviceID", "16777216"}})})
             for (const Operation operation : {Operation::associators, Operation::associator_names,
                                               Operation::references, Operation::reference_names})
-                for (const char* association : test::association_names) {
+                for (const char* association : test::association_names()) {
                     Request request;
                     request.operation = operation;
                     request.path = source;

@@ -169,7 +169,7 @@ TEST_F(Dumps, PmtuDiscoveryWithoutResetTimeoutHasNoTimeoutClause) {
     EXPECT_EQ(line(row, "        PMTU"), "        PMTU discovery is enabled\n");
 }
 
-TEST_F(Dumps, CongestionWindowMonitoringWithoutBurstSizeHasNoBurstClause) {
+TEST_F(Dumps, CwmWithoutBurstSizeHasNoBurstClause) {
     FcipEntityEntry row = full_profile();
     row.burst_size = 0;
     EXPECT_EQ(line(row, "        Congestion"), "        Congestion window monitoring is enabled\n");

@@ -149,7 +149,7 @@ TEST_F(FcipLookup, KeyThatLacksATokenOfItsModeIsMinusOne) {
     }
 }
 
-TEST_F(FcipLookup, FirstTokenOtherThan0MatchesNoRowAndTheWalkRunsToTheEnd) {
+TEST_F(FcipLookup, FirstTokenOtherThan0WalksToTheEndWithoutAMatch) {
     for (const char* key : {"1", "1_", "1_10.1.1.2", "-1_12"}) {
         switchsim::clear_counts();
         EXPECT_EQ(found(key, lookup_mode::peer_address), no_row) << key;
@@ -202,22 +202,19 @@ TEST_F(FcipLookup, TraceOfMode6) {
                          exiting);
 }
 
-TEST_F(FcipLookup, TraceOfMode6WithAFirstTokenOtherThan0) {
-    the_switch().links.erase({3, 2});
-    find("5", lookup_mode::peer_address);
-    EXPECT_EQ(trace, entering + location(151) + "if_index : 5 \n" + location(151) + "if_index : 5 \n" + exiting);
-}
-
 TEST_F(FcipLookup, TraceOfMode7) {
     find("0_12", lookup_mode::peer_if_index);
     EXPECT_EQ(trace, entering + location(193) + "if_index : 0 \nfcipifidx : 12 \n" + location(193) +
                          "if_index : 0 \nfcipifidx : 12 \nEntry Found" + exiting);
 }
 
-TEST_F(FcipLookup, TraceOfMode7WithAFirstTokenOtherThan0) {
+TEST_F(FcipLookup, TraceOfModes6And7WithAFirstTokenOtherThan0) {
     the_switch().links.erase({3, 2});
-    find("5", lookup_mode::peer_if_index);
-    EXPECT_EQ(trace, entering + location(193) + "if_index : 5 \n" + location(193) + "if_index : 5 \n" + exiting);
+    for (const auto& [mode, line] : {std::pair{lookup_mode::peer_address, 151}, {lookup_mode::peer_if_index, 193}}) {
+        const std::string row = location(line) + "if_index : 5 \n";
+        find("5", mode);
+        EXPECT_EQ(trace, entering + row + row + exiting);
+    }
 }
 
 TEST_F(FcipLookup, TraceOfAKeyThatNamesNoRow) {
@@ -225,7 +222,7 @@ TEST_F(FcipLookup, TraceOfAKeyThatNamesNoRow) {
     EXPECT_EQ(trace, entering + "if_index : 99 \nif_index : 99 \nif_index : 99 \n" + exiting);
 }
 
-TEST_F(FcipLookup, TraceOfMode4PrintsEachRowsOwnIndexWhetherItsNeighboursShareIt) {
+TEST_F(FcipLookup, TraceOfMode4PrintsEachRowsOwnIndex) {
     the_switch().links.clear();
     std::string rows;
     std::uint32_t link_index = 0;
@@ -272,7 +269,7 @@ TEST_F(FcipLookup, WalkStopsAtTheFirstMatch) {
     EXPECT_EQ(calls("fcip_get_link_entry"), 2u);
 }
 
-TEST_F(FcipLookup, EmptyTableAnswers0WithTheDestinationUntouchedEvenToAShortKey) {
+TEST_F(FcipLookup, EmptyTableAnswers0AndLeavesTheRowEvenForAShortKey) {
     the_switch().links.clear();
     for (int mode = 1; mode <= 7; ++mode) {
         for (const char* key : {"", "0", "3_x"}) {

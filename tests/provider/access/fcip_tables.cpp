@@ -116,7 +116,7 @@ TEST_F(FcipTables, WalkEndsWhenTheVisitorSaysSo) {
     EXPECT_EQ(calls("fcip_get_link_entry"), 1u);
 }
 
-TEST_F(FcipTables, LinkWalkEndsAtTheFirstFailedReadAndTellsWhetherItLeftARow) {
+TEST_F(FcipTables, LinkWalkTellsWhetherTheFailedReadLeftARow) {
     link(3, 0);
     link(3, 1);
     link(3, 2);
@@ -137,7 +137,7 @@ TEST_F(FcipTables, EntitiesAreWalkedByIdFromKey0) {
     EXPECT_EQ(calls("fcip_get_entity_entry"), 4u);
 }
 
-TEST_F(FcipTables, EntityWalkEndsAtTheFirstFailedReadAndTellsWhetherItLeftARow) {
+TEST_F(FcipTables, EntityWalkTellsWhetherTheFailedReadLeftARow) {
     profile(1);
     profile(2);
     for (const auto fault : test::read_faults) {
@@ -148,7 +148,7 @@ TEST_F(FcipTables, EntityWalkEndsAtTheFirstFailedReadAndTellsWhetherItLeftARow) 
     }
 }
 
-TEST_F(FcipTables, PatientWalkRepeatsAReadThatBringsNoRowWithTheSameKey) {
+TEST_F(FcipTables, PatientWalkRepeatsAReadWithoutARowWithTheSameKey) {
     profile(1);
     profile(2);
     for (int call_number = 2; call_number <= 11; ++call_number)
@@ -247,7 +247,7 @@ TEST_F(FcipTables, ProfileOfADecimalKeyTakesTheFirstMatchAndStops) {
     EXPECT_EQ(port_of(""), 0u);
 }
 
-TEST_F(FcipTables, ProfileByIdEndsAtTheFirstReadThatFailsOrBringsNoRow) {
+TEST_F(FcipTables, ProfileByIdEndsAtAReadThatFailsOrBringsNoRow) {
     profile(5);
     profile(7);
     for (const auto fault : test::read_faults) {
@@ -277,7 +277,7 @@ TEST_F(FcipTables, ProfileOfALinkPrintsErrorAfterASuccessAndReturns0) {
     EXPECT_EQ(trace, "get_profile_from_link_entry : Error\n");
 }
 
-TEST_F(FcipTables, ProfileOfALinkThatCannotBeReadIsMinusOneAndTheLineFollowsTheRecord) {
+TEST_F(FcipTables, UnreadableProfileOfALinkIsPrintedIfItLeftARow) {
     profile(5);
     const FcipLinkEntry row = row_of(5, 0);
     for (const auto fault : test::read_faults) {

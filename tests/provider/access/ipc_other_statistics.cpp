@@ -55,7 +55,7 @@ TEST_F(IpStatistics, BlockOfAShortReplyIsZeroUpTo172Bytes) {
     }
 }
 
-TEST_F(IpStatistics, Flag0ReturnsTheStatusLeavesTheReplyPointerNullAndDropsTheReply) {
+TEST_F(IpStatistics, Flag0ReturnsTheStatusAndDropsTheReply) {
     reply(payload_of(172));
     EXPECT_EQ(get(0), "\n inside get_ip_stats\n ");
     EXPECT_EQ(status_, 0);
@@ -126,7 +126,7 @@ TEST_F(EthernetStatistics, ReplyIsCutOrFilledWithZerosToTheRecord) {
     }
 }
 
-TEST_F(EthernetStatistics, EveryFailureIsPrintedWithoutALineEndAndLeavesTheRecord) {
+TEST_F(EthernetStatistics, FailuresPrintNoLineEndAndLeaveTheRecord) {
     for (const failure& one : failures) {
         SCOPED_TRACE(one.name);
         arm(one);
@@ -180,7 +180,7 @@ TEST_F(IpConfiguration, LongReplyIsCut) {
     EXPECT_EQ(configuration_.default_ttl, 64);
 }
 
-TEST_F(IpConfiguration, FailureThatLeavesAReplyIsMinusOneAndTheReplyIsFreed) {
+TEST_F(IpConfiguration, FailureThatLeavesAReplyIsMinusOneAndFreesIt) {
     the_fake.configuration = bytes{0, 0, 0, 2, 64, 0, 0, 0};
     the_fake.configuration_code = 4;
     EXPECT_EQ(get_ip_misc_cfg(&configuration_), -1);

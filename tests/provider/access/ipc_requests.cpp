@@ -74,41 +74,35 @@ TEST_F(IpcStatistics, RequestDropsWhatWasSentAlsoWithoutAReply) {
 
 // ---------------------------------------------------------------------------------------------- the requests
 
+/// One request was sent, to the statistics service of the interface's node.
+void expect_one_request(std::uint32_t opcode, const bytes& payload) {
+    ASSERT_EQ(the_fake.sent.size(), 1u);
+    const sent_request& request = the_fake.sent[0];
+    EXPECT_EQ(request.opcode, opcode);
+    EXPECT_EQ(request.destination.node, 0x0102u);
+    EXPECT_EQ(request.destination.sap, 943u);
+    EXPECT_EQ(request.payload, payload);
+}
+
 TEST_F(IpcStatistics, TcpRequestByteForByte) {
     std::uint8_t record[tcp_record_size];
     printed_by([&] { get_tcp_stats(if_index, record); });
-    ASSERT_EQ(the_fake.sent.size(), 1u);
-    const sent_request& request = the_fake.sent[0];
-    EXPECT_EQ(request.opcode, 1920u);
-    EXPECT_EQ(request.destination.node, 0x0102u);
-    EXPECT_EQ(request.destination.sap, 943u);
-    EXPECT_EQ(request.payload,
-              (bytes{0, 0, 0, 0, 0,    7,    0,    0,    0, 0, 0, 0, 0,    0,    0,    0,    0, 0, 0, 0,
-                     0, 0, 0, 0, 0x8A, 0x0B, 0x0C, 0x0D, 0, 1, 0, 0, 0x01, 0x02, 0x03, 0x04, 0, 0, 0, 0}));
+    expect_one_request(1920, bytes{0, 0, 0, 0, 0,    7,    0,    0,    0, 0, 0, 0, 0,    0,    0,    0,    0, 0, 0, 0,
+                                   0, 0, 0, 0, 0x8A, 0x0B, 0x0C, 0x0D, 0, 1, 0, 0, 0x01, 0x02, 0x03, 0x04, 0, 0, 0, 0});
 }
 
 TEST_F(IpcStatistics, IpRequestByteForByte) {
     std::uint8_t* record = nullptr;
     printed_by([&] { get_ip_stats(fake_queue(1), if_index, 0x11223344, &record); });
-    ASSERT_EQ(the_fake.sent.size(), 1u);
-    const sent_request& request = the_fake.sent[0];
-    EXPECT_EQ(request.opcode, 1917u);
-    EXPECT_EQ(request.destination.node, 0x0102u);
-    EXPECT_EQ(request.destination.sap, 943u);
-    EXPECT_EQ(request.payload, (bytes{0, 0, 0, 0, 0, 7, 0, 0, 0,    0,    0,    0,    0,    0,    0,    0,
-                                      0, 0, 0, 0, 0, 0, 0, 0, 0x8A, 0x0B, 0x0C, 0x0D, 0x11, 0x22, 0x33, 0x44}));
+    expect_one_request(1917, bytes{0, 0, 0, 0, 0, 7, 0, 0, 0,    0,    0,    0,    0,    0,    0,    0,
+                                   0, 0, 0, 0, 0, 0, 0, 0, 0x8A, 0x0B, 0x0C, 0x0D, 0x11, 0x22, 0x33, 0x44});
 }
 
 TEST_F(IpcStatistics, EthernetRequestByteForByte) {
     std::uint8_t record[ethernet_record_size];
     printed_by([&] { get_ethernetport_statistics(if_index, record); });
-    ASSERT_EQ(the_fake.sent.size(), 1u);
-    const sent_request& request = the_fake.sent[0];
-    EXPECT_EQ(request.opcode, 1918u);
-    EXPECT_EQ(request.destination.node, 0x0102u);
-    EXPECT_EQ(request.destination.sap, 943u);
-    EXPECT_EQ(request.payload, (bytes{0, 0, 0, 0, 0, 7, 0, 0, 0,    0,    0,    0,    0, 0, 0, 0,
-                                      0, 0, 0, 0, 0, 0, 0, 0, 0x8A, 0x0B, 0x0C, 0x0D, 0, 0, 0, 1}));
+    expect_one_request(1918, bytes{0, 0, 0, 0, 0, 7, 0, 0, 0,    0,    0,    0,    0, 0, 0, 0,
+                                   0, 0, 0, 0, 0, 0, 0, 0, 0x8A, 0x0B, 0x0C, 0x0D, 0, 0, 0, 1});
 }
 
 /// Sends each of the three requests.
@@ -123,26 +117,27 @@ void send_all_requests() {
     std::free(block);
 }
 
-TEST_F(IpcStatistics, InterfaceWithoutSlotIsAskedForWithPort0xFFFFAndNoPortQuery) {
-    the_fake.slot = std::nullopt;
-    send_all_requests();
+/// Each of the three requests was sent, and asks for port 0xFFFF.
+void expect_port_0xffff() {
     ASSERT_EQ(the_fake.sent.size(), 3u);
     for (const sent_request& request : the_fake.sent) {
         EXPECT_EQ(request.payload[4], 0xFF) << request.opcode;
         EXPECT_EQ(request.payload[5], 0xFF) << request.opcode;
     }
+}
+
+TEST_F(IpcStatistics, InterfaceWithoutSlotIsPort0xFFFFWithoutAPortQuery) {
+    the_fake.slot = std::nullopt;
+    send_all_requests();
+    expect_port_0xffff();
     EXPECT_EQ(std::count(the_fake.log.begin(), the_fake.log.end(), "slot"), 3);
     EXPECT_EQ(std::count(the_fake.log.begin(), the_fake.log.end(), "port"), 0);
 }
 
-TEST_F(IpcStatistics, InterfaceWithoutPortNumberIsAskedForWithPort0xFFFF) {
+TEST_F(IpcStatistics, InterfaceWithoutPortNumberIsPort0xFFFF) {
     the_fake.port = std::nullopt;
     send_all_requests();
-    ASSERT_EQ(the_fake.sent.size(), 3u);
-    for (const sent_request& request : the_fake.sent) {
-        EXPECT_EQ(request.payload[4], 0xFF) << request.opcode;
-        EXPECT_EQ(request.payload[5], 0xFF) << request.opcode;
-    }
+    expect_port_0xffff();
 }
 
 TEST_F(IpcStatistics, SlotIsAskedForBeforeThePort) {

@@ -21,7 +21,7 @@ class TcpStatistics : public IpcStatistics {
     int status_ = 99;
 };
 
-TEST_F(TcpStatistics, TwoFurtherRepliesTheLastWith0Return0AfterThreeReceives) {
+TEST_F(TcpStatistics, TwoFurtherRepliesTheLastWith0TakeThreeReceives) {
     reply(payload_of(1352));
     reply(further(0, 1));
     reply(further(0, 0));
@@ -104,7 +104,7 @@ TEST_F(TcpStatistics, ShortReplyIsCopiedAsFarAsItGoesAndTheRestIsZero) {
     }
 }
 
-TEST_F(TcpStatistics, EveryFailureOfTheFirstExchangeIsMinusOneWithTheRecordUntouched) {
+TEST_F(TcpStatistics, FailuresOfTheFirstExchangeLeaveTheRecord) {
     for (const failure& one : failures) {
         SCOPED_TRACE(one.name);
         arm(one);

@@ -98,7 +98,7 @@ TEST_F(KernelCounterFiles, Ipv4CountersAreInTheSystemFile) {
     EXPECT_EQ(trace, "");
 }
 
-TEST_F(KernelCounterFiles, MissingIpv4FileLeavesTheRecordsUntouchedAndPrintsNothing) {
+TEST_F(KernelCounterFiles, MissingIpv4FileLeavesTheRecordsAndPrintsNothing) {
     EXPECT_EQ(read_ip(), 0);
     EXPECT_EQ(opened, (names{"/proc/net/snmp r"}));
     EXPECT_EQ(ip_, all<ipv4_counters>(untouched));

@@ -171,7 +171,7 @@ TEST_F(Ports, VsanOfAnInterfaceIsPrintedWithTheWordBesideIt) {
     EXPECT_EQ(trace, " fcip interface is in the vsan 20 \n fcip interface is in the vsan -1 \n");
 }
 
-TEST_F(Ports, VsanOfAnInterfaceWithoutConfigurationIsMinusOneAndPrintsNothing) {
+TEST_F(Ports, VsanWithoutConfigurationIsMinusOneWithoutATrace) {
     port(5);
     for (const auto fault : test::read_faults) {
         switchsim::clear_faults();

@@ -57,7 +57,7 @@ TEST_F(Systems, LongerKeyIsCutTo20Characters) {
     EXPECT_EQ(std::string(buffer_, 21), "12345678901234567890x");
 }
 
-TEST_F(Systems, PortThatCannotBeReadGivesMinusOneAndLeavesTheBuffer) {
+TEST_F(Systems, UnreadablePortGivesMinusOneAndLeavesTheBuffer) {
     for (const auto fault : {Fault::fail, Fault::fail_leaving_record}) {
         switchsim::clear_faults();
         switchsim::inject("pm_cim_get_port_info", fault);
@@ -74,7 +74,7 @@ TEST_F(Systems, NullPortRecordGivesMinusOneAndPrintsNothing) {
     EXPECT_EQ(buffer_[0], 'x');
 }
 
-TEST_F(Systems, DomainThatCannotBeReadGivesMinusOneAndNullInTheBuffer) {
+TEST_F(Systems, UnreadableDomainGivesMinusOneAndNullInTheBuffer) {
     the_switch().vsans[20].domain = std::nullopt;
     EXPECT_EQ(get_wwn(), -1);
     EXPECT_EQ(trace, "error : dm_cim_get_dmEntry ");
@@ -98,7 +98,7 @@ TEST_F(Systems, SystemNameTextIsWhateverIsLeft) {
     EXPECT_EQ(text(fcip_if_index), "NULL");
 }
 
-TEST_F(Systems, SystemNameKeyTakesTheFallbackWhereTheNameCannotBeHad) {
+TEST_F(Systems, SystemNameKeyTakesTheFallbackForAMissingName) {
     const auto key = [&](std::uint32_t index) {
         CMPIObjectPath* path = new_path_object();
         call([&] { add_system_name_key(path, index, "Unknown"); });
@@ -130,14 +130,19 @@ class LogicalSystems : public Systems {
         EXPECT_EQ(path(index), minus_one<CMPIObjectPath>());
         EXPECT_EQ(trace, "Entering get_logical_computer_keys\n" + text);
     }
+
+    /// The platform's system of VSAN 20, with its name as `name`.
+    static void expect_vsan_20(const cmpihost::Object& object, const cmpihost::Property* name) {
+        EXPECT_EQ(object.class_name, "ZANTO_LogicalComputerSystem");
+        EXPECT_EQ(object.name_space, "root/cimv2");
+        ASSERT_NE(name, nullptr);
+        EXPECT_EQ(test::text_of(name->value), "VSAN0020");
+    }
 };
 
 TEST_F(LogicalSystems, InstanceIsThePlatformsForTheVsansKey) {
     const auto object = cmpihost::describe(instance());
-    EXPECT_EQ(object.class_name, "ZANTO_LogicalComputerSystem");
-    EXPECT_EQ(object.name_space, "root/cimv2");
-    ASSERT_NE(object.property("Name"), nullptr);
-    EXPECT_EQ(test::text_of(object.property("Name")->value), "VSAN0020");
+    expect_vsan_20(object, object.property("Name"));
     EXPECT_EQ(trace, "Entering get_logical_computer_instance\nvsan_index 20 \n");
 }
 
@@ -150,10 +155,7 @@ TEST_F(LogicalSystems, PropertyListIsPassedThrough) {
 
 TEST_F(LogicalSystems, PathIsThePlatformsForTheVsansKey) {
     const auto object = cmpihost::describe(path());
-    EXPECT_EQ(object.class_name, "ZANTO_LogicalComputerSystem");
-    EXPECT_EQ(object.name_space, "root/cimv2");
-    ASSERT_NE(object.key("Name"), nullptr);
-    EXPECT_EQ(test::text_of(object.key("Name")->value), "VSAN0020");
+    expect_vsan_20(object, object.key("Name"));
     EXPECT_EQ(trace, "Entering get_logical_computer_keys\nvsan_index 20 \n");
 }
 
@@ -211,7 +213,7 @@ TEST_F(Systems, NewSwitchInstanceHasTheSwitchAsHost) {
     EXPECT_EQ(trace, "");
 }
 
-TEST_F(Systems, NewSwitchInstanceWithoutAPathIsNullWithTheTraceThatItIsGiven) {
+TEST_F(Systems, SwitchInstanceWithoutAPathIsNullWithTheGivenTrace) {
     scope.fail_object(1);
     EXPECT_EQ(call([] { return new_switch_instance(test::made_up_class, "root/cimv2", "some_builder"); }), nullptr);
     EXPECT_EQ(trace, "Exiting some_builder\n");
@@ -220,7 +222,7 @@ TEST_F(Systems, NewSwitchInstanceWithoutAPathIsNullWithTheTraceThatItIsGiven) {
     EXPECT_EQ(trace, "");
 }
 
-TEST_F(Systems, NewSwitchInstanceThatTheBrokerDoesNotMakeIsNullWithoutATrace) {
+TEST_F(Systems, SwitchInstanceThatIsNotMadeIsNullWithoutATrace) {
     scope.fail_object(2);
     EXPECT_EQ(call([] { return new_switch_instance(test::made_up_class, "root/cimv2", "some_builder"); }), nullptr);
     EXPECT_EQ(trace, "");

@@ -162,31 +162,6 @@ const Source& source(const std::string& class_name) {
     throw std::out_of_range(class_name);
 }
 
-const std::vector<std::string>& association_classes() {
-    static const std::vector<std::string> all = {
-        "ZANTO_FCIPElementSettingData",
-        "ZANTO_IPElementSettingData",
-        "ZANTO_TCPElementSettingData",
-        "ZANTO_FCIPTCPEndpoint",
-        "ZANTO_TCPIPEndpoint",
-        "ZANTO_SANFCIPEndpoint",
-        "ZANTO_SANIPEndpoint",
-        "ZANTO_SANTCPEndpoint",
-        "ZANTO_FCPortProtocolEndPoint",
-        "ZANTO_SwitchHostedFCIPAccessPoint",
-        "ZANTO_SwitchHostedIPAccessPoint",
-        "ZANTO_SwitchHostedTCPAccessPoint",
-        "ZANTO_FCIPPEBasedOn",
-        "ZANTO_IPEthernetEndpoint",
-        "ZANTO_EthernetPortProtocolEndpoint",
-        "CIM_HostedAccessPoint",
-        "ZANTO_IPEndPointStatisticalData",
-        "ZANTO_TCPEndPointStatisticalData",
-        "ZANTO_EthernetPortStatisticalData",
-    };
-    return all;
-}
-
 void AssociationTest::SetUp() {
     RequestTest::SetUp();
     the_switch().links[tunnel_8] = link_of_tunnel_8();

@@ -4,7 +4,7 @@
 
 #include "provider/associations/associators.h"
 #include "provider/associations/references.h"
-#include "tests/support/request_test.h"
+#include "tests/support/corpus.h"
 
 #include <functional>
 #include <string>
@@ -46,9 +46,6 @@ struct Source {
 /// The fifteen source classes that have a key.
 const std::vector<Source>& sources();
 const Source& source(const std::string& class_name);
-
-/// The nineteen association classes.
-const std::vector<std::string>& association_classes();
 
 /// How the member reads the key, by what it prints while it does.
 namespace key {

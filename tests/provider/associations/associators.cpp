@@ -17,6 +17,13 @@ class Associators : public AssociationTest {
         return walk(Operation::associators, source(source_class).path(), asked);
     }
 
+    /// Associators answer an instance, AssociatorNames one path, which may be of another class. The trace is theirs.
+    void expect_name_and_class(const char* source_class, const char* asked, const std::string& name,
+                               const char* class_name) {
+        EXPECT_EQ(of(source_class, asked).objects.at(0).class_name, class_name);
+        EXPECT_EQ(names_of(source_class, asked), std::vector{name});
+    }
+
     void expect_trace(const AnswerRow& row, const std::string& member, const std::string& operation) {
         const Source& from = source(row.source);
         const std::string asked = std::string("Association Class ") + row.asked + " \n";
@@ -112,25 +119,19 @@ TEST_F(Associators, NamesOfAnIpEndpointAnswerTheSystemToAnyOtherName) {
 }
 
 TEST_F(Associators, NamesOfAnIpEndpointAnswerTheFcipEndpointAsItsHost) {
-    EXPECT_EQ(names_of("ZANTO_IPProtocolEndPoint", "ZANTO_SwitchHostedIPAccessPoint"),
-              std::vector{fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint")});
-    EXPECT_EQ(of("ZANTO_IPProtocolEndPoint", "ZANTO_SwitchHostedIPAccessPoint").objects.at(0).class_name,
-              "ZANTO_LogicalComputerSystem");
+    expect_name_and_class("ZANTO_IPProtocolEndPoint", "ZANTO_SwitchHostedIPAccessPoint",
+                          fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint"), "ZANTO_LogicalComputerSystem");
 }
 
-TEST_F(Associators, NamesOfATcpEndpointAnswerThePhysicalSwitchAsItsHostAfterTheLookup) {
-    EXPECT_EQ(names_of("ZANTO_TCPProtocolEndPoint", "ZANTO_SwitchHostedTCPAccessPoint"),
-              std::vector{physical_switch("ZANTO_PhysicalComputerSystem")});
+TEST_F(Associators, NamesOfATcpEndpointAnswerThePhysicalSwitchAsHost) {
+    expect_name_and_class("ZANTO_TCPProtocolEndPoint", "ZANTO_SwitchHostedTCPAccessPoint",
+                          physical_switch("ZANTO_PhysicalComputerSystem"), "ZANTO_LogicalComputerSystem");
     EXPECT_NE(trace.find("Entering get_fcip_link_entry_from\n"), std::string::npos);
-    EXPECT_EQ(of("ZANTO_TCPProtocolEndPoint", "ZANTO_SwitchHostedTCPAccessPoint").objects.at(0).class_name,
-              "ZANTO_LogicalComputerSystem");
 }
 
 TEST_F(Associators, NamesOfATcpEndpointCallItsStatisticsByAnotherClass) {
-    EXPECT_EQ(names_of("ZANTO_TCPProtocolEndPoint", "ZANTO_TCPEndPointStatisticalData"),
-              std::vector{instance_of_tunnel_3("ZANTO_TCPEndPointStatistics")});
-    EXPECT_EQ(of("ZANTO_TCPProtocolEndPoint", "ZANTO_TCPEndPointStatisticalData").objects.at(0).class_name,
-              "ZANTO_TCPStatisticalData");
+    expect_name_and_class("ZANTO_TCPProtocolEndPoint", "ZANTO_TCPEndPointStatisticalData",
+                          instance_of_tunnel_3("ZANTO_TCPEndPointStatistics"), "ZANTO_TCPStatisticalData");
 }
 
 TEST_F(Associators, NamesOfATcpEndpointDoNotServeItsSettings) {
@@ -140,7 +141,7 @@ TEST_F(Associators, NamesOfATcpEndpointDoNotServeItsSettings) {
     EXPECT_EQ(of("ZANTO_TCPProtocolEndPoint", "ZANTO_TCPElementSettingData").objects.size(), 1u);
 }
 
-TEST_F(Associators, NamesOfAnEthernetPortAnswerTheStatisticsClassInsteadOfTheAssociation) {
+TEST_F(Associators, NamesOfAnEthernetPortAnswerTheStatisticsClass) {
     EXPECT_EQ(names_of("ZANTO_EthernetPort", "ZANTO_EthernetPortstatistics"),
               std::vector{statistics_of_ethernet_2("ZANTO_EthernetPortStatistics")});
     EXPECT_NE(trace.find(" Function : get_eth_port_associator_names Line 2 \n"), std::string::npos);
@@ -149,7 +150,7 @@ TEST_F(Associators, NamesOfAnEthernetPortAnswerTheStatisticsClassInsteadOfTheAss
     EXPECT_EQ(of("ZANTO_EthernetPort", "ZANTO_EthernetPortStatisticalData").objects.size(), 1u);
 }
 
-TEST_F(Associators, OfTcpStatisticalDataAnswerTheNameOfAStatisticsClassOnly) {
+TEST_F(Associators, OfTcpStatisticalDataAnswerAStatisticsClassOnly) {
     const AnswerRow& row = direct_answer("get_tcp_statical_data");
     const auto& partner = std::get<Partner>(row.answer);
     const auto answer = run(fcip::get_tcp_statical_data_associators, "3", row.asked).answer;
@@ -161,8 +162,8 @@ TEST_F(Associators, OfTcpStatisticalDataAnswerTheNameOfAStatisticsClassOnly) {
     ASSERT_EQ(answer.objects.size(), 1u);
     EXPECT_EQ(values(answer, partner.identity), std::vector<std::string>{partner.value});
     EXPECT_EQ(answer.objects[0], cmpihost::describe(call(partner.build)));
-    for (const std::string& association : association_classes())
-        EXPECT_TRUE(run(fcip::get_tcp_statical_data_associators, "3", association.c_str()).answer.objects.empty())
+    for (const char* association : association_classes)
+        EXPECT_TRUE(run(fcip::get_tcp_statical_data_associators, "3", association).answer.objects.empty())
             << association;
 }
 
@@ -179,8 +180,8 @@ TEST_F(Associators, NamesOfTcpStatisticalDataAreMadeAndNeverReturned) {
                           key::entity))
         << trace;
     EXPECT_TRUE(trace.ends_with("Exiting get_tcp_statical_data_associator_names\n"));
-    for (const std::string& association : association_classes())
-        EXPECT_TRUE(run(fcip::get_tcp_statical_data_associator_names, "3", association.c_str()).answer.objects.empty());
+    for (const char* association : association_classes)
+        EXPECT_TRUE(run(fcip::get_tcp_statical_data_associator_names, "3", association).answer.objects.empty());
 }
 
 TEST_F(Associators, TcpStatisticalDataIsNotReachedAsASource) {

@@ -3,23 +3,32 @@
 
 #include "tests/provider/associations/association_test.h"
 
+#include <array>
+
 namespace {
 
 using namespace test;
 using switchsim::Fault;
+
+using Roles = std::array<const char*, 2>;
+
+constexpr Roles dependency{"Antecedent", "Dependent"};
+constexpr Roles group_part{"GroupComponent", "PartComponent"};
+constexpr Roles element_stats{"ManagedElement", "Stats"};
+constexpr Roles element_setting{"ManagedElement", "SettingData"};
 
 /// A rule, by the association that tunnel 3 gets.
 struct Rule {
     const char* association_class;
     std::string first; ///< under the shape's first role, in paths
     std::string second;
-    const char* path_roles[2];
-    const char* instance_roles[2];
+    Roles path_roles;
+    Roles instance_roles;
     bool setting = false;
     bool instances_swap_ends = false;
 
     std::string text(bool of_instance) const {
-        const auto& roles = of_instance ? instance_roles : path_roles;
+        const Roles& roles = of_instance ? instance_roles : path_roles;
         const bool swap = of_instance && instances_swap_ends;
         std::string ends = std::string(association_class) + "\n  " + roles[0] + " reference " +
                            (swap ? second : first) + "\n  " + roles[1] + " reference " + (swap ? first : second);
@@ -27,30 +36,33 @@ struct Rule {
     }
 };
 
-// clang-format off
 std::vector<Rule> rules() {
     const std::string fcip = fcip_endpoint_3("ZANTO_FCIPProtocolEndPoint");
     const std::string ip = ip_endpoint_3("ZANTO_IPProtocolEndPoint");
     const std::string tcp = tcp_endpoint_3("ZANTO_TCPProtocolEndPoint");
-    const std::string system = Thing{R"(CreationClassName="ZANTO_LogicalComputerSystem",Name="200100005EAA0001")"}("ZANTO_LogicalComputerSystem");
+    const std::string system = Thing{R"(CreationClassName="ZANTO_LogicalComputerSystem",Name="200100005EAA0001")"}(
+        "ZANTO_LogicalComputerSystem");
     return {
-        {"ZANTO_SANFCIPEndpoint", remote_fcip_port_3("ZANTO_RemoteFCIPPort"), fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_FCIPTCPEndpoint", tcp, fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SANIPEndpoint", remote_ip_port_3("ZANTO_RemoteIPPort"), fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_TCPIPEndpoint", tcp, ip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_IPEthernetEndpoint", lan_endpoint_1("ZANTO_LANEndPoint"), ip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SwitchHostedFCIPAccessPoint", system, fcip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SwitchHostedIPAccessPoint", system, ip, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_SwitchHostedTCPAccessPoint", system, tcp, {"Antecedent", "Dependent"}, {"Antecedent", "Dependent"}},
-        {"ZANTO_FCIPElementSettingData", instance_of_tunnel_3("ZANTO_FCIPSettings"), fcip, {"ManagedElement", "SettingData"}, {"ManagedElement", "SettingData"}, true},
-        {"ZANTO_TCPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), tcp, {"ManagedElement", "SettingData"}, {"ManagedElement", "SettingData"}, true},
-        {"ZANTO_IPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), ip, {"ManagedElement", "SettingData"}, {"ManagedElement", "SettingData"}, true},
-        {"ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip, {"Antecedent", "Dependent"}, {"GroupComponent", "PartComponent"}},
-        {"ZANTO_TCPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_TCPEndPointStatistics"), fcip, {"ManagedElement", "Stats"}, {"ManagedElement", "Stats"}, false, true},
-        {"ZANTO_IPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_IPEndPointStatistics"), ip, {"ManagedElement", "Stats"}, {"ManagedElement", "Stats"}, false, true},
+        {"ZANTO_SANFCIPEndpoint", remote_fcip_port_3("ZANTO_RemoteFCIPPort"), fcip, dependency, dependency},
+        {"ZANTO_FCIPTCPEndpoint", tcp, fcip, dependency, dependency},
+        {"ZANTO_SANIPEndpoint", remote_ip_port_3("ZANTO_RemoteIPPort"), fcip, dependency, dependency},
+        {"ZANTO_TCPIPEndpoint", tcp, ip, dependency, dependency},
+        {"ZANTO_IPEthernetEndpoint", lan_endpoint_1("ZANTO_LANEndPoint"), ip, dependency, dependency},
+        {"ZANTO_SwitchHostedFCIPAccessPoint", system, fcip, dependency, dependency},
+        {"ZANTO_SwitchHostedIPAccessPoint", system, ip, dependency, dependency},
+        {"ZANTO_SwitchHostedTCPAccessPoint", system, tcp, dependency, dependency},
+        {"ZANTO_FCIPElementSettingData", instance_of_tunnel_3("ZANTO_FCIPSettings"), fcip, element_setting,
+         element_setting, true},
+        {"ZANTO_TCPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), tcp, element_setting, element_setting,
+         true},
+        {"ZANTO_IPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), ip, element_setting, element_setting, true},
+        {"ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip, dependency, group_part},
+        {"ZANTO_TCPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_TCPEndPointStatistics"), fcip, element_stats,
+         element_stats, false, true},
+        {"ZANTO_IPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_IPEndPointStatistics"), ip, element_stats,
+         element_stats, false, true},
     };
 }
-// clang-format on
 
 class BindsTo : public AssociationTest {
   protected:
@@ -131,7 +143,7 @@ TEST_F(BindsTo, SanTcpEndpointMakesAPathPerLinkAndReturnsNone) {
     EXPECT_EQ(switchsim::calls("fcip_get_link_entry"), 15u);
 }
 
-TEST_F(BindsTo, EthernetPortStatisticsAreTiedToTheEndpointByPathsOnly) {
+TEST_F(BindsTo, EthernetStatisticsAreTiedToTheEndpointByPathsOnly) {
     const auto names = paths_of("ZANTO_EthernetPortStatisticalData");
     EXPECT_EQ(names.answer.objects.size(), 4u);
     EXPECT_EQ(text(names, 1), "ZANTO_EthernetPortStatisticalData\n  ManagedElement reference " +
@@ -144,7 +156,7 @@ TEST_F(BindsTo, EthernetPortStatisticsAreTiedToTheEndpointByPathsOnly) {
     EXPECT_EQ(scope.objects_made(), before);
 }
 
-TEST_F(BindsTo, IpEthernetEndpointSkipsLinksOfEntity65535AndTracesTheOthers) {
+TEST_F(BindsTo, IpEthernetEndpointSkipsAndTracesNoEntity65535) {
     FcipLinkEntry link = *tunnel(tunnel_1);
     link.entity_id = 65535;
     the_switch().links[{65535, 0}] = link;
@@ -199,7 +211,7 @@ TEST_F(BindsTo, ALanEndpointThatCannotBeMadeEndsTheWalk) {
     }
 }
 
-TEST_F(BindsTo, AnIpEndpointBehindALanEndpointThatCannotBeMadeEndsTheWalk) {
+TEST_F(BindsTo, AnIpEndpointThatCannotBeMadeEndsTheLanWalk) {
     for (const bool names : {true, false}) {
         switchsim::inject("fcip_get_entity_entry", Fault::fail, 2); // LAN endpoints need no profile
         const auto outcome = names ? paths_of("ZANTO_IPEthernetEndpoint") : instances_of("ZANTO_IPEthernetEndpoint");
@@ -242,7 +254,7 @@ TEST_F(BindsTo, AMissingProfileOfTheSecondLinkLeavesOneAssociation) {
     }
 }
 
-TEST_F(BindsTo, ANullAssociationOfTwoPresentEndsIsHandedOnAndTheWalkGoesOn) {
+TEST_F(BindsTo, ANullAssociationIsHandedOnAndTheWalkGoesOn) {
     scope.fail_object(3); // two ends, then the association
     const auto names = paths_of("ZANTO_FCIPTCPEndpoint");
     EXPECT_EQ(names.status, 0);
@@ -278,7 +290,7 @@ TEST_F(BindsTo, ClassesWithoutARuleFetchEveryLinkAndReturnNothing) {
 
 TEST_F(BindsTo, AnEmptyLinkTableReturnsNothingForEveryClass) {
     the_switch().links.clear();
-    for (const std::string& asked : association_classes()) {
+    for (const char* asked : association_classes) {
         EXPECT_EQ(paths_of(asked).status, 0);
         EXPECT_TRUE(scope.answer().objects.empty());
         EXPECT_EQ(instances_of(asked).status, 0);
@@ -298,7 +310,7 @@ TEST_F(BindsTo, AFailedReadOfTheTableEndsTheWalkQuietly) {
     }
 }
 
-TEST_F(BindsTo, ProfilesAreTiedUnderOneRolePairByPathsAndAnotherByInstances) {
+TEST_F(BindsTo, ProfilesHaveOneRolePairInPathsAnotherInInstances) {
     EXPECT_EQ(rows(enumerate_names("ZANTO_FCIPPEBasedOn").objects.at(0).keys)[0][0], "Antecedent");
     EXPECT_EQ(rows(enumerate_instances("ZANTO_FCIPPEBasedOn").objects.at(0).properties)[0][0], "GroupComponent");
 }
@@ -311,7 +323,7 @@ TEST_F(BindsTo, SettingsStandAsTheManagedElement) {
               std::vector{instance_of_tunnel_3("ZANTO_FCIPSettings")});
 }
 
-TEST_F(BindsTo, IpAndTcpSettingsBothBearTheTcpClassAndAnIpEndpointsKeys) {
+TEST_F(BindsTo, IpAndTcpSettingsBearTcpClassAndIpEndpointsKeys) {
     for (const char* association : {"ZANTO_TCPElementSettingData", "ZANTO_IPElementSettingData"})
         EXPECT_EQ(values(enumerate_instances(association), "ManagedElement").at(1), ip_endpoint_3("ZANTO_TCPSettings"));
 }
@@ -326,7 +338,7 @@ TEST_F(BindsTo, SanIpEndpointBeginsAtARemoteIpPort) {
               remote_ip_port_3("ZANTO_RemoteIPPort"));
 }
 
-TEST_F(BindsTo, SystemsStandFirstNamedAfterTheirDomainWhereReferencesNameThemAfterTheVsan) {
+TEST_F(BindsTo, SystemsAreFirstAndNamedAfterTheirDomain) {
     const std::string by_domain = R"(Name="200100005EAA0001")";
     const std::string by_vsan = R"(Name="VSAN0001")";
     for (const char* association :

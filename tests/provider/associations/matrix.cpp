@@ -13,9 +13,9 @@ using namespace test;
 
 /// The names that clients may ask for: the association classes, and the names that only some member knows.
 std::vector<std::string> asked_names() {
-    std::vector<std::string> names = association_classes();
-    names.insert(names.end(), {"ZANTO_FCIPTCPEnpoint", "ZANTO_EthernetPortStatistics", "ZANTO_TCPEndPointStatistics",
-                               "ZANTO_NoSuchAssociation"});
+    const std::vector<const char*> known = association_names();
+    std::vector<std::string> names(known.begin(), known.end());
+    names.emplace_back("ZANTO_NoSuchAssociation");
     return names;
 }
 
@@ -178,7 +178,7 @@ TEST_F(Matrix, NamesAndInstancesOfReferencesAgreeForLocalSources) {
 }
 
 TEST_F(Matrix, AssociationsAreNoSources) {
-    for (const std::string& association : association_classes())
+    for (const char* association : association_classes)
         for (const Operation operation :
              {Operation::associators, Operation::associator_names, Operation::references, Operation::reference_names}) {
             const auto answer = walk(operation, path_of(association, {{"Antecedent", "x"}}), "ZANTO_FCIPTCPEndpoint");

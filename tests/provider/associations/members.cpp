@@ -60,7 +60,7 @@ TEST_F(Members, ThereAre62) {
     EXPECT_EQ(members().size(), 62u);
 }
 
-TEST_F(Members, WithoutAssociationClassAssociatorsReturnAtOnceAndWithoutExiting) {
+TEST_F(Members, WithoutAssociationClassAssociatorsReturnAtOnce) {
     for (const Member& member : members()) {
         if (!member.is_associator())
             continue;
@@ -120,7 +120,7 @@ TEST_F(Members, AKeyWithoutTokensIsAFailedLookup) {
     EXPECT_EQ(checked, 28u);
 }
 
-TEST_F(Members, AnEthernetPortsKeyWithoutTokensFailsTheLookupOfItsReferences) {
+TEST_F(Members, AnEthernetPortsKeyWithoutTokensFailsItsReferences) {
     unsigned checked = 0;
     for (const Member& member : members()) {
         if (stem(member.name) != "get_eth_port" || member.is_associator())
@@ -135,7 +135,7 @@ TEST_F(Members, AnEthernetPortsKeyWithoutTokensFailsTheLookupOfItsReferences) {
     EXPECT_EQ(checked, 2u);
 }
 
-TEST_F(Members, AnEmptyLinkTableIsAnsweredFromARowOfZeroesEvenToAShortKey) {
+TEST_F(Members, AnEmptyLinkTableIsARowOfZeroesEvenToAShortKey) {
     the_switch().links.clear();
     const auto outcome = run(fcip::get_fcip_pe_associators, "_", "ZANTO_FCIPTCPEndpoint");
     EXPECT_EQ(outcome.status, 0);

@@ -44,7 +44,7 @@ class Operations : public AssociationTest {
     }
 };
 
-TEST_F(Operations, APathWithoutItsKeyPrintsALineOfFixedLengthAndAnswersInvalidKeyName) {
+TEST_F(Operations, APathWithoutItsKeyIsAnsweredInvalidKeyName) {
     for (const OperationRow& row : operations) {
         EXPECT_EQ(std::string(row.no_key).size(), row.no_key_length);
         expect_no_key(row, path_of("ZANTO_FCIPProtocolEndPoint"));
@@ -217,7 +217,7 @@ TEST_F(Operations, RoutesOfReferences) {
                       {"ZANTO_EthernetPortStatistics", "get_eth_stat_references"}}));
 }
 
-TEST_F(Operations, RoutesOfReferenceNamesSendRemoteClassesToTheLocalEndpointsMembers) {
+TEST_F(Operations, ReferenceNamesOfRemoteClassesGoToTheLocalMembers) {
     EXPECT_EQ(named(fcip::reference_names_routes()),
               (Routes{{"ZANTO_FCIPProtocolEndpoint", "get_fcip_pe_reference_names"},
                       {"ZANTO_RemoteFCIPPort", "get_ip_pe_reference_names"},

@@ -58,19 +58,19 @@ TEST_F(PortArguments, AssociatorsGiveTheClassFirst) {
               order::class_first);
 }
 
-TEST_F(PortArguments, AssociatorNamesOfAnEthernetPortsStatisticsGiveTheNamespaceFirst) {
+TEST_F(PortArguments, NamesOfAPortsStatisticsGiveTheNamespaceFirst) {
     EXPECT_EQ(of_names(fcip::get_eth_stat_associator_names, "-2096889856", "ZANTO_EthernetPortStatisticalData"),
               order::namespace_first);
 }
 
-TEST_F(PortArguments, OtherAssociatorNamesGiveTheClassFirstButForTheWalkOverPorts) {
+TEST_F(PortArguments, OtherNamesGiveTheClassFirstButForTheWalkOverPorts) {
     EXPECT_EQ(of_names(fcip::get_fcip_pe_associator_names, "3_x", "ZANTO_FCPortProtocolEndPoint"), order::class_first);
     EXPECT_EQ(of_names(fcip::get_ip_pe_associator_names, "16777218", "ZANTO_IPEthernetEndpoint"), order::class_first);
     EXPECT_EQ(of_names(fcip::get_lan_endpoint_associator_names, "-2096889856", "ZANTO_EthernetPortProtocolEndpoint"),
               order::namespace_first);
 }
 
-TEST_F(PortArguments, ReferencesToTheFibreChannelPortGiveTheNamespaceFirst) {
+TEST_F(PortArguments, FibreChannelPortReferencesGiveTheNamespaceFirst) {
     EXPECT_EQ(of_references(fcip::get_fcip_pe_references, fcip::get_fcip_pe_reference_names, "3_x",
                             "ZANTO_FCPortProtocolEndPoint"),
               order::namespace_first);

@@ -104,7 +104,7 @@ TEST_F(References, OfARequestIgnoreItsRoleAndItsPropertyList) {
     }
 }
 
-TEST_F(References, MembersForNamesOfRemoteObjectsMirrorThoseForInstances) {
+TEST_F(References, NameMembersOfRemoteObjectsMirrorThoseOfInstances) {
     const std::map<std::string, std::pair<fcip::references_member*, fcip::reference_names_member*>> remote = {
         {"get_fcip_remote_pe", {fcip::get_fcip_remote_pe_references, fcip::get_fcip_remote_pe_reference_names}},
         {"get_ip_remote_pe", {fcip::get_ip_remote_pe_references, fcip::get_ip_remote_pe_reference_names}},
@@ -171,7 +171,7 @@ TEST_F(References, SomeBearTheClientsSpellingAndSomeTheirOwnName) {
     EXPECT_EQ(named("ZANTO_FCIPProtocolEndPoint", "zanto_fciptcpendpoint"), "ZANTO_FCIPTCPEndpoint");
 }
 
-TEST_F(References, EthernetPortNamesItsLanEndpointAssociationIpElementSettingData) {
+TEST_F(References, EthernetPortNamesItsLanTieIpElementSettingData) {
     const auto answer =
         walk(Operation::references, source("ZANTO_EthernetPort").path(), "ZANTO_EthernetPortProtocolEndpoint");
     ASSERT_EQ(answer.objects.size(), 1u);
@@ -189,7 +189,7 @@ TEST_F(References, EthernetPortIsReadAsTheIndexOfALink) {
                     .objects.empty());
 }
 
-TEST_F(References, IpStatisticsStandFirstFromTheEndpointAndSecondFromThemselves) {
+TEST_F(References, IpStatisticsStandFirstFromTheEndpointOnly) {
     const auto endpoint =
         walk(Operation::references, source("ZANTO_IPProtocolEndPoint").path(), "ZANTO_IPEndPointStatisticalData");
     const auto statistics =
@@ -208,7 +208,7 @@ TEST_F(References, IpEthernetEndpointHasOtherEndsFromEitherSide) {
     EXPECT_EQ(values(from_lan, "Dependent"), std::vector{lan_endpoint_2("ZANTO_LANEndpoint")});
 }
 
-TEST_F(References, SwitchHostsFcipEndpointsAsAntecedentAndTheOthersAsDependent) {
+TEST_F(References, SwitchIsAntecedentOfFcipDependentOfOtherEndpoints) {
     const std::string system = vsan_1("ZANTO_LogicalComputerSystem");
     EXPECT_EQ(values(walk(Operation::references, source("ZANTO_FCIPProtocolEndPoint").path(),
                           "ZANTO_SwitchHostedFCIPAccessPoint"),
@@ -242,7 +242,7 @@ TEST_F(References, SettingsAreTheDefaultAndTheCurrentOnes) {
                     {"IsCurrent", "uint16", "1"}}));
 }
 
-TEST_F(References, NamesOfRemoteObjectsAreAskedOfTheLocalEndpointsMembers) {
+TEST_F(References, RemoteNamesAreAskedOfTheLocalEndpointsMembers) {
     walk(Operation::reference_names, source("ZANTO_RemoteFCIPPort").path(), "ZANTO_SANIPEndpoint");
     EXPECT_NE(trace.find("Entering get_ip_pe_reference_names\n"), std::string::npos);
     walk(Operation::reference_names, source("ZANTO_RemoteIPServiceAccessPoint").path(), "ZANTO_SANIPEndpoint");
@@ -258,7 +258,7 @@ TEST_F(References, NamesOfRemoteObjectsAreAskedOfTheLocalEndpointsMembers) {
     EXPECT_EQ(one.objects[0].class_name, "ZANTO_SANTCPEndpoint");
 }
 
-TEST_F(References, SettingsAloneReadATcpEndpointsKeyBeyondItsFirstToken) {
+TEST_F(References, SettingsAloneReadATcpEndpointsKeyBeyondOneToken) {
     // The first token is the index of tunnel 3; all of the text is the number 0. Associators have it the other way
     // round: there the statistics alone read the first token.
     const char* key_value = "_16777218";
@@ -278,7 +278,7 @@ TEST_F(References, SettingsAloneReadATcpEndpointsKeyBeyondItsFirstToken) {
         EXPECT_EQ(count(fcip::get_tcp_pe_associator_names, asked), 0u) << asked;
 }
 
-TEST_F(References, HostedAccessPointOfALanEndpointReadsTheWholeKeyAsALinksIndex) {
+TEST_F(References, LanEndpointsHostReadsTheWholeKeyAsALinksIndex) {
     the_switch().links.erase(tunnel_8);
     EXPECT_TRUE(
         walk(Operation::references, source("ZANTO_LanEndPoint").path(), "CIM_HostedAccessPoint").objects.empty());

@@ -77,7 +77,7 @@ TEST_P(PlatformTexts, NetworkAddressIsCutTo31CharactersInLanEndpoints) {
     EXPECT_EQ(value_in(path, "Name"), name);
 }
 
-TEST_P(PlatformTexts, InterfaceNameIsCutTo31CharactersInEthernetStatistics) {
+TEST_P(PlatformTexts, EthernetStatisticsCutTheInterfaceNameTo31) {
     const auto instance = rows_of(call([] {
         const auto record = fcip::fetch_port(platform_exact, ethernet_1);
         return fcip::eth_statistics_build_instance(made_up_class, name_space, record.get(), nullptr);

@@ -1,7 +1,7 @@
 // The factories, the MI tables, the refused operations and the entries that nobody calls.
 #include "provider/mi/uncalled.h"
 
-#include "tests/support/request_test.h"
+#include "tests/provider/mi/rebuilt_associations.h"
 
 #include <cstring>
 
@@ -17,33 +17,23 @@ class EntryPoints : public RequestTest {
         const auto endpoint = path_of("ZANTO_FCIPProtocolEndPoint", {{"Name", "1_10.1.1.1_10.1.1.2"}});
         EXPECT_EQ(walk(Operation::associator_names, endpoint, "ZANTO_FCIPTCPEndpoint").objects.size(), 1u);
     }
-
-    /// Calls get_fcip_instance, which always answers -1, to an answer of its own.
-    const cmpihost::Answer& dispatch(const char* class_name, const char* key_value,
-                                     const CMPIObjectPath* path = nullptr, const char** properties = nullptr) {
-        scope.answer() = {};
-        EXPECT_EQ(call([&] {
-                      return get_fcip_instance(class_name, key_value, scope.result(), properties, "root/cimv2", path);
-                  }),
-                  -1);
-        return scope.answer();
-    }
-
-    void expect_nothing(const cmpihost::Answer& answer) {
-        EXPECT_TRUE(answer.objects.empty());
-        EXPECT_EQ(answer.null_results + answer.invalid_results, 0u);
-    }
 };
 
 constexpr const char* start_up_line = "get_using_cmi done init mts response q with error\n";
 
+/// What both tables begin with.
+template <typename Mi>
+void expect_version_100(const Mi& mi, const char* name) {
+    EXPECT_EQ(mi.hdl, nullptr);
+    EXPECT_EQ(mi.ft->ftVersion, 100);
+    EXPECT_EQ(mi.ft->miVersion, 100);
+    EXPECT_STREQ(mi.ft->miName, name);
+    EXPECT_NE(mi.ft->cleanup, nullptr);
+}
+
 TEST_F(EntryPoints, InstanceMiIsVersion100AndCompletelyFilled) {
+    expect_version_100(*provider.instance_mi, "instanceFCIPProvider");
     const CMPIInstanceMIFT& table = *provider.instance_mi->ft;
-    EXPECT_EQ(provider.instance_mi->hdl, nullptr);
-    EXPECT_EQ(table.ftVersion, 100);
-    EXPECT_EQ(table.miVersion, 100);
-    EXPECT_STREQ(table.miName, "instanceFCIPProvider");
-    EXPECT_NE(table.cleanup, nullptr);
     EXPECT_NE(table.enumerateInstanceNames, nullptr);
     EXPECT_NE(table.enumerateInstances, nullptr);
     EXPECT_NE(table.getInstance, nullptr);
@@ -54,19 +44,15 @@ TEST_F(EntryPoints, InstanceMiIsVersion100AndCompletelyFilled) {
 }
 
 TEST_F(EntryPoints, AssociationMiIsVersion100AndCompletelyFilled) {
+    expect_version_100(*provider.association_mi, "associationFCIPProvider");
     const CMPIAssociationMIFT& table = *provider.association_mi->ft;
-    EXPECT_EQ(provider.association_mi->hdl, nullptr);
-    EXPECT_EQ(table.ftVersion, 100);
-    EXPECT_EQ(table.miVersion, 100);
-    EXPECT_STREQ(table.miName, "associationFCIPProvider");
-    EXPECT_NE(table.cleanup, nullptr);
     EXPECT_NE(table.associators, nullptr);
     EXPECT_NE(table.associatorNames, nullptr);
     EXPECT_NE(table.references, nullptr);
     EXPECT_NE(table.referenceNames, nullptr);
 }
 
-TEST_F(EntryPoints, EachFactoryOpensTheQueueOnceUnderTheLockAndKeepsTheBroker) {
+TEST_F(EntryPoints, EachFactoryOpensTheQueueOnceAndKeepsTheBroker) {
     _broker = nullptr;
     captured([&] { FCIPProvider_Create_InstanceMI(cmpihost::broker(), nullptr); });
     EXPECT_EQ(_broker, cmpihost::broker());
@@ -158,6 +144,25 @@ TEST_F(EntryPoints, PrintErrorsPrintsEachFieldAsItsLow32Bits) {
 
 // ---------------------------------------------------------------------------------------------- get_fcip_instance
 
+class UncalledDispatcher : public RequestTest {
+  protected:
+    /// Calls get_fcip_instance, which always answers -1, to an answer of its own.
+    const cmpihost::Answer& dispatch(const char* class_name, const char* key_value,
+                                     const CMPIObjectPath* path = nullptr, const char** properties = nullptr) {
+        scope.answer() = {};
+        EXPECT_EQ(call([&] {
+                      return get_fcip_instance(class_name, key_value, scope.result(), properties, "root/cimv2", path);
+                  }),
+                  -1);
+        return scope.answer();
+    }
+
+    void expect_nothing(const cmpihost::Answer& answer) {
+        EXPECT_TRUE(answer.objects.empty());
+        EXPECT_EQ(answer.null_results + answer.invalid_results, 0u);
+    }
+};
+
 /// What get_fcip_link_entry_from prints: its lines for each row that it looks at, then what it found.
 std::string lookup(const std::vector<std::string>& rows, bool found = true) {
     std::string text = "Entering get_fcip_link_entry_from\n";
@@ -225,7 +230,7 @@ const dispatcher_row dispatcher_rows[] = {
      "-2097152000:02:00:00:aa:00:01"},
 };
 
-TEST_F(EntryPoints, UncalledDispatcherAnswersByItsOwnTableAndAlwaysMinusOne) {
+TEST_F(UncalledDispatcher, AnswersByItsOwnTableAndAlwaysMinusOne) {
     for (const auto& row : dispatcher_rows) {
         SCOPED_TRACE(row.class_name);
         const auto& answer = dispatch(row.class_name, row.key_value);
@@ -240,7 +245,7 @@ TEST_F(EntryPoints, UncalledDispatcherAnswersByItsOwnTableAndAlwaysMinusOne) {
     }
 }
 
-TEST_F(EntryPoints, UncalledDispatcherReturnsNothingForOtherClasses) {
+TEST_F(UncalledDispatcher, ReturnsNothingForOtherClasses) {
     // The two last ones are served by FCIP_GetInstance: here only their misspelt names are.
     for (const char* class_name : {"ZANTO_FCPortProtocolEndPoint", "ZANTO_NoSuchClass", "ZANTO_TCPStatisticalData",
                                    "ZANTO_RemoteIPServiceAccessPoint", "ZANTO_RemoteTCPPort"}) {
@@ -250,7 +255,7 @@ TEST_F(EntryPoints, UncalledDispatcherReturnsNothingForOtherClasses) {
     }
 }
 
-TEST_F(EntryPoints, UncalledDispatcherReturnsNothingAfterAFailedLookup) {
+TEST_F(UncalledDispatcher, ReturnsNothingAfterAFailedLookup) {
     struct row {
         const char* class_name;
         std::string trace; ///< the lookup's, behind Entering
@@ -267,7 +272,7 @@ TEST_F(EntryPoints, UncalledDispatcherReturnsNothingAfterAFailedLookup) {
     }
 }
 
-TEST_F(EntryPoints, UncalledDispatcherReturnsNothingForAPortThatCannotBeRead) {
+TEST_F(UncalledDispatcher, ReturnsNothingForAPortThatCannotBeRead) {
     for (const Fault fault : read_faults) {
         switchsim::inject("pm_cim_get_port_info", fault, 1);
         expect_nothing(dispatch("ZANTO_EthernetPortStatistics", "-2096889856"));
@@ -275,7 +280,7 @@ TEST_F(EntryPoints, UncalledDispatcherReturnsNothingForAPortThatCannotBeRead) {
     }
 }
 
-TEST_F(EntryPoints, UncalledDispatcherReturnsNothingForAProfileThatCannotBeRead) {
+TEST_F(UncalledDispatcher, ReturnsNothingForAProfileThatCannotBeRead) {
     the_switch().profiles.erase(3);
     expect_nothing(dispatch("ZANTO_FCIPProfile", "3")); // which tunnel 1 still names
     EXPECT_EQ(trace, "Entering get_fcip_instance\n" + by_entity + "Exiting get_fcip_instance\n");
@@ -283,7 +288,7 @@ TEST_F(EntryPoints, UncalledDispatcherReturnsNothingForAProfileThatCannotBeRead)
     EXPECT_EQ(trace, "Entering get_fcip_instance\n" + lookup({}, false) + "Exiting get_fcip_instance\n");
 }
 
-TEST_F(EntryPoints, UncalledDispatcherTracesALinkErrorsQueryThatLeftARecordUnderItsOwnName) {
+TEST_F(UncalledDispatcher, TracesALinkErrorsRecordUnderItsOwnName) {
     const std::string start = "Entering get_fcip_instance\n" + by_if_index_only;
     const std::string location = " Function : get_fcip_instance Line 418 \n";
     const std::string builder = "Entering tcp_statistical_data_build_instance\n";
@@ -298,48 +303,40 @@ TEST_F(EntryPoints, UncalledDispatcherTracesALinkErrorsQueryThatLeftARecordUnder
     }
 }
 
-TEST_F(EntryPoints, UncalledDispatcherHandsAssociationsToTheRebuilders) {
-    struct row {
-        const char* class_name;
-        const char* role1;
-        const char* role2;
+TEST_F(UncalledDispatcher, HandsAssociationsToTheRebuilders) {
+    const RebuiltAssociation rows[] = {
+        {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_SANIPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_EthernetPortProtocolEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_SwitchHostedFCIPAccessPoint", "Antecedent", "Dependent"},
+        {"ZANTO_SwitchHostedIPAccessPoint", "Antecedent", "Dependent"},
+        {"ZANTO_SwitchHostedTCPAccessPoint", "Antecedent", "Dependent"},
+        {"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent"},
+        {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData"},
+        {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData"},
+        {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData"},
+        {"ZANTO_IPEndPointStatisticalData", "ManagedElement", "Stats"},
+        {"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats"},
     };
-    const auto end = std::make_shared<const cmpihost::Object>(path_of("ZANTO_X", {{"Name", "1"}}));
-    for (const auto& [class_name, role1, role2] :
-         {row{"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_SANIPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent"}, row{"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_EthernetPortProtocolEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_SwitchHostedFCIPAccessPoint", "Antecedent", "Dependent"},
-          row{"ZANTO_SwitchHostedIPAccessPoint", "Antecedent", "Dependent"},
-          row{"ZANTO_SwitchHostedTCPAccessPoint", "Antecedent", "Dependent"},
-          row{"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent"},
-          row{"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData"},
-          row{"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData"},
-          row{"ZANTO_IPElementSettingData", "ManagedElement", "SettingData"},
-          row{"ZANTO_IPEndPointStatisticalData", "ManagedElement", "Stats"},
-          row{"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats"}}) {
-        SCOPED_TRACE(class_name);
-        const bool prints_keys = std::string(role1) == "GroupComponent";
-        auto path = path_of(class_name);
-        path.keys = {{role1, "reference", {end}}, {role2, "reference", {end}}};
-        const auto& answer = dispatch(class_name, "", cmpihost::new_path(path));
-        ASSERT_EQ(answer.objects.size(), 1u);
-        EXPECT_EQ(answer.objects[0].class_name, class_name);
-        EXPECT_NE(answer.objects[0].property(role1), nullptr);
-        EXPECT_NE(answer.objects[0].property(role2), nullptr);
+    for (const RebuiltAssociation& row : rows) {
+        SCOPED_TRACE(row.class_name);
+        const bool prints_keys = std::string(row.role1) == "GroupComponent";
+        auto path = row.path();
+        expect_rebuilt(dispatch(row.class_name, "", cmpihost::new_path(path)), row);
         EXPECT_EQ(trace, std::string("Entering get_fcip_instance\n") +
                              (prints_keys ? "Key GroupComponent \nKey PartComponent \n" : "") +
                              "Exiting get_fcip_instance\n");
 
         path.keys.pop_back();
-        expect_nothing(dispatch(class_name, "", cmpihost::new_path(path)));
+        expect_nothing(dispatch(row.class_name, "", cmpihost::new_path(path)));
     }
 }
 
-TEST_F(EntryPoints, UncalledDispatcherHandsThePropertyListToTheBuilders) {
+TEST_F(UncalledDispatcher, HandsThePropertyListToTheBuilders) {
     for (const auto& row : dispatcher_rows) {
         SCOPED_TRACE(row.class_name);
         const char* properties[] = {row.property, nullptr};

@@ -140,7 +140,7 @@ TEST_F(Enumerators, LinkWalksReadRowByRowAndTraceAsTheyGo) {
                          exiting("get_all_statistic_references"));
 }
 
-TEST_F(Enumerators, EmptyLinkTableReturnsNothingAndTracesTheStatisticsWalksEnd) {
+TEST_F(Enumerators, EmptyLinkTableTracesTheEndOfStatisticsWalksOnly) {
     the_switch().links.clear();
     EXPECT_TRUE(enumerate_instances("ZANTO_FCIPProtocolEndPoint").objects.empty());
     EXPECT_EQ(trace, "Entering get_all_fcip_pe_instances\n");
@@ -155,7 +155,7 @@ TEST_F(Enumerators, EmptyLinkTableReturnsNothingAndTracesTheStatisticsWalksEnd) 
     EXPECT_EQ(trace, "Entering get_all_statistic_references\nExiting get_all_statistic_references\n");
 }
 
-TEST_F(Enumerators, LinkReadThatFailsEndsTheWalkAndKeepsWhatWasReturned) {
+TEST_F(Enumerators, FailedLinkReadEndsTheWalkAndKeepsWhatWasReturned) {
     for (const Fault fault : read_faults) {
         for (const char* class_name : {"ZANTO_FCIPProtocolEndPoint", "ZANTO_RemoteTCPPort"}) {
             switchsim::inject("fcip_get_link_entry", fault, 2);
@@ -293,7 +293,7 @@ TEST_F(Enumerators, EthernetStatisticsSkipPortsOfOtherTypes) {
                          "Entering eth_statistics_fill_reference\nExiting eth_statistics_fill_reference\n" + port_3);
 }
 
-TEST_F(Enumerators, EthernetStatisticsIncludeType5AndPortsWhoseTypeCannotBeTold) {
+TEST_F(Enumerators, EthernetStatisticsIncludeType5AndUnknownTypes) {
     the_switch().ports.at(ethernet_2).kind = switchsim::kind_port_channel; // 5
     the_switch().ports.at(fibre_channel_1).type_known = false;
     the_switch().ports.at(fibre_channel_1).counters = the_switch().ports.at(ethernet_1).counters;
@@ -322,7 +322,7 @@ TEST_F(Enumerators, LanEndpointsEndAtAPortWhoseTypeCannotBeTold) {
     EXPECT_EQ(enumerate_names("ZANTO_LANEndPoint").objects.size(), 1u);
 }
 
-TEST_F(Enumerators, EthernetStatisticalDataInstancesEndAtTheFirstPortThatIsNoEthernetPort) {
+TEST_F(Enumerators, EthernetStatisticalDataEndAtTheFirstOtherPort) {
     EXPECT_EQ(enumerate_instances("ZANTO_EthernetPortStatisticalData").objects.size(), 2u);
     EXPECT_EQ(trace, "\n Entering get_all_eth_stat_data_instances \n "
                      "tol:if_index -2097152000 \n Call to fcport_build_instance_pm "
@@ -330,14 +330,14 @@ TEST_F(Enumerators, EthernetStatisticalDataInstancesEndAtTheFirstPortThatIsNoEth
                      "tol:if_index -2080374784 \n\ntol : not a ethernet port\n \ntol : if_type :1");
 }
 
-TEST_F(Enumerators, EthernetStatisticalDataInstancesTraceType0WhenTheTypeCannotBeTold) {
+TEST_F(Enumerators, EthernetStatisticalDataTraceAnUnknownTypeAs0) {
     the_switch().ports.at(ethernet_1).type_known = false;
     EXPECT_TRUE(enumerate_instances("ZANTO_EthernetPortStatisticalData").objects.empty());
     EXPECT_EQ(trace, "\n Entering get_all_eth_stat_data_instances \n "
                      "tol:if_index -2097152000 \n\ntol : not a ethernet port\n \ntol : if_type :0");
 }
 
-TEST_F(Enumerators, EthernetStatisticalDataPathsAreOnePerPortOfAnyTypeWithoutATrace) {
+TEST_F(Enumerators, EthernetStatisticalDataPathsAreOnePerPortOfAnyType) {
     const auto answer = enumerate_names("ZANTO_EthernetPortStatisticalData");
     EXPECT_EQ(answer.objects.size(), 3u);
     EXPECT_EQ(trace, "");

@@ -1,5 +1,5 @@
 // FCIP_GetInstance: every row of its table, the key-not-found answer, and what each failure leads to.
-#include "tests/support/request_test.h"
+#include "tests/provider/mi/rebuilt_associations.h"
 
 namespace {
 
@@ -94,7 +94,7 @@ TEST_F(GetInstance, PeersAreLookedUpByASecondTokenBehindAZero) {
     }
 }
 
-TEST_F(GetInstance, ClassNameAsRequestedButFixedForStatisticalDataAndProfiles) {
+TEST_F(GetInstance, ClassNameIsFixedForStatisticalDataAndProfiles) {
     const auto class_of = [&](const char* class_name, const char* key, const char* value) {
         return get(path_of(class_name, {{key, value}})).objects.at(0).class_name;
     };
@@ -186,7 +186,7 @@ TEST_F(GetInstance, FailedLinkErrorsQueryThatLeftARecordIsTraced) {
     EXPECT_TRUE(printed(location + "Entering tcp_statistical_data_build_instance\n"));
 }
 
-TEST_F(GetInstance, TcpStatisticsOfALinkThatVanishedMeanwhileAreMinusOne) {
+TEST_F(GetInstance, TcpStatisticsOfAVanishedLinkAreMinusOne) {
     // The lookup reads three rows before it finds tunnel 7; the builder's own walk then fails at once.
     switchsim::inject("fcip_get_link_entry", Fault::fail, 4);
     const auto answer = get(path_of("ZANTO_TCPEndPointStatistics", {{"InstanceID", "16777222"}}));
@@ -205,7 +205,7 @@ TEST_F(GetInstance, EthernetStatisticsReadTheKeyAsANumber) {
     EXPECT_EQ(values(get_port(""), "InstanceID"), std::vector<std::string>{"0"});
 }
 
-TEST_F(GetInstance, EthernetStatisticsOfAPortThatCannotBeReadGetNothing) {
+TEST_F(GetInstance, EthernetStatisticsOfAnUnreadablePortGetNothing) {
     for (const Fault fault : read_faults) {
         switchsim::inject("pm_cim_get_port_info", fault, 1);
         expect_nothing(get(path_of("ZANTO_EthernetPortStatistics", {{"InstanceID", "-2097152000"}})));
@@ -256,30 +256,21 @@ TEST_F(GetInstance, EthernetPortPassesTheKeyCheckAndGetsNothing) {
 
 TEST_F(GetInstance, AssociationsAreHandedWholeToTheRebuilders) {
     whole_objects_expected = false; // the ends are made up: nobody looks at them
-    const auto end = std::make_shared<const cmpihost::Object>(path_of("ZANTO_X", {{"Name", "1"}}));
-    struct row {
-        const char* class_name;
-        const char* role1;
-        const char* role2;
+    const RebuiltAssociation rows[] = {
+        {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_SANIPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent"},
+        {"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent"},
+        {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData"},
+        {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData"},
+        {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData"},
+        {"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats"},
     };
-    for (const auto& [class_name, role1, role2] :
-         {row{"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_SANIPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent"}, row{"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent"},
-          row{"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent"},
-          row{"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData"},
-          row{"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData"},
-          row{"ZANTO_IPElementSettingData", "ManagedElement", "SettingData"},
-          row{"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats"}}) {
-        SCOPED_TRACE(class_name);
-        auto path = path_of(class_name);
-        path.keys = {{role1, "reference", {end}}, {role2, "reference", {end}}};
-        const auto answer = get(path);
-        ASSERT_EQ(answer.objects.size(), 1u);
-        EXPECT_EQ(answer.objects[0].class_name, class_name);
-        EXPECT_NE(answer.objects[0].property(role1), nullptr);
-        EXPECT_NE(answer.objects[0].property(role2), nullptr);
+    for (const RebuiltAssociation& row : rows) {
+        SCOPED_TRACE(row.class_name);
+        expect_rebuilt(get(row.path()), row);
     }
 }
 

@@ -48,7 +48,7 @@ TEST_F(RemoteFcipPort, InstanceNameIsCutAfter30CharactersOnly) {
     EXPECT_EQ(value_of(instance, "RemoteIPAddress"), long_address);
 }
 
-TEST_F(RemoteFcipPort, PathNameHasAddressesCutTo19CharactersAndIsCutAfter30) {
+TEST_F(RemoteFcipPort, PathNameCutsAddressesTo19CharactersAndItselfTo30) {
     the_switch().profiles.at(3).local_address = address(long_address);
     link().remote_address = address(long_address);
     EXPECT_EQ(value_of(build(fcip_remote_pe_fill_reference), "Name"), "0_2001:db8:1111:2222:_2001:db8");

@@ -84,7 +84,7 @@ TEST_F(EthernetPortStatistics, LineCardsValuesAreSetBehindThePortManagers) {
     EXPECT_EQ(FrontBroker::set(), expected);
 }
 
-TEST_F(EthernetPortStatistics, LineCardThatDoesNotAnswerLeavesThePortManagersValues) {
+TEST_F(EthernetPortStatistics, SilentLineCardLeavesThePortManagersValues) {
     for (const Fault fault : {Fault::fail, Fault::no_reply, Fault::wrong_status}) {
         switchsim::inject("mts_send", fault);
         EXPECT_EQ(rows_of(build_port()), port_manager_properties);

@@ -61,7 +61,7 @@ TEST_F(IpProtocolEndpoint, Ipv6ProfileHasTheTextNullAsIpv4Address) {
     EXPECT_EQ(value_of(build(ip_pe_fill_reference, link(tunnel_7)), "Name"), "16777222_2001:db8::1_2001:db8::2");
 }
 
-TEST_F(IpProtocolEndpoint, NullAddressSetsNeitherAddressPropertyButStandsInTheName) {
+TEST_F(IpProtocolEndpoint, NullAddressStandsInTheNameOnly) {
     profile().local_address = {};
     const Rows expected =
         with(without(without(tunnel_1_properties, "IPv4Address"), "IPv6Address"), "Name", "16777216_null_10.1.1.2");
@@ -70,7 +70,7 @@ TEST_F(IpProtocolEndpoint, NullAddressSetsNeitherAddressPropertyButStandsInTheNa
     EXPECT_EQ(value_of(build(ip_pe_fill_reference), "Name"), "16777216_null_10.1.1.2");
 }
 
-TEST_F(IpProtocolEndpoint, AddressThatCannotBeWrittenIsTheTextNullAndEmptyInTheName) {
+TEST_F(IpProtocolEndpoint, UnwritableAddressIsTheTextNullAndEmptyInTheName) {
     for (const std::uint32_t family : {0U, 3U, 0xFFFFFFFFU}) { // family 0 with bytes is not the null address
         SCOPED_TRACE(family);
         profile().local_address.family = family;

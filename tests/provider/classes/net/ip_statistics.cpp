@@ -78,7 +78,7 @@ TEST_F(IpStatistics, SumsAndDifferencesWrapAroundAt32Bits) {
     EXPECT_EQ(value_in(rows, "ReassembledPackets"), "7");
 }
 
-TEST_F(IpStatistics, CountersAreTheEthernetPortsButIndexAndSystemTheLinks) {
+TEST_F(IpStatistics, CountersAreThePortsButIndexAndSystemTheLinks) {
     fcip::write_be32(port(ethernet_2).ip_statistics.data() + 36, 77);
     const Rows rows = rows_of(build(ip_statistics_build_instance, link(tunnel_7)));
     EXPECT_EQ(value_in(rows, "InstanceID"), "16777222");

@@ -58,7 +58,7 @@ TEST_F(TcpProtocolEndpoint, ConnectionPurposeIsSetFrom1To3Only) {
     }
 }
 
-TEST_F(TcpProtocolEndpoint, ConnectionThatCannotBeReadLeavesItsFourPropertiesOut) {
+TEST_F(TcpProtocolEndpoint, UnreadableConnectionLeavesItsFourPropertiesOut) {
     for (const Fault fault : read_faults) {
         switchsim::inject("fcip_get_tcpconn_entry", fault);
         EXPECT_EQ(rows_of(build(fcip::tcp_pe_build_instance, link(tunnel_3))), without_connection(local_properties));
@@ -67,7 +67,7 @@ TEST_F(TcpProtocolEndpoint, ConnectionThatCannotBeReadLeavesItsFourPropertiesOut
     }
 }
 
-TEST_F(TcpProtocolEndpoint, PortsAbove65535AreCutInTheLookupAndWholeInTheProperties) {
+TEST_F(TcpProtocolEndpoint, PortsAbove65535AreCutInTheLookupOnly) {
     profile().listen_port = 0x10000 + 3225;
     link(tunnel_3).remote_tcp_port = 0x70000 + 3302;
     EXPECT_EQ(rows_of(build(fcip::tcp_pe_build_instance, link(tunnel_3))),
@@ -150,7 +150,7 @@ TEST_F(RemoteTcpPort, NameIsAZeroAndTheInterfaceIndex) {
     }
 }
 
-TEST_F(RemoteTcpPort, UnknownSystemIsLeftOutOfTheInstanceAndUnknownInThePath) {
+TEST_F(RemoteTcpPort, UnknownSystemIsInThePathOnlyAsUnknown) {
     the_switch().ports.erase(fcip_3);
     EXPECT_EQ(rows_of(build(fcip::tcp_remote_pe_build_instance, link(tunnel_3))),
               without(remote_properties, "SystemName"));
