@@ -1,0 +1,24 @@
+// Class declarations as elements.
+#pragma once
+
+#include "host/cimxml/write_value.h"
+
+namespace cmpihost::cimxml {
+
+/// What a client wants of a class.
+struct ClassOptions {
+    bool local_only = true; ///< leave out properties that another class declared first
+    bool qualifiers = true;
+    bool class_origin = false;
+    const std::vector<std::string>* property_list = nullptr; ///< null: all
+};
+
+/// A CLASSNAME.
+void append_class_name(std::string& out, std::string_view name);
+
+/// A CLASS with the qualifiers, properties and defaults that MOF declares. Methods and flavours of qualifiers are not
+/// known.
+void append_class(std::string& out, const mof::ClassDeclaration& declaration, const ClassOptions& options,
+                  const ReplyPlace& place);
+
+} // namespace cmpihost::cimxml
