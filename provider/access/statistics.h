@@ -8,7 +8,8 @@ namespace fcip {
 /// The TCP counter record of an interface, as the line card replied: big-endian on every host.
 inline constexpr std::size_t tcp_record_size = 1352;
 
-/// The IP counter record of an interface, as the line card replied: a header of 32 bytes, then the counters, big-endian.
+/// The IP counter record of an interface, as the line card replied: a header of 32 bytes, then the counters,
+/// big-endian.
 inline constexpr std::size_t ip_record_size = 172;
 
 /// The MAC counter record of an Ethernet interface, as the line card replied: big-endian.

@@ -60,6 +60,7 @@ TEST_F(FaultSweep, EveryPlatformCallFailsOnce) {
 TEST_F(FaultSweep, EveryBrokerObjectFailsOnce) {
     whole_objects_expected = false;
     const auto requests = requests_that_ask();
+    ASSERT_GT(requests.size(), 100u);
     the_switch().links.erase(tunnel_3);
     the_switch().links.erase(tunnel_7);
     for (const auto& request : requests) {

@@ -195,12 +195,15 @@ TEST_F(Generator, TakesItsSizesFromTheScenario) {
 
 TEST_F(Generator, LineCardsAnswerForItsPorts) {
     switchsim::generate(4);
+    unsigned ethernet_ports = 0;
     for (const auto& [if_index, port] : the_switch().ports) {
         if (port.kind != switchsim::kind_ethernet)
             continue;
+        ++ethernet_ports;
         EXPECT_EQ(port.mac_statistics.size(), 256U);
         EXPECT_EQ(port.ip_statistics.size(), 172U);
         EXPECT_EQ(port.tcp_statistics.size(), 2U);
         EXPECT_TRUE(port.counters);
     }
+    EXPECT_EQ(ethernet_ports, 4u);
 }

@@ -41,6 +41,13 @@ class Switchdump : public testing::Test {
         return result;
     }
 
+    /// What cannot be read is told, and the links are shown all the same.
+    void expect_exit_1(const std::string& error, std::size_t links) {
+        EXPECT_EQ(run(), 1);
+        EXPECT_EQ(err_, error);
+        EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), links);
+    }
+
     /// Whether standard error holds one line that begins with the program's name.
     bool one_error_line() const {
         return err_.starts_with("switchdump: ") && std::count(err_.begin(), err_.end(), '\n') == 1 &&
@@ -150,18 +157,14 @@ TEST_F(Switchdump, MissingInterfaceListIsExit1AndLinksAreShown) {
     add_profile(1);
     add_link(1, 0, 101);
     switchsim::inject("fcip_send_recv_with_mts_q", Fault::no_reply);
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(err_, "switchdump: a profile's interface list cannot be read\n");
-    EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), 1u);
+    expect_exit_1("switchdump: a profile's interface list cannot be read\n", 1);
 }
 
 TEST_F(Switchdump, LinkWithoutAVsanIsExit1AndTheOthersAreShown) {
     add_link(1, 0, 101);
     add_link(1, 1, 102);
     switchsim::inject("pm_cmi_get_port_config", Fault::fail, 1);
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(err_, "switchdump: the VSAN of the interface above cannot be read\n");
-    EXPECT_EQ(occurrences(out_, "vrkFcipEntityId : "), 2u);
+    expect_exit_1("switchdump: the VSAN of the interface above cannot be read\n", 2);
 }
 
 TEST_F(Switchdump, LinkReadThatBringsNoneEndsTheLinks) {

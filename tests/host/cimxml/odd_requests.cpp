@@ -162,6 +162,33 @@ TEST(CimXmlOddRequests, DeepNestingIsNotValidWithoutRecursion) {
     EXPECT_EQ(answer_of(deep), "400 request-not-valid");
 }
 
+TEST(CimXmlOddRequests, DepthEndsAtItsLimit) {
+    const auto nested = [](std::size_t depth) {
+        std::string xml;
+        for (std::size_t i = 0; i < depth; ++i)
+            xml += "<A>";
+        for (std::size_t i = 0; i < depth; ++i)
+            xml += "</A>";
+        return read_xml(xml);
+    };
+    EXPECT_TRUE(std::holds_alternative<XmlElement>(nested(max_xml_depth)));
+    const auto deeper = nested(max_xml_depth + 1);
+    ASSERT_TRUE(std::holds_alternative<XmlFault>(deeper));
+    EXPECT_EQ(std::get<XmlFault>(deeper), XmlFault::invalid);
+}
+
+TEST(CimXmlOddRequests, AttributesAreOnceEachAndNotTooMany) {
+    const auto with = [](std::size_t count) {
+        std::string xml = "<A";
+        for (std::size_t i = 0; i < count; ++i)
+            xml += " a" + std::to_string(i) + "=''";
+        return read_xml(xml + "/>");
+    };
+    EXPECT_TRUE(std::holds_alternative<XmlElement>(with(max_xml_attributes)));
+    EXPECT_TRUE(std::holds_alternative<XmlFault>(with(max_xml_attributes + 1)));
+    EXPECT_EQ(answer_of(replaced(plain, "ID=\"42\"", "ID=\"42\" ID=\"43\"")), "400 request-not-well-formed");
+}
+
 TEST(CimXmlOddRequests, TooManyElementsAreNotValid) {
     const auto with = [](std::size_t count) {
         std::string values;

@@ -170,7 +170,38 @@ TEST_F(CommandLines, Mof) {
                   "// //switch/root/cimv2:Test_Thing.Name=\"thing 3\",Number=3\n");
 }
 
+/// A reference to a thing as JSON shows it among the keys or the properties of an object.
+std::string json_reference(const std::string& role, const std::string& name, int number) {
+    return R"(        {
+          "name": ")" +
+           role + R"(",
+          "type": "reference",
+          "value": {
+            "class": "Test_Thing",
+            "namespace": "root/cimv2",
+            "host": "switch",
+            "keys": [
+              {
+                "name": "Name",
+                "type": "string",
+                "value": ")" +
+           name + R"("
+              },
+              {
+                "name": "Number",
+                "type": "uint32",
+                "value": )" +
+           std::to_string(number) + R"(
+              }
+            ],
+            "properties": []
+          }
+        })";
+}
+
 TEST_F(CommandLines, Json) {
+    const std::string first = json_reference("First", "thing 1", 1);
+    const std::string second = json_reference("Second", R"(a \"second\" thing)", 2);
     expect_output(ask({"-o", "json", "ei", "Test_Pair"}), R"({
   "status": {
     "rc": 0,
@@ -182,74 +213,10 @@ TEST_F(CommandLines, Json) {
       "namespace": "root/cimv2",
       "host": null,
       "keys": [
-        {
-          "name": "First",
-          "type": "reference",
-          "value": {
-            "class": "Test_Thing",
-            "namespace": "root/cimv2",
-            "host": "switch",
-            "keys": [
-              {
-                "name": "Name",
-                "type": "string",
-                "value": "thing 1"
-              },
-              {
-                "name": "Number",
-                "type": "uint32",
-                "value": 1
-              }
-            ],
-            "properties": []
-          }
-        },
-        {
-          "name": "Second",
-          "type": "reference",
-          "value": {
-            "class": "Test_Thing",
-            "namespace": "root/cimv2",
-            "host": "switch",
-            "keys": [
-              {
-                "name": "Name",
-                "type": "string",
-                "value": "a \"second\" thing"
-              },
-              {
-                "name": "Number",
-                "type": "uint32",
-                "value": 2
-              }
-            ],
-            "properties": []
-          }
-        }
+)" + first + ",\n" + second + R"(
       ],
       "properties": [
-        {
-          "name": "First",
-          "type": "reference",
-          "value": {
-            "class": "Test_Thing",
-            "namespace": "root/cimv2",
-            "host": "switch",
-            "keys": [
-              {
-                "name": "Name",
-                "type": "string",
-                "value": "thing 1"
-              },
-              {
-                "name": "Number",
-                "type": "uint32",
-                "value": 1
-              }
-            ],
-            "properties": []
-          }
-        }
+)" + first + R"(
       ]
     }
   ],

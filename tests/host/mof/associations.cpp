@@ -5,82 +5,78 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <set>
+#include <string_view>
 
 namespace cmpihost::mof {
 namespace {
 
-/// Which classes stand in the two roles of an association, in the order first, second.
+/// A pair of roles: first, second.
+using Roles = std::array<std::string_view, 2>;
+
+constexpr Roles dependency{"Antecedent", "Dependent"};
+constexpr Roles group_part{"GroupComponent", "PartComponent"};
+constexpr Roles stats{"ManagedElement", "Stats"};
+constexpr Roles setting{"ManagedElement", "SettingData"};
+
+/// Which classes stand in the two roles of an association, in the order of the roles.
 struct Ends {
     const char* association;
-    const char* first_role;
-    const char* second_role;
+    Roles roles;
     const char* first;
     const char* second;
 };
 
 const Ends ends[] = {
-    {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData", "ZANTO_FCIPProtocolEndpoint",
-     "ZANTO_FCIPSettings"},
-    {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData", "ZANTO_FCIPSettings",
-     "ZANTO_FCIPProtocolEndPoint"},
-    {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData", "ZANTO_IPProtocolEndpoint", "ZANTO_IPSettings"},
-    {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData", "ZANTO_TCPSettings", "ZANTO_IPProtocolEndPoint"},
-    {"ZANTO_IPElementSettingData", "Antecedent", "Dependent", "ZANTO_EthernetPort", "ZANTO_LANEndpoint"},
-    {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData", "ZANTO_TCPProtocolEndpoint", "ZANTO_TCPSettings"},
-    {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData", "ZANTO_TCPSettings", "ZANTO_TCPProtocolEndPoint"},
-    {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent", "ZANTO_FCIPProtocolEndpoint", "ZANTO_TCPProtocolEndpoint"},
-    {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndPoint", "ZANTO_FCIPProtocolEndPoint"},
-    {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndpoint", "ZANTO_TCPProtocolEndpoint"},
-    {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndPoint", "ZANTO_IPProtocolEndPoint"},
-    {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent", "ZANTO_FCIPProtocolEndpoint", "ZANTO_RemoteFCIPPort"},
-    {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent", "ZANTO_RemoteFCIPPort", "ZANTO_FCIPProtocolEndPoint"},
-    {"ZANTO_SANIPEndPoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndpoint", "ZANTO_RemoteIPServiceAccessPoint"},
-    {"ZANTO_SANIPEndpoint", "Antecedent", "Dependent", "ZANTO_RemoteIPPort", "ZANTO_FCIPProtocolEndPoint"},
-    {"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndpoint", "ZANTO_RemoteTCPPort"},
-    {"ZANTO_FCPortProtocolEndPoint", "Antecedent", "Dependent", "ZANTO_FCPort", "ZANTO_FCIPProtocolEndpoint"},
-    {"ZANTO_SwitchHostedFCIPAccessPoint", "Antecedent", "Dependent", "ZANTO_LogicalComputerSystem",
-     "ZANTO_FCIPProtocolEndpoint"},
-    {"ZANTO_SwitchHostedIPAccessPoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndpoint",
-     "ZANTO_LogicalComputerSystem"},
-    {"ZANTO_SwitchHostedIPAccessPoint", "Antecedent", "Dependent", "ZANTO_LogicalComputerSystem",
-     "ZANTO_IPProtocolEndPoint"},
-    {"ZANTO_SwitchHostedTCPAccessPoint", "Antecedent", "Dependent", "ZANTO_TCPProtocolEndpoint",
-     "ZANTO_LogicalComputerSystem"},
-    {"ZANTO_SwitchHostedTCPAccessPoint", "Antecedent", "Dependent", "ZANTO_LogicalComputerSystem",
-     "ZANTO_TCPProtocolEndPoint"},
-    {"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent", "ZANTO_FCIPProfile", "ZANTO_FCIPProtocolEndpoint"},
-    {"ZANTO_FCIPPEBasedOn", "Antecedent", "Dependent", "ZANTO_FCIPProfile", "ZANTO_FCIPProtocolEndPoint"},
-    {"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent", "ZANTO_EthernetPort", "ZANTO_IPProtocolEndpoint"},
-    {"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent", "ZANTO_IPProtocolEndPoint", "ZANTO_LANEndpoint"},
-    {"ZANTO_IPEthernetEndpoint", "Antecedent", "Dependent", "ZANTO_LANEndPoint", "ZANTO_IPProtocolEndPoint"},
-    {"ZANTO_EthernetPortProtocolEndpoint", "Antecedent", "Dependent", "ZANTO_EthernetPort", "ZANTO_LANEndpoint"},
-    {"ZANTO_IPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_IPEndpointStatistics",
-     "ZANTO_IPProtocolEndpoint"},
-    {"ZANTO_IPEndpointStatisticalData", "ManagedElement", "Stats", "ZANTO_IPProtocolEndPoint",
-     "ZANTO_IPEndpointStatistics"},
-    {"ZANTO_TCPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_TCPProtocolEndPoint",
-     "ZANTO_TCPEndPointStatistics"},
-    {"ZANTO_TCPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_TCPEndPointStatistics",
-     "ZANTO_FCIPProtocolEndPoint"},
-    {"ZANTO_TCPEndPointStatisticalData", "ManagedElement", "Stats", "ZANTO_FCIPProtocolEndPoint",
-     "ZANTO_TCPEndPointStatistics"},
-    {"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats", "ZANTO_EthernetPort",
-     "ZANTO_EthernetPortStatistics"},
+    {"ZANTO_FCIPElementSettingData", setting, "ZANTO_FCIPProtocolEndpoint", "ZANTO_FCIPSettings"},
+    {"ZANTO_FCIPElementSettingData", setting, "ZANTO_FCIPSettings", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_IPElementSettingData", setting, "ZANTO_IPProtocolEndpoint", "ZANTO_IPSettings"},
+    {"ZANTO_IPElementSettingData", setting, "ZANTO_TCPSettings", "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_IPElementSettingData", dependency, "ZANTO_EthernetPort", "ZANTO_LANEndpoint"},
+    {"ZANTO_TCPElementSettingData", setting, "ZANTO_TCPProtocolEndpoint", "ZANTO_TCPSettings"},
+    {"ZANTO_TCPElementSettingData", setting, "ZANTO_TCPSettings", "ZANTO_TCPProtocolEndPoint"},
+    {"ZANTO_FCIPTCPEndpoint", dependency, "ZANTO_FCIPProtocolEndpoint", "ZANTO_TCPProtocolEndpoint"},
+    {"ZANTO_FCIPTCPEndpoint", dependency, "ZANTO_TCPProtocolEndPoint", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_TCPIPEndpoint", dependency, "ZANTO_IPProtocolEndpoint", "ZANTO_TCPProtocolEndpoint"},
+    {"ZANTO_TCPIPEndpoint", dependency, "ZANTO_TCPProtocolEndPoint", "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_SANFCIPEndpoint", dependency, "ZANTO_FCIPProtocolEndpoint", "ZANTO_RemoteFCIPPort"},
+    {"ZANTO_SANFCIPEndpoint", dependency, "ZANTO_RemoteFCIPPort", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_SANIPEndPoint", dependency, "ZANTO_IPProtocolEndpoint", "ZANTO_RemoteIPServiceAccessPoint"},
+    {"ZANTO_SANIPEndpoint", dependency, "ZANTO_RemoteIPPort", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_SANTCPEndpoint", dependency, "ZANTO_TCPProtocolEndpoint", "ZANTO_RemoteTCPPort"},
+    {"ZANTO_FCPortProtocolEndPoint", dependency, "ZANTO_FCPort", "ZANTO_FCIPProtocolEndpoint"},
+    {"ZANTO_SwitchHostedFCIPAccessPoint", dependency, "ZANTO_LogicalComputerSystem", "ZANTO_FCIPProtocolEndpoint"},
+    {"ZANTO_SwitchHostedIPAccessPoint", dependency, "ZANTO_IPProtocolEndpoint", "ZANTO_LogicalComputerSystem"},
+    {"ZANTO_SwitchHostedIPAccessPoint", dependency, "ZANTO_LogicalComputerSystem", "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_SwitchHostedTCPAccessPoint", dependency, "ZANTO_TCPProtocolEndpoint", "ZANTO_LogicalComputerSystem"},
+    {"ZANTO_SwitchHostedTCPAccessPoint", dependency, "ZANTO_LogicalComputerSystem", "ZANTO_TCPProtocolEndPoint"},
+    {"ZANTO_FCIPPEBasedOn", group_part, "ZANTO_FCIPProfile", "ZANTO_FCIPProtocolEndpoint"},
+    {"ZANTO_FCIPPEBasedOn", dependency, "ZANTO_FCIPProfile", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_IPEthernetEndpoint", dependency, "ZANTO_EthernetPort", "ZANTO_IPProtocolEndpoint"},
+    {"ZANTO_IPEthernetEndpoint", dependency, "ZANTO_IPProtocolEndPoint", "ZANTO_LANEndpoint"},
+    {"ZANTO_IPEthernetEndpoint", dependency, "ZANTO_LANEndPoint", "ZANTO_IPProtocolEndPoint"},
+    {"ZANTO_EthernetPortProtocolEndpoint", dependency, "ZANTO_EthernetPort", "ZANTO_LANEndpoint"},
+    {"ZANTO_IPEndPointStatisticalData", stats, "ZANTO_IPEndpointStatistics", "ZANTO_IPProtocolEndpoint"},
+    {"ZANTO_IPEndpointStatisticalData", stats, "ZANTO_IPProtocolEndPoint", "ZANTO_IPEndpointStatistics"},
+    {"ZANTO_TCPEndPointStatisticalData", stats, "ZANTO_TCPProtocolEndPoint", "ZANTO_TCPEndPointStatistics"},
+    {"ZANTO_TCPEndPointStatisticalData", stats, "ZANTO_TCPEndPointStatistics", "ZANTO_FCIPProtocolEndPoint"},
+    {"ZANTO_TCPEndPointStatisticalData", stats, "ZANTO_FCIPProtocolEndPoint", "ZANTO_TCPEndPointStatistics"},
+    {"ZANTO_EthernetPortStatisticalData", stats, "ZANTO_EthernetPort", "ZANTO_EthernetPortStatistics"},
 };
 
 /// A path of a class with its keys, each a string.
-Property end(const char* role, const char* class_name) {
+Property end(std::string_view role, const char* class_name) {
     Object path{class_name, "root/cimv2", std::nullopt, {}, {}};
     for (const PropertyDeclaration& property : provider_schema().find(class_name)->properties)
         if (property.key)
             path.keys.push_back({property.name, "string", {std::string("x")}});
-    return {role, "reference", {std::make_shared<const Object>(path)}};
+    return {std::string(role), "reference", {std::make_shared<const Object>(path)}};
 }
 
 std::vector<Property> values_of(const Ends& row) {
-    std::vector<Property> values = {end(row.first_role, row.first), end(row.second_role, row.second)};
-    if (std::string_view(row.second_role) == "SettingData")
+    std::vector<Property> values = {end(row.roles[0], row.first), end(row.roles[1], row.second)};
+    if (row.roles == setting)
         for (const char* name : {"IsDefault", "IsCurrent"})
             values.push_back({name, "uint16", {std::uint64_t{1}}});
     return values;
@@ -108,16 +104,16 @@ TEST(MofEnds, AreListedForEveryAssociation) {
         tested.insert(provider_schema().find(row.association)->name);
     for (const ClassDeclaration& declaration : provider_schema().classes()) {
         if (is_ours(declaration)) {
-            EXPECT_EQ(tested.contains(declaration.name), declaration.association) << declaration.name;
+            EXPECT_EQ(tested.erase(declaration.name), declaration.association ? 1u : 0u) << declaration.name;
         }
     }
+    EXPECT_EQ(tested, std::set<std::string>{});
 }
 
 // ---------------------------------------------------------------------------------------------- known deviations
 
 TEST(MofDeviations, CoverAHostedAccessPointOfALanEndpoint) {
-    const Ends row{"CIM_HostedAccessPoint", "Antecedent", "Dependent", "ZANTO_FCIPProtocolEndPoint",
-                   "ZANTO_LANEndpoint"};
+    const Ends row{"CIM_HostedAccessPoint", dependency, "ZANTO_FCIPProtocolEndPoint", "ZANTO_LANEndpoint"};
     const Object path{row.association, "root/cimv2", "switch", values_of(row), {}};
     const auto findings = check(provider_schema(), path, Kind::path);
     EXPECT_EQ(findings.size(), 1u);
@@ -129,8 +125,7 @@ TEST(MofDeviations, CoverSettingsThatBearAnEndpointsKeys) {
         Object settings = *std::get<Value::Reference>(end("", "ZANTO_IPProtocolEndPoint").value.data);
         settings.class_name = "ZANTO_TCPSettings";
         Object path{association, "root/cimv2", "switch", {}, {}};
-        path.keys =
-            values_of({association, "ManagedElement", "SettingData", "ZANTO_TCPSettings", "ZANTO_IPProtocolEndPoint"});
+        path.keys = values_of({association, setting, "ZANTO_TCPSettings", "ZANTO_IPProtocolEndPoint"});
         path.keys[0].value.data = std::make_shared<const Object>(settings);
         std::size_t own_keys = 0; // of the association, where it declares none
         const auto findings = check(provider_schema(), path, Kind::path);
@@ -143,7 +138,9 @@ TEST(MofDeviations, CoverSettingsThatBearAnEndpointsKeys) {
 }
 
 TEST(MofDeviations, NameDeclaredClassesInTheirOwnSpelling) {
-    for (const std::string& finding : known_deviations().findings()) {
+    const auto& findings = known_deviations().findings();
+    EXPECT_FALSE(findings.empty());
+    for (const std::string& finding : findings) {
         const std::string class_name = finding.substr(0, finding.find_first_of(".:"));
         const ClassDeclaration* declaration = provider_schema().find(class_name);
         const bool unknown = finding.ends_with(": class is not declared");

@@ -31,7 +31,10 @@ const std::map<void*, const char*>& test::held_records() {
 extern "C" {
 
 void __real_free(void* block);
-void* __real_malloc(std::size_t size);
+int __real_get_ip_stats(mts_queue queue, std::uint32_t if_index, std::uint32_t flag,
+                        std::uint8_t** reply) asm("__real__ZN4fcip12get_ip_statsEP16mts_queue_handlejjPPh");
+int __wrap_get_ip_stats(mts_queue queue, std::uint32_t if_index, std::uint32_t flag,
+                        std::uint8_t** reply) asm("__wrap__ZN4fcip12get_ip_statsEP16mts_queue_handlejjPPh");
 decltype(fcip_get_entity_entry) __real_fcip_get_entity_entry;
 decltype(fcip_get_link_entry) __real_fcip_get_link_entry;
 decltype(pm_cim_get_port_info) __real_pm_cim_get_port_info;
@@ -56,10 +59,11 @@ void __wrap_free(void* block) {
     __real_free(block);
 }
 
-void* __wrap_malloc(std::size_t size) { // the provider itself allocates nothing but the reply that it hands on
-    void* block = __real_malloc(size);
-    records[block] = "reply";
-    return block;
+int __wrap_get_ip_stats(mts_queue queue, std::uint32_t if_index, std::uint32_t flag, std::uint8_t** reply) {
+    const int status = __real_get_ip_stats(queue, if_index, flag, reply);
+    if (*reply != nullptr)
+        records[*reply] = "reply"; // without a mark: the query's own calls have theirs
+    return status;
 }
 
 int __wrap_fcip_get_entity_entry(mts_queue queue, int operation, std::uint32_t entity_id, FcipEntityEntry** row,

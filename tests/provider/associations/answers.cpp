@@ -56,11 +56,6 @@ CMPIInstance* statistics_instance() {
     return fcip::eth_statistics_build_instance("ZANTO_EthernetPortStatistics", ns, port.get(), nullptr);
 }
 
-constexpr Shape realize{"Antecedent", "Dependent"};
-constexpr Shape group_part{"GroupComponent", "PartComponent"};
-constexpr Shape managed_stats{"ManagedElement", "Stats"};
-constexpr Shape managed_setting{"ManagedElement", "SettingData", true};
-
 // The "Result Class" lines.
 constexpr const char* starred = " ****** Result Class :%s  ********** \n";
 constexpr const char* plain = "Result Class :%s \n";
@@ -301,10 +296,10 @@ std::vector<AnswerRow> ties_of_others() {
 
 } // namespace
 
-std::string Tie::ends() const {
-    std::string text =
-        std::string("\n  ") + shape.first + " reference " + first + "\n  " + shape.second + " reference " + second;
-    return shape.setting ? text + "\n  IsDefault uint16 1\n  IsCurrent uint16 1" : text;
+std::string Shape::text(const std::string& first_end, const std::string& second_end) const {
+    const std::string ends =
+        std::string("\n  ") + first + " reference " + first_end + "\n  " + second + " reference " + second_end;
+    return setting ? ends + "\n  IsDefault uint16 1\n  IsCurrent uint16 1" : ends;
 }
 
 const std::vector<AnswerRow>& answers() {

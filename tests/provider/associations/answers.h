@@ -22,7 +22,14 @@ struct Shape {
     const char* first;
     const char* second;
     bool setting = false;
+
+    std::string text(const std::string& first_end, const std::string& second_end) const; ///< behind the class
 };
+
+inline constexpr Shape realize{"Antecedent", "Dependent"};
+inline constexpr Shape group_part{"GroupComponent", "PartComponent"};
+inline constexpr Shape managed_stats{"ManagedElement", "Stats"};
+inline constexpr Shape managed_setting{"ManagedElement", "SettingData", true};
 
 /// The association: References answer it as an instance, ReferenceNames as a path, both with these ends.
 struct Tie {
@@ -32,7 +39,7 @@ struct Tie {
     std::string first;
     std::string second;
 
-    std::string ends() const; ///< as text_of_object() writes them
+    std::string text() const { return answers + shape.text(first, second); } ///< as text_of_object() has it
 };
 
 struct AnswerRow {

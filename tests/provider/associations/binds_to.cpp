@@ -1,38 +1,26 @@
 // Enumeration of association classes: one association per link, rule by rule.
 #include "provider/associations/binds_to.h"
 
-#include "tests/provider/associations/association_test.h"
-
-#include <array>
+#include "tests/provider/associations/answers.h"
 
 namespace {
 
 using namespace test;
 using switchsim::Fault;
 
-using Roles = std::array<const char*, 2>;
-
-constexpr Roles dependency{"Antecedent", "Dependent"};
-constexpr Roles group_part{"GroupComponent", "PartComponent"};
-constexpr Roles element_stats{"ManagedElement", "Stats"};
-constexpr Roles element_setting{"ManagedElement", "SettingData"};
-
 /// A rule, by the association that tunnel 3 gets.
 struct Rule {
     const char* association_class;
     std::string first; ///< under the shape's first role, in paths
     std::string second;
-    Roles path_roles;
-    Roles instance_roles;
-    bool setting = false;
+    Shape paths;
+    Shape instances;
     bool instances_swap_ends = false;
 
     std::string text(bool of_instance) const {
-        const Roles& roles = of_instance ? instance_roles : path_roles;
+        const Shape& shape = of_instance ? instances : paths;
         const bool swap = of_instance && instances_swap_ends;
-        std::string ends = std::string(association_class) + "\n  " + roles[0] + " reference " +
-                           (swap ? second : first) + "\n  " + roles[1] + " reference " + (swap ? first : second);
-        return setting ? ends + "\n  IsDefault uint16 1\n  IsCurrent uint16 1" : ends;
+        return association_class + (swap ? shape.text(second, first) : shape.text(first, second));
     }
 };
 
@@ -43,24 +31,23 @@ std::vector<Rule> rules() {
     const std::string system = Thing{R"(CreationClassName="ZANTO_LogicalComputerSystem",Name="200100005EAA0001")"}(
         "ZANTO_LogicalComputerSystem");
     return {
-        {"ZANTO_SANFCIPEndpoint", remote_fcip_port_3("ZANTO_RemoteFCIPPort"), fcip, dependency, dependency},
-        {"ZANTO_FCIPTCPEndpoint", tcp, fcip, dependency, dependency},
-        {"ZANTO_SANIPEndpoint", remote_ip_port_3("ZANTO_RemoteIPPort"), fcip, dependency, dependency},
-        {"ZANTO_TCPIPEndpoint", tcp, ip, dependency, dependency},
-        {"ZANTO_IPEthernetEndpoint", lan_endpoint_1("ZANTO_LANEndPoint"), ip, dependency, dependency},
-        {"ZANTO_SwitchHostedFCIPAccessPoint", system, fcip, dependency, dependency},
-        {"ZANTO_SwitchHostedIPAccessPoint", system, ip, dependency, dependency},
-        {"ZANTO_SwitchHostedTCPAccessPoint", system, tcp, dependency, dependency},
-        {"ZANTO_FCIPElementSettingData", instance_of_tunnel_3("ZANTO_FCIPSettings"), fcip, element_setting,
-         element_setting, true},
-        {"ZANTO_TCPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), tcp, element_setting, element_setting,
-         true},
-        {"ZANTO_IPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), ip, element_setting, element_setting, true},
-        {"ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip, dependency, group_part},
-        {"ZANTO_TCPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_TCPEndPointStatistics"), fcip, element_stats,
-         element_stats, false, true},
-        {"ZANTO_IPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_IPEndPointStatistics"), ip, element_stats,
-         element_stats, false, true},
+        {"ZANTO_SANFCIPEndpoint", remote_fcip_port_3("ZANTO_RemoteFCIPPort"), fcip, realize, realize},
+        {"ZANTO_FCIPTCPEndpoint", tcp, fcip, realize, realize},
+        {"ZANTO_SANIPEndpoint", remote_ip_port_3("ZANTO_RemoteIPPort"), fcip, realize, realize},
+        {"ZANTO_TCPIPEndpoint", tcp, ip, realize, realize},
+        {"ZANTO_IPEthernetEndpoint", lan_endpoint_1("ZANTO_LANEndPoint"), ip, realize, realize},
+        {"ZANTO_SwitchHostedFCIPAccessPoint", system, fcip, realize, realize},
+        {"ZANTO_SwitchHostedIPAccessPoint", system, ip, realize, realize},
+        {"ZANTO_SwitchHostedTCPAccessPoint", system, tcp, realize, realize},
+        {"ZANTO_FCIPElementSettingData", instance_of_tunnel_3("ZANTO_FCIPSettings"), fcip, managed_setting,
+         managed_setting},
+        {"ZANTO_TCPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), tcp, managed_setting, managed_setting},
+        {"ZANTO_IPElementSettingData", ip_endpoint_3("ZANTO_TCPSettings"), ip, managed_setting, managed_setting},
+        {"ZANTO_FCIPPEBasedOn", profile_3("ZANTO_FCIPProfile"), fcip, realize, group_part},
+        {"ZANTO_TCPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_TCPEndPointStatistics"), fcip, managed_stats,
+         managed_stats, true},
+        {"ZANTO_IPEndPointStatisticalData", instance_of_tunnel_3("ZANTO_IPEndPointStatistics"), ip, managed_stats,
+         managed_stats, true},
     };
 }
 

@@ -137,20 +137,14 @@ TEST_F(Failures, ReferencesWithoutThePortEndBeforeAnyPathIsMade) {
 }
 
 TEST_F(Failures, StatisticsOfAPortThatCannotBeReadAreNoPartner) {
-    constexpr unsigned nth = 1;
     for (const Fault fault : read_faults) {
-        EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_eth_port_associators, port_key,
-                                     "ZANTO_EthernetPortStatisticalData", nth)),
-                  nothing);
-        EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_eth_port_associator_names, port_key,
-                                     "ZANTO_EthernetPortStatistics", nth)),
-                  nothing);
-        EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_eth_stat_associators, port_key,
-                                     "ZANTO_EthernetPortStatisticalData", nth)),
-                  nothing);
-        EXPECT_EQ(summary(with_fault("pm_cim_get_port_info", fault, fcip::get_eth_stat_associator_names, port_key,
-                                     "ZANTO_EthernetPortStatisticalData", nth)),
-                  nothing);
+        const auto answered = [&](auto* member, const char* asked) {
+            return summary(with_fault("pm_cim_get_port_info", fault, member, port_key, asked, 1));
+        };
+        EXPECT_EQ(answered(fcip::get_eth_port_associators, "ZANTO_EthernetPortStatisticalData"), nothing);
+        EXPECT_EQ(answered(fcip::get_eth_port_associator_names, "ZANTO_EthernetPortStatistics"), nothing);
+        EXPECT_EQ(answered(fcip::get_eth_stat_associators, "ZANTO_EthernetPortStatisticalData"), nothing);
+        EXPECT_EQ(answered(fcip::get_eth_stat_associator_names, "ZANTO_EthernetPortStatisticalData"), nothing);
     }
 }
 

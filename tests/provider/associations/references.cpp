@@ -45,7 +45,7 @@ TEST_F(References, EachRowAnswersOneInstance) {
         SCOPED_TRACE(std::string(row.source) + " " + row.asked);
         const auto answer = walk(Operation::references, source(row.source).path(), row.asked);
         ASSERT_EQ(answer.objects.size(), 1u) << trace;
-        EXPECT_EQ(text_of_object(answer.objects[0]), tie(row).answers + tie(row).ends());
+        EXPECT_EQ(text_of_object(answer.objects[0]), tie(row).text());
         EXPECT_EQ(answer.objects[0].name_space, "root/cimv2");
         EXPECT_EQ(answer.objects[0].host, "switch-a");
         expect_trace(row, row.member + std::string("_references"), "FCIP_References");
@@ -57,7 +57,7 @@ TEST_F(References, EachRowNamesTheSameAssociationByItsPath) {
         SCOPED_TRACE(std::string(row.source) + " " + row.asked);
         const auto answer = walk(Operation::reference_names, source(row.source).path(), row.asked);
         ASSERT_EQ(answer.objects.size(), 1u) << trace;
-        EXPECT_EQ(text_of_object(answer.objects[0]), tie(row).answers + tie(row).ends());
+        EXPECT_EQ(text_of_object(answer.objects[0]), tie(row).text());
         EXPECT_EQ(answer.objects[0].keys.size(), tie(row).shape.setting ? 4u : 2u);
         EXPECT_EQ(answer.objects[0].name_space, "root/cimv2");
         EXPECT_EQ(answer.objects[0].host, "switch-a");
@@ -82,7 +82,7 @@ TEST_F(References, IgnoreTheRoleAndThePropertyList) {
             });
             EXPECT_EQ(outcome.status, 0);
             ASSERT_EQ(outcome.answer.objects.size(), 1u);
-            EXPECT_EQ(text_of_object(outcome.answer.objects[0]), tie(row).answers + tie(row).ends());
+            EXPECT_EQ(text_of_object(outcome.answer.objects[0]), tie(row).text());
         }
     }
 }
@@ -117,7 +117,7 @@ TEST_F(References, NameMembersOfRemoteObjectsMirrorThoseOfInstances) {
         const auto path = run(names, source(row.source).key_value, row.asked);
         EXPECT_TRUE(reads_key(trace, beginning(row, row.member + std::string("_reference_names")), row.key)) << trace;
         ASSERT_EQ(path.answer.objects.size(), 1u);
-        EXPECT_EQ(text_of_object(path.answer.objects[0]), tie(row).answers + tie(row).ends());
+        EXPECT_EQ(text_of_object(path.answer.objects[0]), tie(row).text());
         const auto instance = run(instances, source(row.source).key_value, row.asked);
         ASSERT_EQ(instance.answer.objects.size(), 1u);
         EXPECT_EQ(text_of_object(instance.answer.objects[0]), text_of_object(path.answer.objects[0]));
@@ -146,7 +146,7 @@ TEST_F(References, OfARemoteTcpPortTakeTheLeading0AsAnInterfaceIndex) {
             trace, beginning(row, row.member + std::string(names ? "_reference_names" : "_references")), row.key))
             << trace;
         ASSERT_EQ(outcome.answer.objects.size(), 1u);
-        EXPECT_EQ(text_of_object(outcome.answer.objects[0]), tie(row).answers + tie(row).ends());
+        EXPECT_EQ(text_of_object(outcome.answer.objects[0]), tie(row).text());
         tunnel(tunnel_1)->link_if_index = fcip_1;
     }
 }

@@ -256,19 +256,7 @@ TEST_F(GetInstance, EthernetPortPassesTheKeyCheckAndGetsNothing) {
 
 TEST_F(GetInstance, AssociationsAreHandedWholeToTheRebuilders) {
     whole_objects_expected = false; // the ends are made up: nobody looks at them
-    const RebuiltAssociation rows[] = {
-        {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent"},
-        {"ZANTO_SANIPEndpoint", "Antecedent", "Dependent"},
-        {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent"},
-        {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent"},
-        {"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent"},
-        {"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent"},
-        {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData"},
-        {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData"},
-        {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData"},
-        {"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats"},
-    };
-    for (const RebuiltAssociation& row : rows) {
+    for (const RebuiltAssociation& row : rebuilt_associations) {
         SCOPED_TRACE(row.class_name);
         expect_rebuilt(get(row.path()), row);
     }

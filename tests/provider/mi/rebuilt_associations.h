@@ -19,6 +19,20 @@ struct RebuiltAssociation {
     }
 };
 
+/// Those that FCIP_GetInstance and get_fcip_instance both serve.
+inline constexpr RebuiltAssociation rebuilt_associations[] = {
+    {"ZANTO_SANFCIPEndpoint", "Antecedent", "Dependent"},
+    {"ZANTO_SANIPEndpoint", "Antecedent", "Dependent"},
+    {"ZANTO_FCIPTCPEndpoint", "Antecedent", "Dependent"},
+    {"ZANTO_TCPIPEndpoint", "Antecedent", "Dependent"},
+    {"ZANTO_SANTCPEndpoint", "Antecedent", "Dependent"},
+    {"ZANTO_FCIPPEBasedOn", "GroupComponent", "PartComponent"},
+    {"ZANTO_FCIPElementSettingData", "ManagedElement", "SettingData"},
+    {"ZANTO_TCPElementSettingData", "ManagedElement", "SettingData"},
+    {"ZANTO_IPElementSettingData", "ManagedElement", "SettingData"},
+    {"ZANTO_EthernetPortStatisticalData", "ManagedElement", "Stats"},
+};
+
 /// The answer is the association's instance alone.
 inline void expect_rebuilt(const cmpihost::Answer& answer, const RebuiltAssociation& row) {
     ASSERT_EQ(answer.objects.size(), 1u);
