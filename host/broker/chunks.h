@@ -9,7 +9,7 @@ namespace cmpihost {
 
 /// A chunk begins at a multiple of its size, so that the address of a block leads to it. Blocks lie behind this header.
 struct alignas(16) Arena::Chunk {
-    static constexpr std::uintptr_t size = 64 * 1024;
+    static constexpr std::uintptr_t size = 64 * std::uintptr_t{1024};
     static constexpr std::uintptr_t grain = 16;         // every block begins at a multiple of it
     static constexpr std::uintptr_t heap_overhead = 16; // left to malloc, so that chunks stand side by side
 

@@ -8,10 +8,9 @@ Text copy(Store& store, const Text& text) {
 }
 
 InstanceData copy(Store& store, const InstanceData& instance) {
-    InstanceData copied{copy(store, instance.object), list_for<const Name*>(store, instance.filter.count),
-                        instance.filtered};
-    for (const Name* name : instance.filter)
-        append(store, copied.filter, store.name(name->text));
+    InstanceData copied{copy(store, instance.object), list_for<Name>(store, instance.filter.count), instance.filtered};
+    for (const Name& name : instance.filter)
+        append(store, copied.filter, *store.name(name.text));
     return copied;
 }
 

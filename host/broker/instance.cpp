@@ -32,7 +32,7 @@ CMPICount get_property_count(const CMPIInstance* self, CMPIStatus* status) {
 
 bool passes_filter(const InstanceData& instance, std::string_view name) {
     return !instance.filtered || std::any_of(instance.filter.begin(), instance.filter.end(),
-                                             [name](const Name* listed) { return same_name(listed->text, name); });
+                                             [name](const Name& listed) { return same_name(listed.text, name); });
 }
 
 /// A property that the filter leaves out is checked like any other, and then dropped.
@@ -89,7 +89,7 @@ CMPIStatus set_property_filter(const CMPIInstance* self, const char** properties
         return status;
     for (const char** list : {properties, keys})
         for (; list != nullptr && *list != nullptr; ++list)
-            append(store, instance->filter, store.name(*list));
+            append(store, instance->filter, *store.name(*list));
     remove_filtered(store, *instance);
     return status;
 }

@@ -20,7 +20,7 @@ struct Text {
 /// What an instance holds: the object, and the names that its property filter lets through, if it has one.
 struct InstanceData {
     HeldObject object;
-    List<const Name*> filter;
+    List<Name> filter;
     bool filtered;
 };
 
