@@ -15,7 +15,7 @@ const CMPIArgsFT args_table{
 };
 
 CMPIArgs* new_args(const CMPIBroker*, CMPIStatus* status) {
-    return make<CMPIArgs>({}, status);
+    return make<CMPIArgs>(status, [](Store&) { return HeldProperties{}; });
 }
 
 } // namespace cmpihost

@@ -14,9 +14,16 @@ CMPIType stored_type(CMPIType type) {
     return type == CMPI_chars ? CMPI_string : type;
 }
 
+HeldArray nulls(Store& store, CMPICount size) {
+    HeldArray values = list_for<HeldValue>(store, size);
+    while (values.count < size)
+        append(store, values, HeldValue{});
+    return values;
+}
+
 CMPICount get_size(const CMPIArray* self, CMPIStatus* status) {
     const ArrayData* array = open(self, status);
-    return array == nullptr ? 0 : static_cast<CMPICount>(array->values.size());
+    return array == nullptr ? 0 : static_cast<CMPICount>(array->values.count);
 }
 
 CMPIType get_simple_type(const CMPIArray* self, CMPIStatus* status) {
@@ -29,7 +36,7 @@ CMPIData get_element_at(const CMPIArray* self, CMPICount index, CMPIStatus* stat
     const ArrayData* array = open(self, status);
     if (array == nullptr)
         return nothing_found(status, CMPI_RC_ERR_INVALID_HANDLE);
-    if (index >= array->values.size())
+    if (index >= array->values.count)
         return nothing_found(status, CMPI_RC_ERR_NOT_FOUND);
     return give_value(array->values[index], array->type, status);
 }
@@ -41,15 +48,18 @@ CMPIStatus set_element_at(const CMPIArray* self, CMPICount index, const CMPIValu
     ArrayData* array = open(self, &status);
     if (array == nullptr)
         return status;
-    if (index >= array->values.size())
+    if (index >= array->values.count)
         return status_of(CMPI_RC_ERR_INVALID_PARAMETER);
     if (type != CMPI_null && stored_type(type) != array->type)
         return status_of(CMPI_RC_ERR_TYPE_MISMATCH);
-    Value read;
-    const CMPIrc rc = read_value(value, type, read);
-    if (rc == CMPI_RC_OK)
-        array->values[index] = std::move(read);
-    return status_of(rc);
+    Store& store = store_of(self);
+    HeldValue read;
+    const CMPIrc rc = read_value(store, value, type, read);
+    if (rc != CMPI_RC_OK)
+        return status_of(rc);
+    release(store, array->values[index]);
+    array->values[index] = read;
+    return status;
 }
 
 } // namespace
@@ -74,7 +84,9 @@ CMPIArray* new_array(const CMPIBroker*, CMPICount size, CMPIType type, CMPIStatu
         report(status, CMPI_RC_ERR_INVALID_PARAMETER);
         return nullptr;
     }
-    return make<CMPIArray>({stored_type(type), Value::Array(size)}, status);
+    return make<CMPIArray>(status, [size, type](Store& store) {
+        return ArrayData{stored_type(type), nulls(store, size)};
+    });
 }
 
 } // namespace cmpihost

@@ -6,6 +6,8 @@
 
 #include <cmpift.h>
 
+#include <functional>
+
 namespace cmpihost {
 
 /// What one MI operation answered.
@@ -43,6 +45,12 @@ struct Request {
     std::string query;                                  ///< exec_query
     std::string query_language = "WQL";
 };
+
+struct HeldObject;
+
+/// Takes an instance or path at the moment when the provider returns it. What it is given ends with the call at the
+/// latest, and may change once the sink has returned (host/broker/held.h). It must not throw.
+using Sink = std::function<void(const HeldObject& object, bool is_instance)>;
 
 /// Called for every instance and path that a provider returns, before the broker lets go of it.
 using Observer = void (*)(const Object& object, bool is_instance, void* closure);
@@ -95,6 +103,9 @@ struct Provider {
 /// Runs one operation on the calling thread, in a scope of its own.
 /// @param fail_object as CallScope::fail_object, for that scope
 Answer run(const Provider& provider, const Request& request, unsigned fail_object = 0);
+
+/// The same, with the objects given to the sink, and none in the answer.
+Answer run(const Provider& provider, const Request& request, const Sink& sink);
 
 /// Sets the observer of all returned objects, of all threads; null removes it.
 void observe(Observer observer, void* closure);

@@ -44,7 +44,8 @@ CMPIStatus attach_thread(const CMPIBroker*, const CMPIContext* context) {
     if (State::innermost() != nullptr)
         return status_of(CMPI_RC_ERR_FAILED);
     attached = std::make_unique<CallScope>();
-    State::innermost()->context.data = *entries;
+    State& own = *State::innermost();
+    own.context.data = copy(own.store, *entries);
     return status;
 }
 

@@ -28,7 +28,7 @@ CMPIUint64 get_binary_format(const CMPIDateTime* self, CMPIStatus* status) {
 
 CMPIString* get_string_format(const CMPIDateTime* self, CMPIStatus* status) {
     const DateTime* time = open(self, status);
-    return time == nullptr ? nullptr : make<CMPIString>(format_date_time(*time), status);
+    return time == nullptr ? nullptr : make_string(format_date_time(*time), status);
 }
 
 CMPIBoolean is_interval(const CMPIDateTime* self, CMPIStatus* status) {
@@ -39,7 +39,7 @@ CMPIBoolean is_interval(const CMPIDateTime* self, CMPIStatus* status) {
 /// Makes the date-time that was read; nothing read is ERR_INVALID_PARAMETER.
 CMPIDateTime* make_date_time(const std::optional<DateTime>& time, CMPIStatus* status) {
     if (time)
-        return make<CMPIDateTime>(*time, status);
+        return make<CMPIDateTime>(status, [&time](Store&) { return *time; });
     report(status, CMPI_RC_ERR_INVALID_PARAMETER);
     return nullptr;
 }
@@ -56,7 +56,7 @@ const CMPIDateTimeFT date_time_table{
 };
 
 CMPIDateTime* new_date_time(const CMPIBroker*, CMPIStatus* status) {
-    return make<CMPIDateTime>(now(), status);
+    return make_date_time(now(), status);
 }
 
 CMPIDateTime* new_date_time_from_binary(const CMPIBroker*, CMPIUint64 microseconds, CMPIBoolean interval,

@@ -7,24 +7,20 @@ namespace cmpihost {
 
 namespace {
 
-Value reference_to(const Object& object) {
-    return {std::make_shared<const Object>(object)};
-}
-
 /// Behind the last object: ERR_NOT_FOUND.
 CMPIData get_next(const CMPIEnumeration* self, CMPIStatus* status) {
     EnumerationData* enumeration = open(self, status);
     if (enumeration == nullptr)
         return nothing_found(status, CMPI_RC_ERR_INVALID_HANDLE);
-    if (enumeration->next == enumeration->objects.size())
+    if (enumeration->next == enumeration->objects.count)
         return nothing_found(status, CMPI_RC_ERR_NOT_FOUND);
-    const Object& object = enumeration->objects[enumeration->next++];
-    return give_value(reference_to(object), enumeration->type, status);
+    HeldObject& object = enumeration->objects[enumeration->next++];
+    return give_value({&object}, enumeration->type, status);
 }
 
 CMPIBoolean has_next(const CMPIEnumeration* self, CMPIStatus* status) {
     const EnumerationData* enumeration = open(self, status);
-    return enumeration != nullptr && enumeration->next < enumeration->objects.size() ? 1 : 0;
+    return enumeration != nullptr && enumeration->next < enumeration->objects.count ? 1 : 0;
 }
 
 /// All objects, whether already fetched or not.
@@ -32,10 +28,12 @@ CMPIArray* to_array(const CMPIEnumeration* self, CMPIStatus* status) {
     const EnumerationData* enumeration = open(self, status);
     if (enumeration == nullptr)
         return nullptr;
-    ArrayData array{enumeration->type, {}};
-    for (const Object& object : enumeration->objects)
-        array.values.push_back(reference_to(object));
-    return make<CMPIArray>(std::move(array), status);
+    return make<CMPIArray>(status, [enumeration](Store& store) {
+        HeldArray references = list_for<HeldValue>(store, enumeration->objects.count);
+        for (HeldObject& object : enumeration->objects)
+            append(store, references, copy(store, HeldValue{&object}));
+        return ArrayData{enumeration->type, references};
+    });
 }
 
 } // namespace
@@ -49,10 +47,14 @@ const CMPIEnumerationFT enumeration_table{
     .toArray = to_array,
 };
 
-CMPIEnumeration* new_enumeration(std::vector<Object> objects, bool instances) {
+CMPIEnumeration* new_enumeration(const std::vector<Object>& objects, bool instances) {
     State* scope = State::innermost();
-    const CMPIType type = instances ? CMPI_instance : CMPI_ref;
-    return scope == nullptr ? nullptr : scope->add<CMPIEnumeration>({type, std::move(objects), 0});
+    if (scope == nullptr)
+        return nullptr;
+    List<HeldObject> held = list_for<HeldObject>(scope->store, objects.size());
+    for (const Object& object : objects)
+        append(scope->store, held, hold(scope->store, object));
+    return scope->add<CMPIEnumeration>({instances ? CMPI_instance : CMPI_ref, held, 0});
 }
 
 } // namespace cmpihost

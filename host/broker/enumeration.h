@@ -6,6 +6,6 @@
 namespace cmpihost {
 
 /// An enumeration of instances or of paths. Belongs to the innermost scope of this thread; null outside of any.
-CMPIEnumeration* new_enumeration(std::vector<Object> objects, bool instances);
+CMPIEnumeration* new_enumeration(const std::vector<Object>& objects, bool instances);
 
 } // namespace cmpihost

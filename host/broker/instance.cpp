@@ -27,12 +27,12 @@ CMPIData get_property_at(const CMPIInstance* self, CMPICount index, CMPIString**
 
 CMPICount get_property_count(const CMPIInstance* self, CMPIStatus* status) {
     const InstanceData* instance = open(self, status);
-    return instance == nullptr ? 0 : static_cast<CMPICount>(instance->object.properties.size());
+    return instance == nullptr ? 0 : instance->object.properties.count;
 }
 
 bool passes_filter(const InstanceData& instance, std::string_view name) {
-    return !instance.filter || std::any_of(instance.filter->begin(), instance.filter->end(),
-                                           [name](const std::string& listed) { return same_name(listed, name); });
+    return !instance.filtered || std::any_of(instance.filter.begin(), instance.filter.end(),
+                                             [name](const Name& listed) { return same_name(listed.text, name); });
 }
 
 /// A property that the filter leaves out is checked like any other, and then dropped.
@@ -41,18 +41,38 @@ CMPIStatus set_property(const CMPIInstance* self, const char* name, const CMPIVa
     InstanceData* instance = open(self, &status);
     if (instance == nullptr)
         return status;
+    Store& store = store_of(self);
     if (name == nullptr || passes_filter(*instance, name))
-        return status_of(set_named(instance->object.properties, name, value, type));
-    std::vector<Property> dropped;
-    return status_of(set_named(dropped, name, value, type));
+        return status_of(set_named(store, instance->object.properties, name, value, type));
+    HeldProperties dropped;
+    const CMPIrc rc = set_named(store, dropped, name, value, type);
+    release(store, dropped);
+    return status_of(rc);
+}
+
+/// The object without its properties, as a path of `store`.
+HeldObject path_of(Store& store, const HeldObject& object) {
+    HeldObject path = object;
+    path.properties = {};
+    return copy(store, path);
 }
 
 CMPIObjectPath* get_object_path(const CMPIInstance* self, CMPIStatus* status) {
     const InstanceData* instance = open(self, status);
     if (instance == nullptr)
         return nullptr;
-    const Object& object = instance->object;
-    return make<CMPIObjectPath>({object.class_name, object.name_space, object.host, object.keys, {}}, status);
+    return make<CMPIObjectPath>(status, [instance](Store& store) { return path_of(store, instance->object); });
+}
+
+void remove_filtered(Store& store, InstanceData& instance) {
+    HeldProperties& properties = instance.object.properties;
+    std::uint32_t kept = 0;
+    for (const HeldProperty& property : properties)
+        if (passes_filter(instance, property.name->text))
+            properties[kept++] = property;
+        else
+            release(store, property.value);
+    properties.count = kept;
 }
 
 /// A null property list lets everything through, an empty one only what the key list names. Properties already set
@@ -62,16 +82,15 @@ CMPIStatus set_property_filter(const CMPIInstance* self, const char** properties
     InstanceData* instance = open(self, &status);
     if (instance == nullptr)
         return status;
-    instance->filter.reset();
+    Store& store = store_of(self);
+    instance->filtered = properties != nullptr;
+    instance->filter.count = 0;
     if (properties == nullptr)
         return status;
-    std::vector<std::string> names;
     for (const char** list : {properties, keys})
         for (; list != nullptr && *list != nullptr; ++list)
-            names.emplace_back(*list);
-    instance->filter = std::move(names);
-    std::erase_if(instance->object.properties,
-                  [instance](const Property& property) { return !passes_filter(*instance, property.name); });
+            append(store, instance->filter, *store.name(*list));
+    remove_filtered(store, *instance);
     return status;
 }
 
@@ -80,11 +99,15 @@ CMPIStatus set_object_path(const CMPIInstance* self, const CMPIObjectPath* argum
     InstanceData* instance = open(self, &status);
     if (instance == nullptr)
         return status;
-    const Object* path = live(argument);
+    const HeldObject* path = live(argument);
     if (path == nullptr)
         return status_of(fault_of(argument));
-    Object& object = instance->object;
-    object = {path->class_name, path->name_space, path->host, path->keys, std::move(object.properties)};
+    Store& store = store_of(self);
+    HeldObject& object = instance->object;
+    const HeldProperties properties = object.properties;
+    release(store, object.keys);
+    object = path_of(store, *path);
+    object.properties = properties;
     return status;
 }
 
@@ -104,9 +127,9 @@ const CMPIInstanceFT instance_table{
 };
 
 CMPIInstance* new_instance(const CMPIBroker*, const CMPIObjectPath* argument, CMPIStatus* status) {
-    const Object* path = live(argument);
+    const HeldObject* path = live(argument);
     if (path != nullptr)
-        return make<CMPIInstance>({*path, std::nullopt}, status);
+        return make<CMPIInstance>(status, [path](Store& store) { return InstanceData{copy(store, *path), {}, false}; });
     report(status, fault_of(argument));
     return nullptr;
 }

@@ -29,8 +29,8 @@ std::optional<std::string> next_argument(std::va_list& arguments) {
         return text == nullptr ? "" : text;
     }
     case CMPI_string: {
-        const std::string* text = live(va_arg(arguments, const CMPIString*));
-        return text == nullptr ? "" : *text;
+        const Text* text = live(va_arg(arguments, const CMPIString*));
+        return text == nullptr ? "" : std::string(text->chars);
     }
     default:
         return std::nullopt;
@@ -58,8 +58,8 @@ std::string substitute(std::string_view text, const std::vector<std::string>& ar
 std::string_view said(const char* text, const CMPIString* string) {
     if (text != nullptr)
         return text;
-    const std::string* content = live(string);
-    return content == nullptr ? std::string_view() : std::string_view(*content);
+    const Text* content = live(string);
+    return content == nullptr ? std::string_view() : content->chars;
 }
 
 const char* or_empty(const char* text) {
@@ -81,7 +81,7 @@ CMPIString* get_message(const CMPIBroker*, const char*, const char* text, CMPISt
     }
     va_end(arguments);
     if (known)
-        return make<CMPIString>(substitute(text, values), status);
+        return make_string(substitute(text, values), status);
     report(status, CMPI_RC_ERR_INVALID_PARAMETER);
     return nullptr;
 }

@@ -10,7 +10,7 @@ template <class Handle>
 CMPIStatus add_named_value(const Handle* self, const char* name, const CMPIValue* value, CMPIType type) {
     CMPIStatus status;
     auto* values = open(self, &status);
-    return values == nullptr ? status : status_of(set_named(*values, name, value, type));
+    return values == nullptr ? status : status_of(set_named(store_of(self), *values, name, value, type));
 }
 
 /// An absent name is ERR_NOT_FOUND.
@@ -32,7 +32,7 @@ CMPIData get_named_value_at(const Handle* self, CMPICount index, CMPIString** na
 template <class Handle>
 CMPICount get_named_value_count(const Handle* self, CMPIStatus* status) {
     const auto* values = open(self, status);
-    return values == nullptr ? 0 : static_cast<CMPICount>(values->size());
+    return values == nullptr ? 0 : values->count;
 }
 
 } // namespace cmpihost

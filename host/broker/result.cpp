@@ -1,4 +1,4 @@
-// CMPIResult: collects what a provider returns, and tells the observer.
+// CMPIResult: hands on what a provider returns, and tells the observer.
 #include "host/broker/refusals.h"
 #include "host/broker/scope.h"
 
@@ -23,8 +23,6 @@ Watch& watch() {
 
 void tell_observer(const Object& object, bool is_instance) {
     Watch& watching = watch();
-    if (!watching.set)
-        return;
     const std::lock_guard lock(watching.mutex);
     if (watching.observer != nullptr)
         watching.observer(object, is_instance, watching.closure);
@@ -36,12 +34,25 @@ State* scope_of(const CMPIResult* self) {
     return scope != nullptr && *scope == State::innermost() ? *scope : nullptr;
 }
 
-const Object& object_of(const InstanceData& instance) {
+const HeldObject& object_of(const InstanceData& instance) {
     return instance.object;
 }
 
-const Object& object_of(const Object& path) {
+const HeldObject& object_of(const HeldObject& path) {
     return path;
+}
+
+/// To the sink or into the answer, and to the observer.
+void hand_over(State& scope, const HeldObject& object, bool is_instance) {
+    if (scope.sink != nullptr) {
+        (*scope.sink)(object, is_instance);
+        if (watch().set)
+            tell_observer(plain(object), is_instance);
+        return;
+    }
+    scope.answer.objects.push_back(plain(object));
+    if (watch().set)
+        tell_observer(scope.answer.objects.back(), is_instance);
 }
 
 template <class Handle>
@@ -58,8 +69,7 @@ CMPIStatus return_object(const CMPIResult* self, const Handle* handle) {
         ++scope->answer.invalid_results;
         return status_of(CMPI_RC_ERR_INVALID_HANDLE);
     }
-    scope->answer.objects.push_back(object_of(*data));
-    tell_observer(scope->answer.objects.back(), std::is_same_v<Handle, CMPIInstance>);
+    hand_over(*scope, object_of(*data), std::is_same_v<Handle, CMPIInstance>);
     return status_of(CMPI_RC_OK);
 }
 

@@ -1,5 +1,6 @@
 // One MI operation: its arguments as CMPI wants them, the call, the answer.
 #include "host/broker/scope.h"
+#include "host/broker/values.h"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +28,10 @@ struct Call {
     const char** properties() { return request.properties ? names_.data() : nullptr; }
 
     /// A new instance without properties, for createInstance and modifyInstance.
-    CMPIInstance* empty_instance() const { return State::innermost()->add<CMPIInstance>({request.path, std::nullopt}); }
+    CMPIInstance* empty_instance() const {
+        State& scope = *State::innermost();
+        return scope.add<CMPIInstance>({hold(scope.store, request.path), {}, false});
+    }
 
     const CMPIContext* context;
     const CMPIResult* result;
@@ -108,14 +112,13 @@ int number_of(const CMPIStatus& status) {
     return number;
 }
 
-} // namespace
-
-Answer run(const Provider& provider, const Request& request, unsigned fail_object) {
+/// @param sink null: collect
+Answer run_with(const Provider& provider, const Request& request, const Sink* sink, unsigned fail_object) {
     CallScope scope;
     State& state = *State::innermost();
-    for (Property& entry : state.context.data)
-        if (entry.name == CMPIInitNameSpace)
-            entry.value.data = request.path.name_space;
+    state.sink = sink;
+    put_named(state.store, state.context.data, CMPIInitNameSpace, CMPI_string,
+              {state.store.arena.copy(request.path.name_space)});
     Call with(scope, request);
     scope.fail_object(fail_object);
     const CMPIStatus status = is_association_operation(request.operation)
@@ -123,9 +126,19 @@ Answer run(const Provider& provider, const Request& request, unsigned fail_objec
                                   : run_instance_operation(provider.instance_mi, with);
     Answer answer = std::move(state.answer);
     answer.rc = number_of(status);
-    if (const std::string* message = state.live(status.msg))
-        answer.message = *message;
+    if (const Text* message = state.live(status.msg))
+        answer.message = message->chars;
     return answer;
+}
+
+} // namespace
+
+Answer run(const Provider& provider, const Request& request, unsigned fail_object) {
+    return run_with(provider, request, nullptr, fail_object);
+}
+
+Answer run(const Provider& provider, const Request& request, const Sink& sink) {
+    return run_with(provider, request, &sink, 0);
 }
 
 } // namespace cmpihost

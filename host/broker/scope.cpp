@@ -14,24 +14,30 @@ std::string user_name() {
     return user != nullptr ? user->pw_name : std::to_string(geteuid());
 }
 
-std::vector<Property> entries_of_every_call() {
+HeldProperties entries_of_every_call(Store& store) {
     static const std::string principal = user_name();
-    return {{"CMPIInvocationFlags", "uint32", {std::uint64_t{0}}},
-            {"CMPIInitNameSpace", "string", {std::string("root/cimv2")}},
-            {"CMPIPrincipal", "string", {principal}}};
+    HeldProperties entries;
+    append(store, entries, {store.name(CMPIInvocationFlags), CMPI_uint32, {std::uint64_t{0}}});
+    append(store, entries, {store.name(CMPIInitNameSpace), CMPI_string, {store.arena.copy("root/cimv2")}});
+    append(store, entries, {store.name(CMPIPrincipal), CMPI_string, {store.arena.copy(principal)}});
+    return entries;
 }
 
 } // namespace
 
-CallScope::State::State() : context(entries_of_every_call()), result(this) {}
+CallScope::State::State()
+    : context{{&store, nullptr}, {&context.data, Kind<CMPIContext>::table}, entries_of_every_call(store)},
+      result{{&store, nullptr}, {&result.data, Kind<CMPIResult>::table}, this} {}
 
 State* CallScope::State::innermost() {
     return innermost_state;
 }
 
 Node* CallScope::State::find(const void* handle) const {
-    const auto found = objects_.find(handle);
-    return found == objects_.end() ? nullptr : found->second.get();
+    if (!store.arena.is_handle(handle))
+        return nullptr;
+    auto* address = static_cast<std::byte*>(const_cast<void*>(handle));
+    return reinterpret_cast<Node*>(address - handle_offset);
 }
 
 bool CallScope::State::count_object() {
@@ -40,7 +46,12 @@ bool CallScope::State::count_object() {
 }
 
 bool CallScope::State::release(const void* handle) {
-    return objects_.erase(handle) == 1;
+    Node* node = find(handle);
+    if (node == nullptr)
+        return false;
+    store.arena.unmark(handle);
+    node->kind->release(*node);
+    return true;
 }
 
 CallScope::CallScope() : state_(std::make_unique<State>()), outer_(innermost_state) {
@@ -73,17 +84,17 @@ void CallScope::fail_object(unsigned nth) {
 
 CMPIObjectPath* new_path(const Object& path) {
     State* scope = State::innermost();
-    return scope == nullptr ? nullptr : scope->add<CMPIObjectPath>(path);
+    return scope == nullptr ? nullptr : scope->add<CMPIObjectPath>(hold(scope->store, path));
 }
 
 Object describe(const CMPIInstance* instance) {
     const InstanceData* data = live(instance);
-    return data == nullptr ? Object{} : data->object;
+    return data == nullptr ? Object{} : plain(data->object);
 }
 
 Object describe(const CMPIObjectPath* path) {
-    const Object* data = live(path);
-    return data == nullptr ? Object{} : *data;
+    const HeldObject* data = live(path);
+    return data == nullptr ? Object{} : plain(*data);
 }
 
 bool is_live(const void* object) {

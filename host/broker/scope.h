@@ -2,33 +2,52 @@
 #pragma once
 
 #include "host/broker/broker.h"
+#include "host/broker/held.h"
 #include "host/cim/date_time.h"
 
 #include <cmpift.h>
 
-#include <unordered_map>
-#include <utility>
+#include <cstddef>
+#include <type_traits>
 
 namespace cmpihost {
 
-/// What an instance holds: the object, and the names that its property filter lets through (unset: all).
+/// What a string holds, with a terminator behind it.
+struct Text {
+    std::string_view chars;
+};
+
+/// What an instance holds: the object, and the names that its property filter lets through, if it has one.
 struct InstanceData {
-    Object object;
-    std::optional<std::vector<std::string>> filter;
+    HeldObject object;
+    List<Name> filter;
+    bool filtered;
 };
 
 /// What an array holds: the CIM type of its elements, and as many values as it was made for.
 struct ArrayData {
-    CMPIType type = CMPI_null;
-    Value::Array values;
+    CMPIType type;
+    HeldArray values;
 };
 
 /// What an enumeration holds, and which object comes next.
 struct EnumerationData {
-    CMPIType type = CMPI_ref;
-    std::vector<Object> objects;
-    std::size_t next = 0;
+    CMPIType type;
+    List<HeldObject> objects;
+    std::uint32_t next;
 };
+
+/// Copies of an object's data in `store`, and what gives their memory there back.
+Text copy(Store& store, const Text& text);
+InstanceData copy(Store& store, const InstanceData& instance);
+ArrayData copy(Store& store, const ArrayData& array);
+EnumerationData copy(Store& store, const EnumerationData& enumeration);
+DateTime copy(Store& store, const DateTime& time);
+void release(Store& store, const Text& text);
+void release(Store& store, const InstanceData& instance);
+void release(Store& store, const ArrayData& array);
+void release(Store& store, const EnumerationData& enumeration);
+void release(Store& store, const DateTime& time);
 
 /// What lies behind each kind of handle, and its function table.
 template <class Handle>
@@ -42,36 +61,62 @@ struct Kind;
         static constexpr const HANDLE##FT* table = &TABLE;                                                             \
         static constexpr const char* name = #HANDLE;                                                                   \
     }
-CMPIHOST_KIND(CMPIString, string_table, std::string);
-CMPIHOST_KIND(CMPIObjectPath, object_path_table, Object);
+CMPIHOST_KIND(CMPIString, string_table, Text);
+CMPIHOST_KIND(CMPIObjectPath, object_path_table, HeldObject);
 CMPIHOST_KIND(CMPIInstance, instance_table, InstanceData);
 CMPIHOST_KIND(CMPIArray, array_table, ArrayData);
 CMPIHOST_KIND(CMPIDateTime, date_time_table, DateTime);
 CMPIHOST_KIND(CMPIEnumeration, enumeration_table, EnumerationData);
-CMPIHOST_KIND(CMPIContext, context_table, std::vector<Property>);
-CMPIHOST_KIND(CMPIArgs, args_table, std::vector<Property>);
+CMPIHOST_KIND(CMPIContext, context_table, HeldProperties);
+CMPIHOST_KIND(CMPIArgs, args_table, HeldProperties);
 CMPIHOST_KIND(CMPIResult, result_table, CallScope::State*);
 #undef CMPIHOST_KIND
 
 template <class Handle>
 using DataOf = typename Kind<Handle>::Data;
 
-/// Any object of the broker.
-struct Node {
-    Node() = default;
-    virtual ~Node() = default;
-    Node(const Node&) = delete;
-    Node& operator=(const Node&) = delete;
+struct Node;
+
+/// What the broker knows about a kind of object. There is one row for each, so that its address tells kinds apart.
+struct KindRow {
+    const char* name;            ///< "CMPIString", ...
+    void (*release)(Node& node); ///< gives back all memory of the object
 };
 
-/// An object of one kind. A provider holds the address of `handle`, whose `hdl` leads back here.
+/// What stands in front of every handle.
+struct alignas(16) Node {
+    Store* store; ///< where the object lies
+    const KindRow* kind;
+};
+
+/// An object of one kind. A provider holds the address of `handle`, whose `hdl` leads to the data.
 template <class Handle>
-struct Holder final : Node {
-    explicit Holder(DataOf<Handle> content) : handle{this, Kind<Handle>::table}, data(std::move(content)) {}
-
-    Handle handle;
-    DataOf<Handle> data;
+struct Holder {
+    Node node;
+    alignas(16) Handle handle;
+    alignas(16) DataOf<Handle> data;
 };
+inline constexpr std::size_t handle_offset = sizeof(Node);
+
+template <class Handle>
+void release_holder(Node& node) {
+    static_assert(std::is_standard_layout_v<Holder<Handle>> && std::is_trivially_destructible_v<Holder<Handle>>);
+    static_assert(offsetof(Holder<Handle>, handle) == handle_offset);
+    Store& store = *node.store;
+    auto* holder = reinterpret_cast<Holder<Handle>*>(&node);
+    release(store, holder->data);
+    store.arena.release(holder, sizeof *holder);
+}
+
+template <class Handle>
+inline constexpr KindRow kind_row{Kind<Handle>::name, release_holder<Handle>};
+
+/// The object's data if it is of this kind; null for another kind and for no object.
+template <class Handle>
+DataOf<Handle>* data_in(Node* node) {
+    const bool matches = node != nullptr && node->kind == &kind_row<Handle>;
+    return matches ? &reinterpret_cast<Holder<Handle>*>(node)->data : nullptr;
+}
 
 class CallScope::State {
   public:
@@ -86,33 +131,32 @@ class CallScope::State {
     /// As find(), for one kind.
     template <class Handle>
     DataOf<Handle>* live(const Handle* handle) const {
-        auto* holder = dynamic_cast<Holder<Handle>*>(find(handle));
-        return holder == nullptr ? nullptr : &holder->data;
+        return data_in<Handle>(find(handle));
     }
 
     /// Counts a broker call that makes an object. False: this one is to fail.
     bool count_object();
 
-    /// Makes an object that lives until its release or the end of the scope.
+    /// Makes an object that lives until its release or the end of the scope. Its data lie in the scope's store.
     template <class Handle>
-    Handle* add(DataOf<Handle> data) {
-        auto holder = std::make_unique<Holder<Handle>>(std::move(data));
-        Handle* handle = &holder->handle;
-        objects_.emplace(handle, std::move(holder));
-        return handle;
+    Handle* add(const DataOf<Handle>& data) {
+        void* memory = store.arena.allocate(sizeof(Holder<Handle>));
+        auto* holder = new (memory) Holder<Handle>{{&store, &kind_row<Handle>}, {}, data};
+        holder->handle = {&holder->data, Kind<Handle>::table};
+        store.arena.mark(&holder->handle);
+        return &holder->handle;
     }
 
     /// Frees an object of this scope. False: it is none.
     bool release(const void* handle);
 
+    Store store;
     Holder<CMPIContext> context;
     Holder<CMPIResult> result;
+    const Sink* sink = nullptr; ///< null: objects are collected in the answer
     Answer answer;
     unsigned objects_made = 0;
     unsigned calls_until_failure = 0; ///< 0: no failure ahead
-
-  private:
-    std::unordered_map<const void*, std::unique_ptr<Node>> objects_;
 };
 
 using State = CallScope::State;
@@ -128,17 +172,25 @@ inline void report(CMPIStatus* status, CMPIrc rc) {
         *status = status_of(rc);
 }
 
-/// Makes an object in the innermost scope for a broker call. Null with ERR_FAILED: the call is to fail, or there is no
-/// scope on this thread.
-template <class Handle>
-Handle* make(DataOf<Handle> data, CMPIStatus* status) {
+/// Makes an object in the innermost scope for a broker call, with the data that `data_in_store(Store&)` puts there.
+/// Null with ERR_FAILED: the call is to fail, or there is no scope on this thread.
+template <class Handle, class DataInStore>
+Handle* make(CMPIStatus* status, DataInStore data_in_store) {
     State* scope = State::innermost();
     if (scope == nullptr || !scope->count_object()) {
         report(status, CMPI_RC_ERR_FAILED);
         return nullptr;
     }
     report(status, CMPI_RC_OK);
-    return scope->add<Handle>(std::move(data));
+    return scope->add<Handle>(data_in_store(scope->store));
+}
+
+inline Text text_in(Store& store, std::string_view text) {
+    return {store.arena.copy(text)};
+}
+
+inline CMPIString* make_string(std::string_view text, CMPIStatus* status) {
+    return make<CMPIString>(status, [text](Store& store) { return text_in(store, text); });
 }
 
 /// What lies behind the handle that a table's function is called on. Null with ERR_INVALID_HANDLE: nothing does.
@@ -146,7 +198,14 @@ template <class Handle>
 DataOf<Handle>* open(const Handle* self, CMPIStatus* status) {
     const bool valid = self != nullptr && self->hdl != nullptr;
     report(status, valid ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_HANDLE);
-    return valid ? &static_cast<Holder<Handle>*>(const_cast<void*>(self->hdl))->data : nullptr;
+    return valid ? static_cast<DataOf<Handle>*>(const_cast<void*>(self->hdl)) : nullptr;
+}
+
+/// Where the data lie that open() gives for a handle.
+template <class Handle>
+Store& store_of(const Handle* self) {
+    const auto* data = static_cast<const std::byte*>(self->hdl);
+    return *reinterpret_cast<const Holder<Handle>*>(data - offsetof(Holder<Handle>, data))->node.store;
 }
 
 /// What lies behind an argument, if that is a live object of the innermost scope; the pointer is only looked up.
@@ -172,7 +231,7 @@ CMPIStatus release_object(Handle* self) {
 template <class Handle>
 Handle* clone_object(const Handle* self, CMPIStatus* status) {
     const DataOf<Handle>* data = open(self, status);
-    return data == nullptr ? nullptr : make<Handle>(*data, status);
+    return data == nullptr ? nullptr : make<Handle>(status, [data](Store& store) { return copy(store, *data); });
 }
 
 } // namespace cmpihost

@@ -7,8 +7,8 @@ namespace cmpihost {
 namespace {
 
 const char* get_char_ptr(const CMPIString* self, CMPIStatus* status) {
-    const std::string* text = open(self, status);
-    return text == nullptr ? nullptr : text->c_str();
+    const Text* text = open(self, status);
+    return text == nullptr ? nullptr : text->chars.data();
 }
 
 } // namespace
@@ -22,7 +22,7 @@ const CMPIStringFT string_table{
 
 CMPIString* new_string(const CMPIBroker*, const char* text, CMPIStatus* status) {
     if (text != nullptr)
-        return make<CMPIString>(text, status);
+        return make_string(text, status);
     report(status, CMPI_RC_ERR_INVALID_PARAMETER);
     return nullptr;
 }

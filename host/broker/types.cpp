@@ -8,35 +8,22 @@ namespace cmpihost {
 
 namespace {
 
-template <class Handle>
-bool is_a(const Node* node) {
-    return dynamic_cast<const Holder<Handle>*>(node) != nullptr;
-}
-
-template <class... Handles>
-const char* name_among(const Node* node) {
-    const char* name = nullptr;
-    ((name = name == nullptr && is_a<Handles>(node) ? Kind<Handles>::name : name), ...);
-    return name;
-}
-
 /// The CMPI name of a live object's type, null for any other pointer.
 const char* type_of(const void* object) {
     const State* scope = State::innermost();
     const Node* node = scope == nullptr ? nullptr : scope->find(object);
-    return name_among<CMPIString, CMPIObjectPath, CMPIInstance, CMPIArray, CMPIDateTime, CMPIEnumeration, CMPIContext,
-                      CMPIArgs>(node);
+    return node == nullptr ? nullptr : node->kind->name;
 }
 
-std::optional<std::string> text_of(const Node* node) {
-    if (const auto* text = dynamic_cast<const Holder<CMPIString>*>(node))
-        return text->data;
-    if (const auto* path = dynamic_cast<const Holder<CMPIObjectPath>*>(node))
-        return path_text(path->data);
-    if (const auto* instance = dynamic_cast<const Holder<CMPIInstance>*>(node))
-        return path_text(instance->data.object);
-    if (const auto* time = dynamic_cast<const Holder<CMPIDateTime>*>(node))
-        return format_date_time(time->data);
+std::optional<std::string> text_of(Node* node) {
+    if (const Text* text = data_in<CMPIString>(node))
+        return std::string(text->chars);
+    if (const HeldObject* path = data_in<CMPIObjectPath>(node))
+        return path_text(plain(*path));
+    if (const InstanceData* instance = data_in<CMPIInstance>(node))
+        return path_text(plain(instance->object));
+    if (const DateTime* time = data_in<CMPIDateTime>(node))
+        return format_date_time(*time);
     return std::nullopt;
 }
 
@@ -45,12 +32,12 @@ std::optional<std::string> text_of(const Node* node) {
 /// The class itself is known without a schema; whether another one is its superclass is not.
 CMPIBoolean class_path_is_a(const CMPIBroker*, const CMPIObjectPath* argument, const char* class_name,
                             CMPIStatus* status) {
-    const Object* path = live(argument);
+    const HeldObject* path = live(argument);
     if (path == nullptr || class_name == nullptr) {
         report(status, class_name == nullptr ? CMPI_RC_ERR_INVALID_PARAMETER : fault_of(argument));
         return 0;
     }
-    const bool same = same_name(path->class_name, class_name);
+    const bool same = same_name(path->class_name->text, class_name);
     report(status, same ? CMPI_RC_OK : CMPI_RC_ERR_NOT_SUPPORTED);
     return same ? 1 : 0;
 }
@@ -61,9 +48,9 @@ CMPIString* to_string(const CMPIBroker*, const void* object, CMPIStatus* status)
         report(status, CMPI_RC_ERR_INVALID_HANDLE);
         return nullptr;
     }
-    auto text = text_of(State::innermost()->find(object));
+    const auto text = text_of(State::innermost()->find(object));
     if (text)
-        return make<CMPIString>(std::move(*text), status);
+        return make_string(*text, status);
     report(status, CMPI_RC_ERR_NOT_SUPPORTED);
     return nullptr;
 }
@@ -81,7 +68,7 @@ CMPIBoolean is_of_type(const CMPIBroker*, const void* object, const char* type, 
 CMPIString* get_type(const CMPIBroker*, const void* object, CMPIStatus* status) {
     const char* actual = type_of(object);
     if (actual != nullptr)
-        return make<CMPIString>(actual, status);
+        return make_string(actual, status);
     report(status, CMPI_RC_ERR_INVALID_HANDLE);
     return nullptr;
 }

@@ -14,68 +14,97 @@ namespace {
 struct TypeRow {
     CMPIType code;
     std::string_view name;
+    std::string_view array;
 };
 
 constexpr std::array types{
-    TypeRow{CMPI_null, "null"},         TypeRow{CMPI_boolean, "boolean"},   TypeRow{CMPI_char16, "char16"},
-    TypeRow{CMPI_real32, "real32"},     TypeRow{CMPI_real64, "real64"},     TypeRow{CMPI_uint8, "uint8"},
-    TypeRow{CMPI_uint16, "uint16"},     TypeRow{CMPI_uint32, "uint32"},     TypeRow{CMPI_uint64, "uint64"},
-    TypeRow{CMPI_sint8, "sint8"},       TypeRow{CMPI_sint16, "sint16"},     TypeRow{CMPI_sint32, "sint32"},
-    TypeRow{CMPI_sint64, "sint64"},     TypeRow{CMPI_instance, "instance"}, TypeRow{CMPI_ref, "reference"},
-    TypeRow{CMPI_dateTime, "datetime"}, TypeRow{CMPI_string, "string"},     TypeRow{CMPI_chars, "string"},
+    TypeRow{CMPI_string, "string", "string[]"},       TypeRow{CMPI_uint16, "uint16", "uint16[]"},
+    TypeRow{CMPI_uint32, "uint32", "uint32[]"},       TypeRow{CMPI_uint64, "uint64", "uint64[]"},
+    TypeRow{CMPI_boolean, "boolean", "boolean[]"},    TypeRow{CMPI_ref, "reference", "reference[]"},
+    TypeRow{CMPI_uint8, "uint8", "uint8[]"},          TypeRow{CMPI_chars, "string", "string[]"},
+    TypeRow{CMPI_sint8, "sint8", "sint8[]"},          TypeRow{CMPI_sint16, "sint16", "sint16[]"},
+    TypeRow{CMPI_sint32, "sint32", "sint32[]"},       TypeRow{CMPI_sint64, "sint64", "sint64[]"},
+    TypeRow{CMPI_real32, "real32", "real32[]"},       TypeRow{CMPI_real64, "real64", "real64[]"},
+    TypeRow{CMPI_char16, "char16", "char16[]"},       TypeRow{CMPI_dateTime, "datetime", "datetime[]"},
+    TypeRow{CMPI_instance, "instance", "instance[]"}, TypeRow{CMPI_null, "null", ""},
 };
 
 constexpr CMPIType without_array(CMPIType type) {
     return static_cast<CMPIType>(type & ~CMPI_ARRAY);
 }
 
-/// A handle's data as a plain value; a null handle is NULL.
-template <class Handle, class ToValue>
-CMPIrc read_handle(const Handle* handle, Value& out, ToValue to_value) {
-    if (handle == nullptr) {
-        out.data = std::monostate{};
+/// The type under which values of `type` are held.
+constexpr CMPIType held_type(CMPIType type) {
+    if (without_array(type) != CMPI_chars)
+        return type;
+    return static_cast<CMPIType>(CMPI_string | (type & CMPI_ARRAY));
+}
+
+template <class Data>
+HeldValue held_apart(Store& store, const Data& data) {
+    return {new (store.arena.allocate(sizeof(Data))) Data(copy(store, data))};
+}
+
+HeldValue held(Store& store, const Text& text) {
+    return {store.arena.copy(text.chars)};
+}
+
+HeldValue held(Store& store, const HeldObject& path) {
+    return held_apart(store, path);
+}
+
+HeldValue held(Store& store, const InstanceData& instance) {
+    return held_apart(store, instance.object);
+}
+
+HeldValue held(Store& store, const DateTime& time) {
+    return {store.arena.copy(format_date_time(time))};
+}
+
+HeldValue held(Store& store, const ArrayData& array) {
+    return held_apart(store, array.values);
+}
+
+/// A copy of what a handle stands for; a null handle is NULL.
+template <class Handle>
+CMPIrc read_handle(Store& store, const Handle* handle, HeldValue& out) {
+    if (handle == nullptr)
         return CMPI_RC_OK;
-    }
     const DataOf<Handle>* data = live(handle);
     if (data == nullptr)
         return CMPI_RC_ERR_INVALID_HANDLE;
-    out.data = to_value(*data);
+    out = held(store, *data);
     return CMPI_RC_OK;
 }
 
-Value::Reference shared(const Object& object) {
-    return std::make_shared<const Object>(object);
-}
-
-CMPIrc read_array(const CMPIArray* array, CMPIType element_type, Value& out) {
-    const CMPIType type = element_type == CMPI_chars ? CMPI_string : element_type;
+CMPIrc read_array(Store& store, const CMPIArray* array, CMPIType element_type, HeldValue& out) {
     const ArrayData* data = array == nullptr ? nullptr : live(array);
-    if (data != nullptr && data->type != type)
+    if (data != nullptr && data->type != held_type(element_type))
         return CMPI_RC_ERR_TYPE_MISMATCH;
-    return read_handle(array, out, [](const ArrayData& content) { return content.values; });
+    return read_handle(store, array, out);
 }
 
-CMPIrc read_other(const CMPIValue& value, CMPIType type, Value& out) {
+CMPIrc read_other(Store& store, const CMPIValue& value, CMPIType type, HeldValue& out) {
     switch (type) {
     case CMPI_boolean:
         out.data = value.boolean != 0;
         return CMPI_RC_OK;
     case CMPI_string:
-        return read_handle(value.string, out, [](const std::string& text) { return text; });
+        return read_handle(store, value.string, out);
     case CMPI_ref:
-        return read_handle(value.ref, out, [](const Object& path) { return shared(path); });
+        return read_handle(store, value.ref, out);
     case CMPI_instance:
-        return read_handle(value.inst, out, [](const InstanceData& instance) { return shared(instance.object); });
+        return read_handle(store, value.inst, out);
     case CMPI_dateTime:
-        return read_handle(value.dateTime, out, [](const DateTime& time) { return format_date_time(time); });
+        return read_handle(store, value.dateTime, out);
     default:
         return CMPI_RC_ERR_INVALID_DATA_TYPE;
     }
 }
 
-/// Stores `value` widened to the alternative of Value that holds its kind of number.
+/// Stores `value` widened to the alternative of HeldValue that holds its kind of number.
 template <class Number>
-CMPIrc read_number(Number value, Value& out) {
+CMPIrc read_number(Number value, HeldValue& out) {
     if constexpr (std::is_floating_point_v<Number>)
         out.data = static_cast<double>(value);
     else if constexpr (std::is_signed_v<Number>)
@@ -85,7 +114,7 @@ CMPIrc read_number(Number value, Value& out) {
     return CMPI_RC_OK;
 }
 
-CMPIrc read_simple(const CMPIValue& value, CMPIType type, Value& out) {
+CMPIrc read_simple(Store& store, const CMPIValue& value, CMPIType type, HeldValue& out) {
     switch (type) {
     case CMPI_char16:
         return read_number(value.char16, out);
@@ -110,13 +139,13 @@ CMPIrc read_simple(const CMPIValue& value, CMPIType type, Value& out) {
     case CMPI_sint64:
         return read_number(value.sint64, out);
     default:
-        return read_other(value, type, out);
+        return read_other(store, value, type, out);
     }
 }
 
 /// The number in a value, whichever kind it is stored as. False: it holds none.
 template <class Number>
-bool number_in(const Value& value, Number& out) {
+bool number_in(const HeldValue& value, Number& out) {
     return std::visit(
         [&out](const auto& held) {
             using Held = std::decay_t<decltype(held)>;
@@ -131,36 +160,39 @@ bool number_in(const Value& value, Number& out) {
 
 /// Makes the object that stands for a value of type Held. False: the value is no Held, or the object cannot be made.
 template <class Handle, class Held, class ToData>
-bool object_for(const Value& value, Handle*& out, CMPIStatus* status, ToData to_data) {
+bool object_for(const HeldValue& value, Handle*& out, CMPIStatus* status, ToData to_data) {
     const Held* held = std::get_if<Held>(&value.data);
-    out = held == nullptr ? nullptr : make<Handle>(to_data(*held), status);
+    out = held == nullptr ? nullptr : make<Handle>(status, [&](Store& store) { return to_data(store, *held); });
     return out != nullptr;
 }
 
-bool give_handle(const Value& value, CMPIType type, CMPIValue& out, CMPIStatus* status) {
+DateTime date_time_of(Store&, std::string_view text) {
+    return parse_date_time(text).value_or(DateTime{});
+}
+
+bool give_handle(const HeldValue& value, CMPIType type, CMPIValue& out, CMPIStatus* status) {
     if ((type & CMPI_ARRAY) != 0)
-        return object_for<CMPIArray, Value::Array>(value, out.array, status, [type](const Value::Array& values) {
-            return ArrayData{without_array(type), values};
+        return object_for<CMPIArray, HeldArray*>(value, out.array, status, [type](Store& store, HeldArray* values) {
+            return ArrayData{without_array(type), copy(store, *values)};
         });
     switch (type) {
     case CMPI_string:
-        return object_for<CMPIString, std::string>(value, out.string, status, [](const auto& text) { return text; });
+        return object_for<CMPIString, std::string_view>(value, out.string, status, text_in);
     case CMPI_ref:
-        return object_for<CMPIObjectPath, Value::Reference>(value, out.ref, status,
-                                                            [](const auto& path) { return *path; });
+        return object_for<CMPIObjectPath, HeldObject*>(
+            value, out.ref, status, [](Store& store, HeldObject* path) { return copy(store, *path); });
     case CMPI_instance:
-        return object_for<CMPIInstance, Value::Reference>(value, out.inst, status, [](const auto& instance) {
-            return InstanceData{*instance, std::nullopt};
+        return object_for<CMPIInstance, HeldObject*>(value, out.inst, status, [](Store& store, HeldObject* instance) {
+            return InstanceData{copy(store, *instance), {}, false};
         });
     case CMPI_dateTime:
-        return object_for<CMPIDateTime, std::string>(
-            value, out.dateTime, status, [](const auto& text) { return parse_date_time(text).value_or(DateTime{}); });
+        return object_for<CMPIDateTime, std::string_view>(value, out.dateTime, status, date_time_of);
     default:
         return false;
     }
 }
 
-bool give_simple(const Value& value, CMPIType type, CMPIValue& out, CMPIStatus* status) {
+bool give_simple(const HeldValue& value, CMPIType type, CMPIValue& out, CMPIStatus* status) {
     switch (type) {
     case CMPI_boolean:
         return number_in(value, out.boolean);
@@ -193,41 +225,44 @@ bool give_simple(const Value& value, CMPIType type, CMPIValue& out, CMPIStatus* 
 
 } // namespace
 
-std::string type_name(CMPIType type) {
+std::string_view type_text(CMPIType type) {
     const auto* row =
         std::find_if(types.begin(), types.end(), [type](const TypeRow& r) { return r.code == without_array(type); });
-    if (row == types.end() || type == CMPI_ARRAY)
+    if (row == types.end())
         return {};
-    std::string name(row->name);
-    return (type & CMPI_ARRAY) != 0 ? name + "[]" : name;
+    return (type & CMPI_ARRAY) != 0 ? row->array : row->name;
+}
+
+std::string type_name(CMPIType type) {
+    return std::string(type_text(type));
 }
 
 CMPIType type_code(std::string_view name) {
-    const bool array = name.ends_with("[]");
-    const std::string_view element = array ? name.substr(0, name.size() - 2) : name;
-    const auto* row =
-        std::find_if(types.begin(), types.end(), [element](const TypeRow& r) { return r.name == element; });
-    if (row == types.end())
-        return CMPI_null;
-    return array ? static_cast<CMPIType>(row->code | CMPI_ARRAY) : row->code;
-}
-
-CMPIrc read_value(const CMPIValue* value, CMPIType type, Value& out) {
-    out.data = std::monostate{};
-    if (type_name(type).empty())
-        return CMPI_RC_ERR_INVALID_DATA_TYPE;
-    if (value == nullptr || type == CMPI_null)
-        return CMPI_RC_OK;
-    if ((type & CMPI_ARRAY) != 0)
-        return read_array(value->array, without_array(type), out);
-    if (type == CMPI_chars) {
-        out.data = std::string(reinterpret_cast<const char*>(value));
-        return CMPI_RC_OK;
+    for (const TypeRow& row : types) {
+        if (row.name == name)
+            return row.code;
+        if (row.array == name && !name.empty())
+            return static_cast<CMPIType>(row.code | CMPI_ARRAY);
     }
-    return read_simple(*value, type, out);
+    return CMPI_null;
 }
 
-CMPIData give_value(const Value& value, CMPIType type, CMPIStatus* status) {
+CMPIrc read_value(Store& store, const CMPIValue* value, CMPIType type, HeldValue& out) {
+    out.data = std::monostate{};
+    if (value == nullptr || (type & CMPI_ARRAY) != 0) {
+        if (type_text(type).empty())
+            return CMPI_RC_ERR_INVALID_DATA_TYPE;
+        return value == nullptr ? CMPI_RC_OK : read_array(store, value->array, without_array(type), out);
+    }
+    if (type == CMPI_null)
+        return CMPI_RC_OK;
+    if (type != CMPI_chars)
+        return read_simple(store, *value, type, out);
+    out.data = store.arena.copy(reinterpret_cast<const char*>(value));
+    return CMPI_RC_OK;
+}
+
+CMPIData give_value(const HeldValue& value, CMPIType type, CMPIStatus* status) {
     CMPIData data{};
     data.type = type;
     report(status, CMPI_RC_OK);
@@ -247,47 +282,48 @@ CMPIData nothing_found(CMPIStatus* status, CMPIrc rc) {
     return data;
 }
 
-CMPIData get_named(const std::vector<Property>& values, const char* name, CMPIStatus* status, CMPIrc missing) {
+CMPIData get_named(const HeldProperties& values, const char* name, CMPIStatus* status, CMPIrc missing) {
     if (name == nullptr)
         return nothing_found(status, CMPI_RC_ERR_INVALID_PARAMETER);
-    const Property* found = find_by_name(values, name);
+    const HeldProperty* found = find_by_name(values, name);
     if (found == nullptr)
         return nothing_found(status, missing);
-    return give_value(found->value, type_code(found->type), status);
+    return give_value(found->value, found->type, status);
 }
 
-CMPIData get_indexed(const std::vector<Property>& values, CMPICount index, CMPIString** name, CMPIStatus* status,
+CMPIData get_indexed(const HeldProperties& values, CMPICount index, CMPIString** name, CMPIStatus* status,
                      CMPIrc missing) {
-    if (index >= values.size())
+    if (index >= values.count)
         return nothing_found(status, missing);
-    const Property& found = values[index];
+    const HeldProperty& found = values[index];
     if (name != nullptr) {
-        *name = make<CMPIString>(found.name, status);
+        *name = make_string(found.name->text, status);
         if (*name == nullptr)
             return nothing_found(status, CMPI_RC_ERR_FAILED);
     }
-    return give_value(found.value, type_code(found.type), status);
+    return give_value(found.value, found.type, status);
 }
 
-CMPIrc set_named(std::vector<Property>& values, const char* name, const CMPIValue* value, CMPIType type) {
+CMPIrc set_named(Store& store, HeldProperties& values, const char* name, const CMPIValue* value, CMPIType type) {
     if (name == nullptr || *name == '\0')
         return CMPI_RC_ERR_INVALID_PARAMETER;
-    Value read;
-    const CMPIrc rc = read_value(value, type, read);
+    HeldValue read;
+    const CMPIrc rc = read_value(store, value, type, read);
     if (rc == CMPI_RC_OK)
-        put_named(values, name, type, std::move(read));
+        put_named(store, values, name, type, read);
     return rc;
 }
 
-void put_named(std::vector<Property>& values, const char* name, CMPIType type, Value value) {
-    const auto found =
-        std::find_if(values.begin(), values.end(), [name](const Property& held) { return same_name(held.name, name); });
-    if (found == values.end()) {
-        values.push_back({name, type_name(type), std::move(value)});
-        return;
-    }
-    found->type = type_name(type);
-    found->value = std::move(value);
+void put_named(Store& store, HeldProperties& values, std::string_view name, CMPIType type, const HeldValue& value) {
+    const Name* wanted = store.name(name);
+    for (HeldProperty& held : values)
+        if (same_name(*held.name, *wanted)) {
+            release(store, held.value);
+            held.type = held_type(type);
+            held.value = value;
+            return;
+        }
+    append(store, values, HeldProperty{wanted, held_type(type), value});
 }
 
 } // namespace cmpihost

@@ -1,4 +1,5 @@
 // Running operations: what reaches the provider, and what comes back.
+#include "host/broker/held.h"
 #include "tests/host/host_test.h"
 
 #include <functional>
@@ -205,6 +206,57 @@ TEST_F(Runs, AScopeCollectsWithoutAProvider) {
     EXPECT_EQ(CMReturnObjectPath(scope.result(), new_path(request_for("C").path)).rc, CMPI_RC_OK);
     ASSERT_EQ(scope.answer().objects.size(), 1u);
     EXPECT_EQ(scope.answer().objects[0].class_name, "C");
+}
+
+// ------------------------------------------------------------------------------------------------------ sinks
+
+struct Taken {
+    std::vector<Object> instances;
+    std::vector<Object> paths;
+};
+
+/// Runs the behaviour with a sink that keeps copies.
+Answer run_into(Taken& taken, const Provider& provider) {
+    return run(provider, request_for("C"), [&taken](const HeldObject& object, bool is_instance) {
+        (is_instance ? taken.instances : taken.paths).push_back(plain(object));
+    });
+}
+
+TEST_F(Runs, ASinkTakesEachObjectWhenItIsReturned) {
+    Taken taken;
+    behaviour = [&taken](auto*, auto* result, auto* path) {
+        CMPIInstance* instance = instance_of(path);
+        CMSetProperty(instance, "Name", "a", CMPI_chars);
+        EXPECT_EQ(CMReturnInstance(result, instance).rc, CMPI_RC_OK);
+        EXPECT_EQ(taken.instances.size(), 1u) << "before the provider goes on";
+        CMSetProperty(instance, "Name", "changed after it was returned", CMPI_chars);
+        EXPECT_EQ(CMReturnObjectPath(result, path).rc, CMPI_RC_OK);
+        EXPECT_EQ(CMReturnObjectPath(result, nullptr).rc, CMPI_RC_ERR_INVALID_PARAMETER);
+        return CMPIStatus{CMPI_RC_ERR_FAILED, CMNewString(broker(), "half of it", nullptr)};
+    };
+    const Answer answer = run_into(taken, {&mi, nullptr});
+    EXPECT_TRUE(answer.objects.empty());
+    EXPECT_EQ(answer.null_results, 1u);
+    EXPECT_EQ(answer.rc, 1);
+    EXPECT_EQ(answer.message, "half of it");
+    ASSERT_EQ(taken.instances.size(), 1u);
+    EXPECT_EQ(taken.instances[0].properties, std::vector{string_property("Name", "a")});
+    EXPECT_EQ(taken.paths, std::vector{request_for("C").path});
+}
+
+TEST_F(Runs, ASinkAndAnObserverSeeTheSame) {
+    std::vector<Object> observed;
+    observe([](const Object& object, bool, void* to) { static_cast<std::vector<Object>*>(to)->push_back(object); },
+            &observed);
+    behaviour = [](auto*, auto* result, auto* path) {
+        CMReturnInstance(result, instance_of(path));
+        return status_of(CMPI_RC_OK);
+    };
+    Taken taken;
+    run_into(taken, {&mi, nullptr});
+    observe(nullptr, nullptr);
+    EXPECT_EQ(observed.size(), 1u);
+    EXPECT_EQ(observed, taken.instances);
 }
 
 // ------------------------------------------------------------------------------------------------------ observers

@@ -1,6 +1,7 @@
 // Scopes: who owns what is made, on which thread, and the n-th object that fails.
 #include "tests/host/host_test.h"
 
+#include <set>
 #include <thread>
 
 namespace cmpihost {
@@ -49,6 +50,41 @@ TEST(Scopes, ReleasedObjectsAreGoneAndFreedOnce) {
     CMPIString* string = new_string();
     EXPECT_EQ(string->ft->release(string).rc, CMPI_RC_OK);
     EXPECT_FALSE(is_live(string));
+}
+
+TEST(Scopes, ReleasedObjectsMakeRoomForTheNext) {
+    const CallScope scope;
+    CMPIObjectPath* path = CMNewObjectPath(broker(), "root/test", "C", nullptr);
+    std::set<const void*> addresses;
+    for (int row = 0; row < 1000; ++row) {
+        CMPIInstance* instance = CMNewInstance(broker(), path, nullptr);
+        for (const char* name : {"A", "B", "C", "D", "E", "F", "G", "H", "I", "a"})
+            CMSetProperty(instance, name, "a text of more than a few bytes", CMPI_chars);
+        CMPIString* got = CMGetProperty(instance, "B", nullptr).value.string;
+        addresses.insert({instance, got, got->ft->getCharPtr(got, nullptr)});
+        got->ft->release(got);
+        instance->ft->release(instance);
+    }
+    EXPECT_LE(addresses.size(), 10u);
+}
+
+TEST(Scopes, ValuesSetInAnInnerScopeStayInTheOuter) {
+    const CallScope outer;
+    CMPIInstance* instance = CMNewInstance(broker(), new_path({"C", "root/test", std::nullopt, {}, {}}), nullptr);
+    {
+        const CallScope inner;
+        CMPIValue value{};
+        value.ref = new_path({"R", "root/test", "host", {string_property("K", "v")}, {}});
+        EXPECT_EQ(CMSetProperty(instance, "Ref", &value, CMPI_ref).rc, CMPI_RC_OK);
+        value.string = new_string();
+        EXPECT_EQ(CMSetProperty(instance, "Text", &value, CMPI_string).rc, CMPI_RC_OK);
+    }
+    const CallScope takes_the_inner_ones_memory;
+    for (int i = 0; i < 100; ++i)
+        CMNewString(broker(), "something else", nullptr);
+    const CMPIObjectPath* ref = CMGetProperty(instance, "Ref", nullptr).value.ref;
+    EXPECT_EQ(describe(ref), (Object{"R", "root/test", "host", {string_property("K", "v")}, {}}));
+    EXPECT_EQ(text(CMGetProperty(instance, "Text", nullptr).value.string), "text");
 }
 
 TEST(Scopes, OtherPointersAreNotLive) {
@@ -122,6 +158,23 @@ TEST(AttachedThreads, MayForgetToDetach) {
         EXPECT_TRUE(is_live(new_string()));
     });
     worker.join();
+}
+
+TEST(AttachedThreads, MaySetValuesOfTheCallsObjects) {
+    const CallScope scope;
+    CMPIContext* prepared = broker()->bft->prepareAttachThread(broker(), scope.context());
+    CMPIInstance* instance = CMNewInstance(broker(), new_path({"C", "root/test", std::nullopt, {}, {}}), nullptr);
+    std::thread worker([prepared, instance] {
+        EXPECT_EQ(broker()->bft->attachThread(broker(), prepared).rc, CMPI_RC_OK);
+        for (int i = 0; i < 200; ++i)
+            CMSetProperty(instance, ("P" + std::to_string(i % 20)).c_str(), "by the worker", CMPI_chars);
+    });
+    for (int i = 0; i < 200; ++i)
+        new_string(); // of the same scope, at the same time
+    worker.join();
+    CMSetProperty(instance, "P0", "by the call", CMPI_chars);
+    EXPECT_EQ(text(CMGetProperty(instance, "P0", nullptr).value.string), "by the call");
+    EXPECT_EQ(text(CMGetProperty(instance, "P19", nullptr).value.string), "by the worker");
 }
 
 TEST(AttachedThreads, CannotReturnForTheCall) {
