@@ -151,6 +151,15 @@ TEST(CimXmlReplies, ReferenceKeysAreWholePathsOrLeftOut) {
                   "</VALUE.REFERENCE></KEYBINDING></INSTANCENAME>");
 }
 
+TEST(CimXmlReplies, ValuesThatCannotBeKeysAreLeftOut) {
+    Object object = instance_of({});
+    object.keys = {{"A", "instance", {std::make_shared<const Object>(single("x"))}},
+                   {"B", "reference", {Value::Reference()}},
+                   {"C", "string[]", {Value::Array{}}},
+                   {"D", "string", {}}};
+    EXPECT_EQ(written(append_instance_name, object), R"(<INSTANCENAME CLASSNAME="T_Unknown"></INSTANCENAME>)");
+}
+
 TEST(CimXmlReplies, PathsOwnHostAndNamespaceGoFirst) {
     Object object = single("x");
     object.host = "other";
