@@ -3,8 +3,10 @@
 // call that runs out of memory fails.
 #pragma once
 
+#pragma GCC visibility push(default) // the platform's functions as this library defines them are exported
+#include "platform/services.h"
+#pragma GCC visibility pop
 #include "simulator/functions.h"
-#include "simulator/services.h"
 #include "simulator/switchsim.h"
 
 #include <cstdlib>

@@ -12,7 +12,12 @@ namespace cmpihost {
 class Session {
   public:
     /// @throws std::runtime_error whose what() is one line
-    Session(const Options& options, const Streams& streams);
+    Session(const Options& options, const Streams& streams)
+        : redirected_(options.trace, streams.err), library_(options.provider) {
+        if (!options.scenario.empty())
+            library_.load_scenario(options.scenario);
+        library_.create(options.name);
+    }
 
     Answer ask(const Request& request) const { return run(library_.provider(), request); }
 

@@ -29,13 +29,6 @@ bool fetch_errors(traversal_source& source, const char* member, int location) {
     return source.unread != nullptr;
 }
 
-/// Whether the port was found is not looked at.
-void fetch_port_or_null(traversal_source& source) {
-    PmPortInfo* record = nullptr;
-    pm_cim_get_port_info(&record, platform_exact, source.link.ethernet_if_index, mts_q);
-    source.port.reset(record);
-}
-
 } // namespace
 
 int find_source(key_use use, const char* key_value, traversal_source& source) {
@@ -61,7 +54,9 @@ bool fetch_record(platform_record record, traversal_source& source, const char* 
         source.port = fetch_port(platform_exact, source.link.ethernet_if_index);
         return source.port != nullptr;
     case platform_record::port_or_null:
-        fetch_port_or_null(source);
+        source.port = fetch<PmPortInfo>([&](PmPortInfo** port) {
+                          return pm_cim_get_port_info(port, platform_exact, source.link.ethernet_if_index, mts_q);
+                      }).row; // whatever the status
         return true;
     case platform_record::port_by_key:
         source.port = fetch_port(platform_exact, source.if_index);
