@@ -38,8 +38,6 @@ CMPIObjectPath* fcport_fill_reference_pm(const char* name_or_class, const char* 
 namespace fcip {
 namespace {
 
-using switchsim::Fault;
-
 class Ports : public AccessTest {
   protected:
     static switchsim::Port& port(std::uint32_t if_index, std::uint8_t kind = interface_kind_ethernet) {
