@@ -16,7 +16,12 @@ namespace fcip {
 
 namespace {
 
-constexpr std::string_view self = "get_fcip_link_entry_from";
+constexpr const char* self = "get_fcip_link_entry_from";
+
+/// The location trace of a row, whose function the compiler knows: it is put together for every row.
+void add_location(trace_lines& lines, int line) {
+    lines.add(" Function : get_fcip_link_entry_from Line ", line, " \n");
+}
 
 /// A key value as a mode reads it. A token that the key lacks is null, and its number 0.
 struct lookup_key {
@@ -49,7 +54,7 @@ bool is_entity(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*
 
 bool is_peer_address(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
     const auto peer = address_text(link.remote_address);
-    lines.location(self, 170);
+    add_location(lines, 170);
     lines.add("ipstr: ", peer.data(), " \n");
     return strcasecmp(peer.data(), key.second) == 0;
 }
@@ -100,7 +105,7 @@ enum class verdict { no_match, match, short_key };
 /// Tests a row, and adds the lines that this prints.
 verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
     if (mode.location != no_location)
-        lines.location(self, mode.location);
+        add_location(lines, mode.location);
     if (key.first == nullptr)
         return verdict::short_key;
     if (!mode.first_line.empty())
@@ -109,7 +114,7 @@ verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_k
         return verdict::no_match;
     if (mode.tokens == 2 && key.second == nullptr) {
         if (mode.location_short != no_location)
-            lines.location(self, mode.location_short);
+            add_location(lines, mode.location_short);
         return verdict::short_key;
     }
     return mode.matches(link, key, lines) ? verdict::match : verdict::no_match;
@@ -134,7 +139,7 @@ verdict find_link(const mode_row& mode, const lookup_key& key, FcipLinkEntry& de
 } // namespace
 
 int get_fcip_link_entry_from(const char* key_value, FcipLinkEntry* destination, lookup_mode mode) {
-    trace_entering(self.data());
+    trace_entering(self);
     const auto row = std::ranges::find(modes, mode, &mode_row::mode);
     if (row == std::end(modes)) {
         get_all_link_entries(mts_q); // an unknown mode matches no row
@@ -144,7 +149,7 @@ int get_fcip_link_entry_from(const char* key_value, FcipLinkEntry* destination, 
         if (find_link(*row, key, *destination) == verdict::short_key)
             return -1;
     }
-    trace_exiting(self.data());
+    trace_exiting(self);
     return 0; // found or not: callers take the destination as it stands
 }
 

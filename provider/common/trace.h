@@ -33,6 +33,10 @@ class trace_lines {
     void print();
 
   private:
+    template <std::size_t Size>
+    void piece(const char (&literal)[Size]) { // whose length the compiler knows
+        piece(std::string_view(literal, Size - 1));
+    }
     void piece(std::string_view text) {
         if (text.size() > text_.size() - size_)
             return long_piece(text);
