@@ -18,10 +18,14 @@ namespace {
 
 constexpr const char* self = "get_fcip_link_entry_from";
 
-/// The location trace of a row, whose function the compiler knows: it is put together for every row.
-void add_location(trace_lines& lines, int line) {
-    lines.add(" Function : get_fcip_link_entry_from Line ", line, " \n");
-}
+// The location traces, whole: they are printed for every row.
+constexpr std::string_view no_line;
+constexpr std::string_view line_76 = " Function : get_fcip_link_entry_from Line 76 \n";
+constexpr std::string_view line_113 = " Function : get_fcip_link_entry_from Line 113 \n";
+constexpr std::string_view line_151 = " Function : get_fcip_link_entry_from Line 151 \n";
+constexpr std::string_view line_165 = " Function : get_fcip_link_entry_from Line 165 \n";
+constexpr std::string_view line_170 = " Function : get_fcip_link_entry_from Line 170 \n";
+constexpr std::string_view line_193 = " Function : get_fcip_link_entry_from Line 193 \n";
 
 /// A key value as a mode reads it. A token that the key lacks is null, and its number 0.
 struct lookup_key {
@@ -54,8 +58,7 @@ bool is_entity(const FcipLinkEntry& link, const lookup_key& key, trace_lines& /*
 
 bool is_peer_address(const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
     const auto peer = address_text(link.remote_address);
-    add_location(lines, 170);
-    lines.add("ipstr: ", peer.data(), " \n");
+    lines.add(line_170, "ipstr: ", peer.data(), " \n");
     return strcasecmp(peer.data(), key.second) == 0;
 }
 
@@ -65,28 +68,27 @@ bool is_peer_if_index(const FcipLinkEntry& link, const lookup_key& key, trace_li
 }
 
 constexpr const char* whole_text = "";
-constexpr int no_location = 0;
 
 /// How a mode reads a key, and what it compares a row with.
 struct mode_row {
     lookup_mode mode;
-    const char* delimiters;           ///< or whole_text: the first token is all of the key, even where that is empty
-    int tokens;                       ///< where two are needed, the first is 0 in a key that names anything
-    row_comparison* matches;          ///< asked for rows whose key has all its tokens
-    std::string_view first_line;      ///< what the line with the first number begins with; empty = no such line
-    int location;                     ///< of the trace ahead of it
-    int location_short = no_location; ///< of the trace when the second token is missing
+    const char* delimiters;          ///< or whole_text: the first token is all of the key, even where that is empty
+    int tokens;                      ///< where two are needed, the first is 0 in a key that names anything
+    row_comparison* matches;         ///< asked for rows whose key has all its tokens
+    std::string_view first_line;     ///< what the line with the first number begins with; empty = no such line
+    std::string_view location;       ///< the trace ahead of it
+    std::string_view location_short; ///< the trace when the second token is missing
 };
 
 // clang-format off
 constexpr mode_row modes[] = {
-    {lookup_mode::tunnel,            "_",        1, is_tunnel,            "tunnel id : ", no_location},
-    {lookup_mode::if_index,          "_",        1, is_if_index,          "if_index : ",  76},
-    {lookup_mode::if_index_only,     whole_text, 1, is_if_index,          "if_index : ",  no_location},
-    {lookup_mode::ethernet_if_index, ":_",       1, is_ethernet_if_index, "if_index : ",  113},
-    {lookup_mode::entity,            whole_text, 1, is_entity,            "",             no_location},
-    {lookup_mode::peer_address,      "_",        2, is_peer_address,      "if_index : ",  151, 165},
-    {lookup_mode::peer_if_index,     "_",        2, is_peer_if_index,     "if_index : ",  193},
+    {lookup_mode::tunnel,            "_",        1, is_tunnel,            "tunnel id : ", no_line, no_line},
+    {lookup_mode::if_index,          "_",        1, is_if_index,          "if_index : ",  line_76, no_line},
+    {lookup_mode::if_index_only,     whole_text, 1, is_if_index,          "if_index : ",  no_line, no_line},
+    {lookup_mode::ethernet_if_index, ":_",       1, is_ethernet_if_index, "if_index : ",  line_113, no_line},
+    {lookup_mode::entity,            whole_text, 1, is_entity,            "",             no_line, no_line},
+    {lookup_mode::peer_address,      "_",        2, is_peer_address,      "if_index : ",  line_151, line_165},
+    {lookup_mode::peer_if_index,     "_",        2, is_peer_if_index,     "if_index : ",  line_193, no_line},
 };
 // clang-format on
 
@@ -104,8 +106,7 @@ enum class verdict { no_match, match, short_key };
 
 /// Tests a row, and adds the lines that this prints.
 verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_key& key, trace_lines& lines) {
-    if (mode.location != no_location)
-        add_location(lines, mode.location);
+    lines.add(mode.location);
     if (key.first == nullptr)
         return verdict::short_key;
     if (!mode.first_line.empty())
@@ -113,8 +114,7 @@ verdict test_row(const mode_row& mode, const FcipLinkEntry& link, const lookup_k
     if (mode.tokens == 2 && key.first_number != 0)
         return verdict::no_match;
     if (mode.tokens == 2 && key.second == nullptr) {
-        if (mode.location_short != no_location)
-            add_location(lines, mode.location_short);
+        lines.add(mode.location_short);
         return verdict::short_key;
     }
     return mode.matches(link, key, lines) ? verdict::match : verdict::no_match;

@@ -5,29 +5,14 @@
 
 namespace fcip {
 
-template <typename Number>
-void trace_lines::decimal(Number number) {
-    constexpr std::size_t longest = std::string_view("-2147483648").size();
-    if (text_.size() - size_ < longest)
-        print();
+void trace_lines::put(std::int32_t number) {
     char* const begin = text_.data() + size_;
-    size_ += static_cast<std::size_t>(std::to_chars(begin, begin + longest, number).ptr - begin);
+    size_ += static_cast<std::size_t>(std::to_chars(begin, begin + longest(number), number).ptr - begin);
 }
 
-void trace_lines::piece(std::int32_t number) {
-    decimal(number);
-}
-
-void trace_lines::piece(std::uint32_t number) {
-    decimal(number);
-}
-
-void trace_lines::long_piece(std::string_view text) {
-    print();
-    if (text.size() > text_.size())
-        std::fwrite(text.data(), 1, text.size(), stdout);
-    else
-        piece(text);
+void trace_lines::put(std::uint32_t number) {
+    char* const begin = text_.data() + size_;
+    size_ += static_cast<std::size_t>(std::to_chars(begin, begin + longest(number), number).ptr - begin);
 }
 
 void trace_lines::print() {

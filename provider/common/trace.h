@@ -10,8 +10,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <string_view>
+#include <type_traits>
 
 namespace fcip {
 
@@ -23,7 +25,13 @@ class trace_lines {
     /// Adds pieces: texts and numbers.
     template <typename... Pieces>
     void add(const Pieces&... pieces) {
-        (piece(pieces), ...);
+        const std::size_t most = (longest(pieces) + ...); // one look for room: the lines of a lookup are many
+        if (most > text_.size() - size_)
+            print();
+        if (most <= text_.size())
+            (put(pieces), ...);
+        else
+            (print_alone(pieces), ...);
     }
 
     /// Adds " Function : FUNCTION Line LINE ".
@@ -33,21 +41,34 @@ class trace_lines {
     void print();
 
   private:
+    /// How many characters a piece can take.
     template <std::size_t Size>
-    void piece(const char (&literal)[Size]) { // whose length the compiler knows
-        piece(std::string_view(literal, Size - 1));
+    static constexpr std::size_t longest(const char (&/*literal*/)[Size]) {
+        return Size - 1;
     }
-    void piece(std::string_view text) {
-        if (text.size() > text_.size() - size_)
-            return long_piece(text);
+    static std::size_t longest(std::string_view text) { return text.size(); }
+    static constexpr std::size_t longest(std::int32_t /*number*/) { return 11; }
+    static constexpr std::size_t longest(std::uint32_t /*number*/) { return 10; }
+
+    /// Adds a piece that there is room for.
+    template <std::size_t Size>
+    void put(const char (&literal)[Size]) { // whose length the compiler knows
+        put(std::string_view(literal, Size - 1));
+    }
+    void put(std::string_view text) {
         std::memcpy(text_.data() + size_, text.data(), text.size());
         size_ += text.size();
     }
-    void piece(std::int32_t number);
-    void piece(std::uint32_t number);
-    template <typename Number>
-    void decimal(Number number);
-    void long_piece(std::string_view text); ///< one that no room is left for
+    void put(std::int32_t number);
+    void put(std::uint32_t number);
+
+    template <typename Piece>
+    void print_alone(const Piece& piece) {
+        if constexpr (std::is_convertible_v<Piece, std::string_view>)
+            std::fwrite(std::string_view(piece).data(), 1, std::string_view(piece).size(), stdout);
+        else
+            put(piece), print();
+    }
 
     std::array<char, 512> text_;
     std::size_t size_ = 0;

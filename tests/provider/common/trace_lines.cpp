@@ -60,8 +60,9 @@ TEST(TraceLines, PieceThatDoesNotFitAnyMoreIsPrecededByAPrint) {
 TEST(TraceLines, TextLongerThanTheStorageIsWrittenWhole) {
     trace_lines lines;
     const std::string text(storage + 1, 'b');
-    EXPECT_EQ(printed([&] { lines.add("a", text, "c"); }), "a" + text);
-    EXPECT_EQ(printed([&] { lines.print(); }), "c");
+    lines.add("x");
+    EXPECT_EQ(printed([&] { lines.add("a", text, -3, "c"); }), "xa" + text + "-3c");
+    EXPECT_EQ(printed([&] { lines.print(); }), "");
 }
 
 } // namespace
