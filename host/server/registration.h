@@ -1,0 +1,32 @@
+// Which provider serves which class, as sfcb's registration files tell it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cmpihost::server {
+
+/// One stanza: a class, and who serves it.
+struct RegisteredClass {
+    std::string class_name;
+    std::string provider; ///< prefix of the factories
+    std::string location; ///< library's name without "lib" and ".so"
+    std::vector<std::string> types;      ///< "instance", "association", "method" ...
+    std::vector<std::string> namespaces; ///< one at least
+};
+
+/// Reads a file's text:
+///
+///     [Class]
+///        provider: FACTORY_PREFIX
+///        location: LIBRARY_BASE_NAME
+///        type: instance association
+///        namespace: root/cimv2
+///     #
+///
+/// Stanzas end with # or with the next one; other keys are read over.
+/// @throws std::runtime_error "FILE:LINE: what is wrong, what was expected"
+std::vector<RegisteredClass> read_registration(const std::string& file, std::string_view text);
+
+} // namespace cmpihost::server
