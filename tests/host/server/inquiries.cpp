@@ -238,7 +238,7 @@ TEST_F(Inquiries, ClassOfTwoProvidersGivesEachObjectOnce) {
 }
 
 TEST_F(Inquiries, ProviderWithoutRegistrationServesEveryClass) {
-    use_registration(stanza("Test_Note", "association"));
+    use_registration(stanza("Test_Note", "method"));
     settings.providers = {{TEST_PROVIDERS "/host_good_provider.so", "Half"}};
     EXPECT_EQ(ending(enumerate("Test_Thing")), "ok 3");
     EXPECT_EQ(ending(enumerate("Test_Note")), "ok 0");         // is registered, but not for this
