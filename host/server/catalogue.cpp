@@ -116,7 +116,27 @@ class Providers {
     std::deque<Loaded> loaded_; // addresses of elements stay valid
 };
 
+/// A class that somebody serves as far as it goes.
+ServedClass served_wholly(const mof::Schema& schema, const mof::ClassDeclaration& declaration, const Ask& ask,
+                          bool methods) {
+    ServedClass served(schema, declaration, ask);
+    served.instances = true;
+    served.associations = declaration.association;
+    served.methods = methods;
+    return served;
+}
+
 } // namespace
+
+ServedClass::ServedClass(const mof::Schema& schema, const mof::ClassDeclaration& served, const Ask& whom)
+    : declaration(&served), ask(&whom) {
+    for (const auto* each = schema.find(served.superclass); each != nullptr; each = schema.find(each->superclass))
+        ancestors.push_back(each);
+}
+
+bool ServedClass::is_a(const mof::ClassDeclaration& ancestor) const {
+    return declaration == &ancestor || std::find(ancestors.begin(), ancestors.end(), &ancestor) != ancestors.end();
+}
 
 struct Catalogue::Content {
     explicit Content(const Settings& settings) : schema(read_schema(settings.schema)), providers(settings) {}
@@ -149,10 +169,12 @@ void Catalogue::Content::add_registered(const Settings& settings) {
                 throw std::runtime_error(file + ": class " + each.class_name + " is in no schema file");
             const Ask& ask = providers.find_or_load(library_of(settings, each), each.provider);
             registered.emplace(each.class_name, true);
+            ServedClass served(schema, *declaration, ask);
+            served.instances = names_type(each, "instance");
+            served.associations = names_type(each, "association");
+            served.methods = names_type(each, "method");
             for (const std::string& name_space : each.namespaces)
-                find_or_add(name_space, schema)
-                    .classes.push_back({declaration, &ask, names_type(each, "instance"),
-                                        names_type(each, "association"), names_type(each, "method")});
+                find_or_add(name_space, schema).classes.push_back(served);
         }
 }
 
@@ -164,7 +186,7 @@ void Catalogue::Content::add_files(const Settings& settings) {
         const Ask& ask = providers.find_or_load(provider.library, provider.name);
         for (const mof::ClassDeclaration& declaration : schema.classes())
             if (mof::is_provider_class(declaration) && !registered.contains(declaration.name))
-                space.classes.push_back({&declaration, &ask, true, declaration.association, true});
+                space.classes.push_back(served_wholly(schema, declaration, ask, true));
     }
 }
 
@@ -188,7 +210,7 @@ void Catalogue::Content::add_interop(const Settings& settings) {
         for (const mof::ClassDeclaration& declaration : interop_schema->classes())
             if (!declaration.abstract)
                 find_or_add(name, *interop_schema)
-                    .classes.push_back({&declaration, &interop_ask, true, declaration.association, false});
+                    .classes.push_back(served_wholly(*interop_schema, declaration, interop_ask, false));
 }
 
 Catalogue::Catalogue(const Settings& settings) : content_(std::make_unique<Content>(settings)) {

@@ -14,11 +14,17 @@ using Ask = std::function<Answer(const Request& request, const Sink& sink)>;
 
 /// A class that somebody serves.
 struct ServedClass {
+    ServedClass(const mof::Schema& schema, const mof::ClassDeclaration& served, const Ask& whom);
+
+    /// Whether it is `ancestor` or derives from it.
+    bool is_a(const mof::ClassDeclaration& ancestor) const;
+
     const mof::ClassDeclaration* declaration;
+    std::vector<const mof::ClassDeclaration*> ancestors; ///< all superclasses
     const Ask* ask;
-    bool instances;    ///< enumerated, got, written
-    bool associations; ///< walked along
-    bool methods;      ///< called
+    bool instances = false;    ///< enumerated, got, written
+    bool associations = false; ///< walked along
+    bool methods = false;      ///< called
 };
 
 /// A namespace with its classes. A class that several serve is there several times.

@@ -111,7 +111,7 @@ std::vector<const ServedClass*> served_below(const Namespace& space, const mof::
                                              bool ServedClass::*served) {
     std::vector<const ServedClass*> classes;
     for (const ServedClass& each : space.classes)
-        if (each.*served && (ancestor == nullptr || space.schema.is_a(each.declaration->name, ancestor->name)))
+        if (each.*served && (ancestor == nullptr || each.is_a(*ancestor)))
             classes.push_back(&each);
     std::stable_partition(classes.begin(), classes.end(),
                           [ancestor](const ServedClass* each) { return each->declaration == ancestor; });

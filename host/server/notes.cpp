@@ -16,6 +16,9 @@ bool SaidOnce::is_new(const std::string& line) {
 }
 
 void Notes::add(std::string line) {
+    for (char& c : line) // providers' texts
+        if (static_cast<unsigned char>(c) < ' ')
+            c = ' ';
     if (lines_.size() < most_lines)
         lines_.push_back(std::move(line));
 }
