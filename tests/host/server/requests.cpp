@@ -1,7 +1,9 @@
 // Requests as they arrive: headers, namespaces, odd ones, and what the reply of each operation is made of.
 #include "host/cimxml/xml_reader.h"
+#include "tests/host/mof/mof_files.h"
 #include "tests/host/server/service_test.h"
 
+#include <set>
 #include <thread>
 
 namespace cmpihost::server {
@@ -283,7 +285,6 @@ class SwitchService : public testing::Test {
 };
 
 TEST_F(SwitchService, EndpointsOfAllKindsAreProtocolEndpoints) {
-    const StandardOutputElsewhere quiet("", stderr);
     Service service(settings_for("two-site.toml"));
     std::uint64_t one_by_one = 0;
     for (const char* name :
@@ -294,14 +295,62 @@ TEST_F(SwitchService, EndpointsOfAllKindsAreProtocolEndpoints) {
     EXPECT_GT(one_by_one, 3U);
 }
 
+/// The first tunnel's endpoint, as the two-site switch has it.
+std::string endpoint_keys(const std::string& name = "1_10.1.1.1_10.2.1.1") {
+    return cimxml::key("SystemName", "", "200A00005E112233") +
+           cimxml::key("SystemCreationClassName", "", "ZANTO_LogicalComputerSystem") +
+           cimxml::key("CreationClassName", "", "ZANTO_FCIPProtocolEndPoint") + cimxml::key("Name", "", name);
+}
+
+TEST_F(SwitchService, EndpointIsFoundByItsKeys) {
+    Service service(settings_for("two-site.toml"));
+    const auto get = [&service](const std::string& keys) {
+        return ask(service, "GetInstance", instance_parameter("InstanceName", "ZANTO_FCIPProtocolEndPoint", keys));
+    };
+    EXPECT_EQ(ending(get(endpoint_keys())), "ok 1");
+    EXPECT_EQ(ending(get(endpoint_keys("77_10.9.9.9_10.8.8.8"))), "6 there is no such instance");
+    EXPECT_EQ(ending(get("")), "6 there is no such instance");
+}
+
+TEST_F(SwitchService, WalkWithoutAssocClassJoinsThoseAlongEach) {
+    Service service(settings_for("two-site.toml"));
+    const std::string source = instance_parameter("ObjectName", "ZANTO_FCIPProtocolEndPoint", endpoint_keys());
+    std::set<std::string> one_by_one;
+    for (const mof::ClassDeclaration& declaration : mof::provider_schema().classes()) {
+        if (!declaration.association || declaration.abstract)
+            continue;
+        const Heard heard = ask(service, "AssociatorNames", source + class_parameter("AssocClass", declaration.name));
+        const std::string paths = heard.within("IRETURNVALUE");
+        for (std::size_t at = paths.find("<OBJECTPATH>"); at != std::string::npos;) {
+            const std::size_t next = paths.find("<OBJECTPATH>", at + 1);
+            one_by_one.insert(paths.substr(at, next - at));
+            at = next;
+        }
+    }
+    const Heard heard = ask(service, "AssociatorNames", source);
+    EXPECT_GT(one_by_one.size(), 3U);
+    EXPECT_EQ(ending(heard), "ok " + std::to_string(one_by_one.size()));
+    EXPECT_EQ(heard.outcome.notes, std::vector<std::string>());
+}
+
 TEST_F(SwitchService, LargeReplyComesInParts) {
-    const StandardOutputElsewhere quiet("", stderr);
     Service service(settings_for("ten-thousand.toml"));
     const Heard heard = ask(service, "EnumerateInstances", of_class("ZANTO_FCIPProtocolEndPoint"));
     EXPECT_EQ(ending(heard), "ok 10000");
     EXPECT_GT(heard.parts.size(), 100U);
     for (const std::size_t part : heard.parts)
         EXPECT_LT(part, std::size_t{72} << 10);
+}
+
+TEST_F(SwitchService, ReplyThatGrowsBeyondTheLimitIsDiscarded) {
+    Settings settings = settings_for("ten-thousand.toml");
+    settings.max_reply = 1000000;
+    Service service(settings);
+    const Heard heard = ask(service, "EnumerateInstances", of_class("ZANTO_FCIPProtocolEndPoint"));
+    EXPECT_EQ(ending(heard), "1 the answer is larger than this server's limit for a reply");
+    EXPECT_EQ(heard.discards, 1U);
+    EXPECT_TRUE(heard.body.starts_with("<?xml ")) << heard.body;
+    EXPECT_EQ(heard.parts.back(), heard.body.size());
 }
 
 } // namespace
