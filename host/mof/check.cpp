@@ -69,7 +69,8 @@ bool is_embedded(const PropertyDeclaration& declared, const std::string& type) {
 void Check::type(const Subject& subject, const PropertyDeclaration& declared, const Property& value) {
     if (value.type != declared.type && !is_embedded(declared, value.type))
         return report(subject, declared.name, "type " + value.type + ", expected " + declared.type);
-    if (const auto* target = std::get_if<Value::Reference>(&value.value.data); target && *target)
+    const auto* target = std::get_if<Value::Reference>(&value.value.data);
+    if (target && *target && declared.type == "reference")
         reference(subject, declared, **target);
 }
 

@@ -19,7 +19,7 @@ struct Feature {
 ParameterDeclaration read_parameter(Tokens& tokens, const Builder& builder, const std::string& method) {
     ParameterDeclaration parameter;
     parameter.qualifiers = read_qualifiers(tokens, builder);
-    Type type = read_type(tokens, ") at the end of method " + method);
+    Type type = read_type(tokens, "a parameter of method " + method);
     parameter.type = std::move(type.name);
     parameter.reference_class = std::move(type.reference_class);
     parameter.name = tokens.expect(Token::Kind::name, "a parameter's name").text;
