@@ -67,7 +67,7 @@ void ClassWriter::property(const mof::PropertyDeclaration& property) {
     attribute("NAME", property.name);
     type(property.type, property.reference_class, property.array_size);
     origin(property.origin, property.propagated);
-    if (property.embedded != mof::Embedded::no)
+    if (property.embedded != mof::Embedded::no && property.type == "string") // refused at an array by some clients
         attribute("EmbeddedObject", property.embedded == mof::Embedded::instance ? "instance" : "object");
     out_ += '>';
     qualifiers(property.qualifiers);
