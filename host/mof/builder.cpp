@@ -147,17 +147,21 @@ void Builder::check_own_property(const ClassDeclaration& declaration, PropertyDe
                       described(own, declaration.name) + " is a key, expected no key beside those of " + parent->name);
 }
 
+const ClassDeclaration* Builder::superclass_of(const ClassDeclaration& declaration) const {
+    if (declaration.superclass.empty())
+        return nullptr;
+    const ClassDeclaration* parent = schema_.find(declaration.superclass);
+    if (parent == nullptr)
+        throw Refusal(declaration.place, "superclass " + declaration.superclass + " of " + declaration.name +
+                                             " is not declared, expected its declaration before");
+    return parent;
+}
+
 void Builder::add(ClassDeclaration declaration) {
     if (const ClassDeclaration* other = schema_.find(declaration.name))
         throw Refusal(declaration.place,
                       "class " + declaration.name + " is declared twice, first at " + other->place.text());
-    const ClassDeclaration* parent = nullptr;
-    if (!declaration.superclass.empty()) {
-        parent = schema_.find(declaration.superclass);
-        if (!parent)
-            throw Refusal(declaration.place, "superclass " + declaration.superclass + " of " + declaration.name +
-                                                 " is not declared, expected its declaration before");
-    }
+    const ClassDeclaration* parent = superclass_of(declaration);
     declaration.association = is_on(declaration.qualifiers, "Association") || (parent && parent->association);
     declaration.abstract = is_on(declaration.qualifiers, "Abstract");
     refuse_own_twice(declaration.properties, declaration.name);

@@ -28,6 +28,7 @@ class Builder {
     Schema finish();
 
   private:
+    const ClassDeclaration* superclass_of(const ClassDeclaration& declaration) const;
     void check_scope(const std::vector<Qualifier>& qualifiers, Scope scope, const Place& place,
                      const std::string& described) const;
     void check_scopes(const ClassDeclaration& declaration) const;

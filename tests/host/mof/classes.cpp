@@ -270,6 +270,19 @@ TEST(MofSchema, TheStandardsClassesAreInTheirOwnFile) {
     }
 }
 
+TEST(MofSchema, QualifiersAndInteropClassesAreNotDeployed) {
+    for (const QualifierDeclaration& declaration : provider_schema().qualifiers())
+        EXPECT_EQ(std::filesystem::path(declaration.place.file).filename(), "qualifiers.mof") << declaration.name;
+    std::ifstream file(schema_folder + "fcip.mof");
+    unsigned included = 0;
+    for (std::string line; std::getline(file, line);) {
+        included += line.starts_with("#pragma include") ? 1U : 0U;
+        for (const char* other : {"dmtf.mof", "qualifiers.mof", "interop.mof"})
+            EXPECT_EQ(line.find(other), std::string::npos) << line;
+    }
+    EXPECT_GT(included, 10U);
+}
+
 // ---------------------------------------------------------------------------------------------- units
 
 /// Class and name of our properties that a predicate holds for.
