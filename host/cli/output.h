@@ -8,7 +8,8 @@ namespace cmpihost {
 /// Whether an operation answers with paths instead of instances.
 bool gives_paths(Request::Operation operation);
 
-/// One JSON object: status, objects, and how many results were null or invalid; of a method also what it returned. Bytes that are no UTF-8 are replaced.
+/// One JSON object: status, objects, and how many results were null or invalid; of a method also what it returned.
+/// Bytes that are no UTF-8 are replaced.
 std::string json_of(const Answer& answer);
 
 /// Instances as MOF declarations, each under a comment with its path; paths as comments.

@@ -356,7 +356,8 @@ static CMPIStatus add(const CMPIResult* result, const CMPIObjectPath* path, cons
     CMPIData b = in->ft->getArg(in, "B", NULL);
     CMPIValue value;
     char text[64];
-    snprintf(text, sizeof text, "%llu and %llu", (unsigned long long)a.value.uint64, (unsigned long long)b.value.uint64);
+    snprintf(text, sizeof text, "%llu and %llu", (unsigned long long)a.value.uint64,
+             (unsigned long long)b.value.uint64);
     out->ft->addArg(out, "Text", (const CMPIValue*)text, CMPI_chars);
     value.string = path->ft->toString(path, NULL);
     out->ft->addArg(out, "Where", &value, CMPI_string);
