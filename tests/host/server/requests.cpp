@@ -279,6 +279,7 @@ class SwitchService : public testing::Test {
         settings.schema = {FCIP_SOURCE_DIR "/schema/dmtf.mof", FCIP_SOURCE_DIR "/schema/fcip.mof"};
         settings.registrations = {FCIP_SOURCE_DIR "/schema/registration/sfcb.reg"};
         settings.provider_folder = std::filesystem::path(FCIP_PROVIDER).parent_path();
+        settings.interop_schema = FCIP_SOURCE_DIR "/schema/interop.mof";
         settings.scenario = FCIP_SOURCE_DIR "/scenarios/" + scenario;
         return settings;
     }
@@ -331,6 +332,47 @@ TEST_F(SwitchService, WalkWithoutAssocClassJoinsThoseAlongEach) {
     EXPECT_GT(one_by_one.size(), 3U);
     EXPECT_EQ(ending(heard), "ok " + std::to_string(one_by_one.size()));
     EXPECT_EQ(heard.outcome.notes, std::vector<std::string>());
+}
+
+Heard ask_interop(Service& service, const std::string& operation, const std::string& parameters) {
+    const std::string body = intrinsic(operation, parameters);
+    return ask_body(service, operation, "root/interop", replaced(body, "\"cimv2\"", "\"interop\""));
+}
+
+TEST_F(SwitchService, InteropNamespaceTellsOfAllNamespaces) {
+    Service service(settings_for("two-site.toml"));
+    const Heard heard = ask_interop(service, "EnumerateInstances", of_class("CIM_Namespace"));
+    EXPECT_EQ(ending(heard), "ok 3") << heard.body;
+    for (const char* name : {"root/cimv2", "root/interop", "interop"})
+        EXPECT_EQ(heard.count(std::string("<PROPERTY NAME=\"Name\" TYPE=\"string\"><VALUE>") + name + "</VALUE>"), 1U)
+            << heard.body;
+    EXPECT_EQ(ending(ask_interop(service, "EnumerateInstances", of_class("CIM_ObjectManager"))), "ok 1");
+    EXPECT_EQ(ending(ask_interop(service, "EnumerateInstanceNames", of_class("ZANTO_FCIPProtocolEndPoint"))),
+              "5 there is no class ZANTO_FCIPProtocolEndPoint in namespace root/interop");
+    EXPECT_EQ(ending(ask(service, "EnumerateInstances", of_class("CIM_Namespace"))),
+              "5 there is no class CIM_Namespace in namespace root/cimv2");
+}
+
+TEST_F(SwitchService, InteropObjectsAreGotAndWalkedByTheirNames) {
+    Service service(settings_for("two-site.toml"));
+    const Heard names = ask_interop(service, "EnumerateInstanceNames", of_class("CIM_ObjectManager"));
+    const std::string name = names.within("IRETURNVALUE");
+    EXPECT_EQ(ending(ask_interop(service, "GetInstance", parameter("InstanceName", name))), "ok 1") << name;
+    EXPECT_EQ(
+        ending(ask_interop(service, "Associators",
+                           parameter("ObjectName", name) + class_parameter("AssocClass", "CIM_NamespaceInManager"))),
+        "ok 3");
+    EXPECT_EQ(ending(ask_interop(service, "DeleteInstance", parameter("InstanceName", name))),
+              "7 the interop namespace is read-only");
+}
+
+TEST_F(SwitchService, ClassOperationsAreAnsweredByTheSchema) {
+    Service service(settings_for("two-site.toml"));
+    const Heard heard = ask(service, "GetClass", of_class("ZANTO_FCIPProtocolEndPoint"));
+    EXPECT_EQ(ending(heard), "ok 1");
+    EXPECT_TRUE(heard.within("IRETURNVALUE").starts_with("<CLASS NAME=\"ZANTO_FCIPProtocolEndPoint\" ")) << heard.body;
+    EXPECT_EQ(ending(ask(service, "EnumerateClassNames", of_class("X"))).substr(0, 2), "5 ");
+    EXPECT_EQ(ending(ask(service, "GetClass", of_class("X"))).substr(0, 2), "6 ");
 }
 
 TEST_F(SwitchService, LargeReplyComesInParts) {
