@@ -1,6 +1,5 @@
 #include "host/worker/child.h"
 
-#include <sys/pidfd.h>
 #include <sys/socket.h>
 
 #include <cerrno>
@@ -140,7 +139,7 @@ void Child::close_socket() {
 void Child::signal(std::deque<int> signals, std::chrono::milliseconds between) {
     if (signals.empty() || process_.pid < 0)
         return;
-    pidfd_send_signal(process_.pidfd, signals.front(), nullptr, 0);
+    send_signal(process_, signals.front());
     signals.pop_front();
     timer_.expires_after(between);
     timer_.async_wait([self = shared_from_this(), signals = std::move(signals), between](error_code error) {
@@ -168,7 +167,7 @@ void Child::abandon() {
     timer_.cancel();
     if (process_.pid < 0)
         return;
-    pidfd_send_signal(process_.pidfd, SIGKILL, nullptr, 0);
+    send_signal(process_, SIGKILL);
     reap(std::exchange(process_.pid, -1));
     error_code ignored;
     end_.close(ignored);

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -12,6 +11,10 @@
 #include <csignal>
 #include <cstring>
 #include <system_error>
+
+extern "C" { // which the header of glibc 2.36 forgets to say
+#include <sys/pidfd.h>
+}
 
 namespace cmpihost::worker {
 
@@ -88,6 +91,10 @@ Process spawn(const std::vector<std::string>& command) {
     }
     close(ends[1]);
     return process;
+}
+
+void send_signal(const Process& process, int number) {
+    pidfd_send_signal(process.pidfd, number, nullptr, 0);
 }
 
 std::string reap(pid_t pid) {

@@ -21,6 +21,9 @@ struct Process {
 /// @throws std::system_error
 Process spawn(const std::vector<std::string>& command);
 
+/// Sends a signal, or none (0), to a process that is not reaped yet.
+void send_signal(const Process& process, int number);
+
 /// Takes the status of a process that has ended: "ended with SIGSEGV", "ended with exit status 3".
 std::string reap(pid_t pid);
 
