@@ -32,8 +32,8 @@ class SpawnSettings {
   public:
     explicit SpawnSettings(int socket) {
         posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         posix_spawn_file_actions_adddup2(&actions, socket, worker_socket);
+        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
         posix_spawn_file_actions_addclosefrom_np(&actions, worker_socket + 1);
         sigset_t signals;
         posix_spawnattr_init(&attributes);

@@ -271,6 +271,7 @@ TEST_F(WorkerProcessTest, RepliesSurviveShortWritesAndSignals) {
     }
     EXPECT_EQ(answers_[1].body, sent);
     EXPECT_GT(signals_seen, 0u);
+    EXPECT_EQ(status_after_end_of_file(), 0); // no signal can come now
     sigaction(SIGUSR1, &before, nullptr);
 }
 
