@@ -75,9 +75,11 @@ bool add_to_record(std::string& record, const Frame& frame) {
 FrameReader::FrameReader(Sender sender) : sender_(sender), buffer_(2 * (frame_header_size + max_payload)) {}
 
 std::span<char> FrameReader::room() {
-    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
-    end_ -= begin_;
-    begin_ = 0;
+    if (begin_ == end_ || buffer_.size() - begin_ < frame_header_size + max_payload) {
+        std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+        end_ -= begin_;
+        begin_ = 0;
+    }
     return std::span(buffer_).subspan(end_);
 }
 

@@ -6,7 +6,7 @@
 //   sleep MS        waits                    hang         waits for ever
 //   crash           SIGSEGV                  exit STATUS  from within the answer
 //   await FILE      waits until there is such a file
-//   orphan          forks a process that keeps the socket, then dies by SIGABRT
+//   orphan FILE     forks a process that keeps the socket as long as there is such a file, then dies by SIGABRT
 //   garbage         writes to the socket what is no frame     shut   closes its half of the connection
 //   ignore          SIGABRT and SIGTERM from now on
 //   process         appends pid, process group, descriptors and signals
@@ -52,12 +52,13 @@ void ignore_signals() {
     std::signal(SIGTERM, SIG_IGN);
 }
 
-void orphan() {
-    if (fork() == 0) {
-        sleep(20);
-        _exit(0);
-    }
-    std::abort();
+void orphan(const std::string& file) {
+    const char* path = file.c_str();
+    if (fork() != 0)
+        std::abort();
+    for (int time = 0; time < 12'000 && access(path, F_OK) == 0; ++time)
+        usleep(10'000);
+    _exit(0);
 }
 
 std::string process_text() {
@@ -86,7 +87,7 @@ void end(const std::string& verb, const std::string& rest) {
     else if (verb == "exit")
         std::exit(std::stoi(rest)); // NOLINT(concurrency-mt-unsafe): providers do
     else if (verb == "orphan")
-        orphan();
+        orphan(rest);
     else if (verb == "await")
         await(rest);
     else if (verb == "hang")

@@ -55,10 +55,12 @@ TEST_F(SupervisorAnswers, QuestionBeyondWhatFramesCarryIsHttp413) {
 }
 
 TEST_F(SupervisorAnswers, SeveralRequestsRunAtOnce) {
+    const FreshFile file;
     ASSERT_EQ(start(), "");
-    const unsigned slow = ask("sleep 100;say slow");
+    const unsigned slow = ask("await " + file.path.string() + ";say slow");
     EXPECT_EQ(answer("say quick"), "quick");
     EXPECT_FALSE(replies_.contains(slow));
+    file.make();
     EXPECT_EQ(text(reply_to(slow)), "slow");
 }
 

@@ -31,7 +31,7 @@ TEST_F(SupervisorDeaths, KillFromOutsideIsTold) {
     ASSERT_EQ(start(), "");
     const pid_t pid = worker_pid();
     const unsigned number = ask("subject C;hang");
-    const unsigned other = ask("say it runs");
+    const unsigned other = ask("sleep 50;say it runs");
     reply_to(other);
     kill(pid, SIGKILL);
     EXPECT_EQ(text(reply_to(number)), error_reply("the provider ended with SIGKILL while answering GetInstance of C"));
@@ -52,9 +52,12 @@ TEST_F(SupervisorDeaths, RequestThatWasNotReadIsHttp500) {
 }
 
 TEST_F(SupervisorDeaths, AllThatItWorkedOnAreAnswered) {
+    const FreshFile file;
     ASSERT_EQ(start(), "");
     const unsigned first = ask("subject A;hang");
-    const unsigned second = ask("subject B;sleep 50;crash");
+    const unsigned second = ask("subject B;await " + file.path.string() + ";crash");
+    EXPECT_EQ(answer("sleep 50;say both run"), "both run");
+    file.make();
     EXPECT_EQ(text(reply_to(first)), error_reply("the provider ended with SIGSEGV while answering GetInstance of A"));
     EXPECT_EQ(text(reply_to(second)), error_reply("the provider ended with SIGSEGV while answering GetInstance of B"));
 }
@@ -62,7 +65,7 @@ TEST_F(SupervisorDeaths, AllThatItWorkedOnAreAnswered) {
 TEST_F(SupervisorDeaths, WhatWasAnsweredBeforeIsHandedOver) {
     ASSERT_EQ(start(), "");
     const unsigned first = ask("subject A;big 1");
-    const unsigned second = ask("subject B;sleep 100;crash");
+    const unsigned second = ask("subject B;sleep 500;crash");
     reply_to(second);
     EXPECT_EQ(text(replies_[first]).size(), std::size_t{1} << 20);
 }
@@ -97,8 +100,10 @@ TEST_F(SupervisorDeaths, WhatCannotBeSentIsForTheNextWorker) {
 }
 
 TEST_F(SupervisorDeaths, ChildThatKeepsTheSocketIsNotWaitedFor) {
+    const FreshFile file;
+    file.make();
     ASSERT_EQ(start(), "");
-    EXPECT_EQ(answer("subject C;orphan"),
+    EXPECT_EQ(answer("subject C;orphan " + file.path.string()),
               error_reply("the provider ended with SIGABRT while answering GetInstance of C"));
     EXPECT_EQ(answer("say next"), "next");
 }

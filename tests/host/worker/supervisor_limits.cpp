@@ -97,12 +97,18 @@ TEST_F(SupervisorLimits, WorkerThatWakesUpWhileOthersRunEndsInPeace) {
 }
 
 TEST_F(SupervisorLimits, LongWaitIsNoHang) {
+    const FreshFile first;
+    const FreshFile second;
     options_.threads = 1;
+    options_.timeout = std::chrono::milliseconds(1'200);
     ASSERT_EQ(start(), "");
     const pid_t pid = worker_pid();
-    ask("sleep 150");
-    const unsigned late = ask("subject C;sleep 100");
-    EXPECT_EQ(text(reply_to(late)), timed_out());
+    ask("await " + first.path.string());
+    const unsigned late = ask("subject C;await " + second.path.string());
+    run_until([this] { return logged(LogLevel::warning, "has not answered a request for 0.4 s"); });
+    first.make();
+    EXPECT_EQ(text(reply_to(late)), error_reply("the provider did not answer GetInstance of C within 1.2 s"));
+    second.make();
     EXPECT_EQ(worker_pid(), pid);
 }
 

@@ -50,20 +50,22 @@ TEST_F(SupervisorStop, EndOfFileEndsTheWorker) {
 }
 
 TEST_F(SupervisorStop, WorkerThatHangsEndsBySigterm) {
-    options_.stop_wait = std::chrono::milliseconds(50); // less than a worker waits for what runs
+    options_.command = {TEST_WORKER, "4", "60000"}; // it waits long for what runs
+    options_.stop_wait = std::chrono::milliseconds(50);
     ASSERT_EQ(start(), "");
     const unsigned number = ask("subject C;hang");
-    EXPECT_EQ(answer("say other"), "other");
+    EXPECT_EQ(answer("sleep 50;say other"), "other");
     stop();
     EXPECT_EQ(text(replies_.at(number)), error_reply("the server is being stopped"));
     EXPECT_TRUE(logged(LogLevel::info, " ended with SIGTERM"));
 }
 
 TEST_F(SupervisorStop, WorkerThatIgnoresSigtermIsKilled) {
-    options_.stop_wait = std::chrono::milliseconds(20);
+    options_.command = {TEST_WORKER, "4", "60000"};
+    options_.stop_wait = std::chrono::milliseconds(50);
     ASSERT_EQ(start(), "");
     const unsigned number = ask("subject C;ignore;hang");
-    EXPECT_EQ(answer("say other"), "other");
+    EXPECT_EQ(answer("sleep 50;say other"), "other");
     stop();
     EXPECT_TRUE(replies_.contains(number));
     EXPECT_TRUE(logged(LogLevel::info, " ended with SIGKILL"));
@@ -73,7 +75,7 @@ TEST_F(SupervisorStop, WorkerThatHangsEndsByItself) {
     options_.stop_wait = std::chrono::seconds(30); // longer than a worker waits for what runs
     ASSERT_EQ(start(), "");
     ask("hang");
-    EXPECT_EQ(answer("say other"), "other");
+    EXPECT_EQ(answer("sleep 50;say other"), "other");
     stop();
     EXPECT_TRUE(logged(LogLevel::info, " ended with exit status 1"));
 }
@@ -111,14 +113,15 @@ TEST_F(SupervisorStop, BeforeTheWorkerIsReady) {
 TEST_F(SupervisorStop, WithoutItWorkersAreKilled) {
     ASSERT_EQ(start(), "");
     ask("hang");
-    EXPECT_EQ(answer("say other"), "other");
+    EXPECT_EQ(answer("sleep 50;say other"), "other");
     supervisor_.reset();
 }
 
 TEST_F(SupervisorStop, HangingAndNewWorkerBothEnd) {
     options_.timeout = std::chrono::milliseconds(200);
     options_.abort_wait = std::chrono::hours(1);
-    options_.stop_wait = std::chrono::milliseconds(50);
+    options_.stop_wait = std::chrono::milliseconds(500);
+    options_.command = {TEST_WORKER, "4", "60000"};
     ASSERT_EQ(start(), "");
     reply_to(ask("subject C;ignore;hang"));
     EXPECT_EQ(answer("say next"), "next");

@@ -126,9 +126,7 @@ class SupervisorTest : public testing::Test {
 /// A file that does not exist, and is removed at the end.
 class FreshFile {
   public:
-    FreshFile() : path(std::filesystem::temp_directory_path() / ("worker-test-" + std::to_string(getpid()))) {
-        std::filesystem::remove(path);
-    }
+    FreshFile() : path(std::filesystem::temp_directory_path() / name()) { std::filesystem::remove(path); }
     ~FreshFile() { std::filesystem::remove(path); }
     FreshFile(const FreshFile&) = delete;
     FreshFile& operator=(const FreshFile&) = delete;
@@ -137,6 +135,12 @@ class FreshFile {
     std::uintmax_t size() const { return std::filesystem::exists(path) ? std::filesystem::file_size(path) : 0; }
 
     const std::filesystem::path path;
+
+  private:
+    static std::string name() {
+        static unsigned files = 0;
+        return "worker-test-" + std::to_string(getpid()) + "-" + std::to_string(++files);
+    }
 };
 
 } // namespace cmpihost::worker
