@@ -40,6 +40,7 @@ class RequestReader::Parser : public beast::http::basic_parser<true> {
     RequestHead head;
     std::string body;
     bool begun = false;
+    std::size_t head_bytes = 0; ///< taken so far
     bool head_told = false;
 
   private:
@@ -123,16 +124,22 @@ RequestReader::Progress RequestReader::read_head() {
     if (begin_ == end_)
         return Progress::wants_more;
     parser_->begun = true;
-    if (const unsigned fault = fault_of_first_line({bytes_.data() + begin_, end_ - begin_}))
+    const std::span there = std::span(bytes_).subspan(begin_, end_ - begin_);
+    const unsigned fault = parser_->head_bytes == 0 ? fault_of_first_line({there.data(), there.size()}) : 0;
+    if (fault != 0)
         return refuse(fault);
     beast::error_code error;
-    const std::size_t taken = parser_->put({bytes_.data() + begin_, end_ - begin_}, error);
-    if (error == beast::http::error::need_more)
-        return end_ - begin_ > header_bytes_ ? refuse(431) : Progress::wants_more;
+    const std::size_t taken = parser_->put({there.data(), there.size()}, error);
+    OPENSSL_cleanse(there.data(), taken); // there may be a password in it
+    take(taken);
+    parser_->head_bytes += taken;
+    const bool wants_more = error == beast::http::error::need_more;
+    if (parser_->head_bytes + (wants_more ? there.size() - taken : 0) > header_bytes_)
+        return refuse(431);
+    if (wants_more)
+        return Progress::wants_more;
     if (error)
         return refuse(status_of(error));
-    OPENSSL_cleanse(bytes_.data() + begin_, taken); // there may be a password in it
-    take(taken);
     if (const auto length = parser_->content_length())
         parser_->head.length = *length;
     parser_->head.keep_alive = parser_->keep_alive();
