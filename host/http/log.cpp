@@ -105,9 +105,11 @@ void Log::run() {
 /// A pipe that is said to take bytes takes PIPE_BUF of them without blocking, and a terminal a line.
 bool Log::put(std::string_view text) {
     while (!text.empty()) {
+        if (gives_up())
+            return false;
         pollfd ready{descriptor_, POLLOUT, 0};
         const int count = poll(&ready, 1, static_cast<int>(poll_time.count()));
-        if (gives_up() || (count < 0 && errno != EINTR) || (ready.revents & (POLLERR | POLLNVAL)) != 0)
+        if ((count < 0 && errno != EINTR) || (ready.revents & (POLLERR | POLLNVAL)) != 0)
             return false;
         if (count <= 0)
             continue;
