@@ -60,6 +60,11 @@ bool is_loopback(const Endpoint& endpoint) {
     return !error && address.is_loopback();
 }
 
+std::string authority(const ip::address& address, std::uint16_t port) {
+    const std::string text = address.to_string();
+    return (address.is_v6() ? "[" + text + "]" : text) + ":" + std::to_string(port);
+}
+
 Source source_of(const ip::address& address) {
     Source source{};
     if (address.is_v6() && !address.to_v6().is_v4_mapped()) {

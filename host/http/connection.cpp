@@ -14,13 +14,20 @@ std::chrono::steady_clock::time_point now() {
     return std::chrono::steady_clock::now();
 }
 
+/// What a client that names no host is answered with.
+std::string local_host(const boost::asio::ip::tcp::socket& socket) {
+    Stream::Error error;
+    const auto endpoint = socket.local_endpoint(error);
+    return error ? "localhost" : authority(endpoint.address(), endpoint.port());
+}
+
 } // namespace
 
 Connection::Connection(std::shared_ptr<Shared> shared, boost::asio::ip::tcp::socket socket,
                        std::shared_ptr<boost::asio::ssl::context> tls, const boost::asio::ip::address& address,
                        bool counted)
-    : shared_(std::move(shared)), stream_(std::move(socket), std::move(tls)), source_(source_of(address)),
-      address_(address.to_string()),
+    : shared_(std::move(shared)), host_(local_host(socket)), stream_(std::move(socket), std::move(tls)),
+      source_(source_of(address)), address_(address.to_string()),
       place_(std::make_unique<Places::Place>(shared_->places, source_, counted, [this] { close(); })),
       timer_(shared_->context), reader_(shared_->limits.header_bytes, shared_->limits.body_bytes) {}
 
@@ -100,7 +107,8 @@ void Connection::read() {
 
 void Connection::on_read(const Error& error, std::size_t bytes) {
     reader_.received(bytes);
-    if (std::exchange(expired_, false))
+    const bool late = std::exchange(expired_, false);
+    if (late && (phase_ != Phase::idle || bytes == 0)) // a request that just came is served
         return on_late();
     if (error == boost::asio::error::eof && reader_.has_begun())
         return refuse({400}); // half a request; the client may still read
@@ -198,8 +206,8 @@ void Connection::ask() {
     enter_without_limit(Phase::provider);
     received_ = now();
     const RequestHead& head = reader_.head();
-    server::Question question{cim_.method, cim_.object, host_of(head).value_or(std::string()),
-                              std::move(reader_.body())};
+    const std::string host = host_of(head).value_or(std::string());
+    server::Question question{cim_.method, cim_.object, host.empty() ? host_ : host, std::move(reader_.body())};
     const auto done = [self = shared_from_this()](worker::Reply reply) {
         if (self->phase_ != Phase::closed)
             self->on_reply(std::move(reply));

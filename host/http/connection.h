@@ -85,6 +85,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void discard_more();
 
     std::shared_ptr<Shared> shared_;
+    std::string host_; ///< this server, where the client does not name it
     Stream stream_;
     Source source_;
     std::string address_;

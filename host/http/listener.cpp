@@ -15,11 +15,6 @@ namespace {
 using boost::asio::ip::tcp;
 using Error = boost::system::error_code;
 
-std::string authority(const tcp::endpoint& endpoint) {
-    const std::string address = endpoint.address().to_string();
-    return (endpoint.address().is_v6() ? "[" + address + "]" : address) + ":" + std::to_string(endpoint.port());
-}
-
 /// An address that is listened on.
 struct Door {
     explicit Door(boost::asio::io_context& context) : acceptor(context), pause(context) {}
@@ -95,7 +90,8 @@ void Listener::State::add_door(const Endpoint& endpoint) {
     const bool absent = error == boost::asio::error::address_family_not_supported ||
                         error == boost::system::errc::address_not_available;
     if (!endpoint.optional || !absent)
-        throw std::runtime_error(authority(wanted) + ": cannot be listened on: " + error.message());
+        throw std::runtime_error(authority(wanted.address(), wanted.port()) +
+                                 ": cannot be listened on: " + error.message());
 }
 
 void Listener::State::start() {
@@ -164,8 +160,10 @@ void Listener::State::on_change() {
 
 std::vector<std::string> Listener::State::urls() const {
     std::vector<std::string> urls;
-    for (const Door& door : doors_)
-        urls.push_back((tls_ ? "https://" : "http://") + authority(door.acceptor.local_endpoint()) + "/cimom");
+    for (const Door& door : doors_) {
+        const tcp::endpoint endpoint = door.acceptor.local_endpoint();
+        urls.push_back((tls_ ? "https://" : "http://") + authority(endpoint.address(), endpoint.port()) + "/cimom");
+    }
     return urls;
 }
 

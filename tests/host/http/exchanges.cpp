@@ -17,6 +17,13 @@ TEST_F(Exchanges, BackendGetsWhatHttpBrought) {
     EXPECT_EQ(question.body, "<the body/>");
 }
 
+TEST_F(Exchanges, WhoNamesNoHostIsAnsweredWithTheAddress) {
+    start();
+    ask("POST /cimom HTTP/1.0\r\n" + cim_headers + "Content-Length: 6\r\n\r\n<CIM/>");
+    ASSERT_EQ(backend.questions().size(), 1U);
+    EXPECT_EQ(backend.questions()[0].host, "127.0.0.1:" + std::to_string(port));
+}
+
 TEST_F(Exchanges, ReplyHasItsHeaders) {
     start();
     const RawReply reply = ask(post());
