@@ -8,8 +8,3 @@ function(add_header_library name folder)
   add_library(${name} INTERFACE)
   target_include_directories(${name} SYSTEM INTERFACE ${staged})
 endfunction()
-
-add_header_library(tomlplusplus toml++)
-target_compile_definitions(tomlplusplus INTERFACE TOML_HEADER_ONLY=1)
-add_header_library(cli11 CLI)
-add_header_library(nlohmann_json nlohmann)

@@ -46,6 +46,7 @@ typedef struct _CMPIDateTime CMPIDateTime;
 typedef struct _CMPISelectExp CMPISelectExp;
 typedef struct _CMPIInstanceMI CMPIInstanceMI;
 typedef struct _CMPIAssociationMI CMPIAssociationMI;
+typedef struct _CMPIMethodMI CMPIMethodMI;
 
 /* Function tables (cmpift.h). */
 typedef struct _CMPIBrokerFT CMPIBrokerFT;
@@ -62,6 +63,7 @@ typedef struct _CMPIArgsFT CMPIArgsFT;
 typedef struct _CMPIDateTimeFT CMPIDateTimeFT;
 typedef struct _CMPIInstanceMIFT CMPIInstanceMIFT;
 typedef struct _CMPIAssociationMIFT CMPIAssociationMIFT;
+typedef struct _CMPIMethodMIFT CMPIMethodMIFT;
 
 typedef struct _CMPIValuePtr CMPIValuePtr;
 typedef union _CMPIValue CMPIValue;

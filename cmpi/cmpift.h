@@ -1,6 +1,6 @@
 /*
  * CMPI function tables: what a broker offers (CMPIBrokerFT, CMPIBrokerEncFT and the tables of the encapsulated types)
- * and what a provider offers (CMPIInstanceMIFT, CMPIAssociationMIFT).
+ * and what a provider offers (CMPIInstanceMIFT, CMPIAssociationMIFT, CMPIMethodMIFT).
  *
  * The order of the members is the binary interface; tests/cmpi holds every offset against the standard's.
  */
@@ -271,6 +271,20 @@ struct _CMPIAssociationMIFT {
                              const char*, const char*, const char**);
     CMPIStatus (*referenceNames)(CMPIAssociationMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*,
                                  const char*, const char*);
+};
+
+struct _CMPIMethodMI {
+    const void* hdl;
+    const CMPIMethodMIFT* ft;
+};
+
+struct _CMPIMethodMIFT {
+    CMPIVersion ftVersion;
+    int miVersion;
+    const char* miName;
+    CMPIStatus (*cleanup)(CMPIMethodMI*, const CMPIContext*, CMPIBoolean);
+    CMPIStatus (*invokeMethod)(CMPIMethodMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*, const char*,
+                               const CMPIArgs*, CMPIArgs*);
 };
 
 #ifdef __cplusplus

@@ -3,13 +3,16 @@
 #include "provider/access/dumps.h"
 #include "provider/access/lock.h"
 #include "provider/common/memory.h"
-#include "simulator/switchsim.h"
 
 #include <CLI/CLI.hpp>
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+
+/// Of the simulated platform; a switch's libraries have no such function.
+extern "C" [[gnu::weak]] int switchsim_load_scenario(const char* file, char* message, std::size_t size);
 
 namespace switchdump {
 
@@ -24,10 +27,22 @@ int fail(const std::string& message) {
     return exit_failed;
 }
 
-/// The scenario that the environment names; "" = the built-in one.
+bool is_simulated() {
+    return switchsim_load_scenario != nullptr;
+}
+
+/// The scenario that the environment names; "" = the built-in one. None of a switch's business.
 std::string scenario_of_environment() {
-    const char* file = std::getenv("SWITCHSIM_SCENARIO");
+    const char* file = is_simulated() ? std::getenv("SWITCHSIM_SCENARIO") : nullptr;
     return file == nullptr ? "" : file;
+}
+
+/// What is wrong with a scenario, on one line; "" if nothing is.
+std::string load(const std::string& scenario) {
+    if (!is_simulated())
+        return "--scenario: this switch is none that is simulated";
+    std::array<char, 1024> message{};
+    return switchsim_load_scenario(scenario.c_str(), message.data(), message.size()) == 0 ? "" : message.data();
 }
 
 /// Prints every link, each behind an empty line.
@@ -50,11 +65,9 @@ int dump_links() {
 
 int dump(const std::string& scenario) {
     const fcip::platform_lock lock;
-    if (!scenario.empty()) {
-        const std::string error = switchsim::load(scenario);
-        if (!error.empty())
-            return fail(error);
-    }
+    const std::string error = scenario.empty() ? "" : load(scenario);
+    if (!error.empty())
+        return fail(error);
     if (init_mts(&mts_q) < 0)
         return fail("the switch's response queue cannot be opened");
     const int profiles = get_all_fcip_entities(mts_q) == 0 ? 0 : fail("a profile's interface list cannot be read");

@@ -15,6 +15,8 @@ struct Answer {
     int rc = 0;                         ///< CMPIrc
     std::optional<std::string> message; ///< the status's text
     std::vector<Object> objects;        ///< instances or paths, in the order returned
+    std::optional<Property> returned;   ///< what a method returned, without a name; the last one if it returned several
+    std::vector<Property> arguments;    ///< output parameters of a method
     unsigned null_results = 0;          ///< null instances or paths handed to the result
     unsigned invalid_results = 0;       ///< pointers handed to the result that are no object of this call
     bool done = false;                  ///< the provider called returnDone
@@ -34,6 +36,7 @@ struct Request {
         modify_instance,
         delete_instance,
         exec_query,
+        invoke_method,
     };
     Operation operation = Operation::enumerate_instances;
     Object path;                             ///< class name, namespace and keys
@@ -42,8 +45,11 @@ struct Request {
     std::optional<std::string> role;
     std::optional<std::string> result_role;
     std::optional<std::vector<std::string>> properties; ///< the property list; unset = all
-    std::string query;                                  ///< exec_query
+    std::vector<Property> values; ///< of the instance to create, or to change: its class and keys are those of the path
+    std::string query;            ///< exec_query
     std::string query_language = "WQL";
+    std::string method;              ///< invoke_method
+    std::vector<Property> arguments; ///< input parameters of the method
 };
 
 struct HeldObject;
@@ -94,10 +100,12 @@ Object describe(const CMPIObjectPath* path);
 /// Whether the pointer is a live object of the innermost scope (never dereferenced).
 bool is_live(const void* object);
 
-/// The two management interfaces of a provider. Either may be null: its operations then answer NOT_SUPPORTED.
+/// The management interfaces of a provider. Each may be null: its operations then answer NOT_SUPPORTED, and methods
+/// METHOD_NOT_AVAILABLE.
 struct Provider {
     CMPIInstanceMI* instance_mi = nullptr;
     CMPIAssociationMI* association_mi = nullptr;
+    CMPIMethodMI* method_mi = nullptr;
 };
 
 /// Runs one operation on the calling thread, in a scope of its own.

@@ -33,14 +33,6 @@ const Name* name_or_null(Store& store, const std::optional<std::string>& text) {
     return text ? store.name(*text) : nullptr;
 }
 
-std::vector<Property> plain(const HeldProperties& properties) {
-    std::vector<Property> result;
-    result.reserve(properties.count);
-    for (const HeldProperty& property : properties)
-        result.push_back({std::string(property.name->text), type_name(property.type), plain(property.value)});
-    return result;
-}
-
 } // namespace
 
 // ------------------------------------------------------------------------------------------------------ plain to held
@@ -123,6 +115,14 @@ Value plain(const HeldValue& value) {
                 result.data = number;
         },
         value.data);
+    return result;
+}
+
+std::vector<Property> plain(const HeldProperties& properties) {
+    std::vector<Property> result;
+    result.reserve(properties.count);
+    for (const HeldProperty& property : properties)
+        result.push_back({std::string(property.name->text), type_name(property.type), plain(property.value)});
     return result;
 }
 

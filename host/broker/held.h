@@ -93,6 +93,7 @@ HeldObject copy(Store& store, const HeldObject& object);
 
 /// Held to plain.
 Value plain(const HeldValue& value);
+std::vector<Property> plain(const HeldProperties& properties);
 Object plain(const HeldObject& object);
 
 /// Gives back the memory of what is held in `store`, so that it serves what comes next.

@@ -84,7 +84,8 @@ Library::Library(const std::string& file) : file_(file), handle_(open_library(fi
 Library::~Library() {
     const bool instances_stay = clean_up(provider_.instance_mi);
     const bool associations_stay = clean_up(provider_.association_mi);
-    if (!instances_stay && !associations_stay)
+    const bool methods_stay = clean_up(provider_.method_mi);
+    if (!instances_stay && !associations_stay && !methods_stay)
         dlclose(handle_);
 }
 
@@ -107,13 +108,16 @@ void Library::load_scenario(const std::string& file) {
 void Library::create(const std::string& name) {
     const std::string instance_factory = name + "_Create_InstanceMI";
     const std::string association_factory = name + "_Create_AssociationMI";
+    const std::string method_factory = name + "_Create_MethodMI";
     void* instances = symbol(instance_factory);
     void* associations = symbol(association_factory);
-    if (instances == nullptr && associations == nullptr)
+    void* methods = symbol(method_factory);
+    if (instances == nullptr && associations == nullptr && methods == nullptr)
         throw LoadError("provider library " + file_ + ": has neither " + instance_factory + " nor " +
-                        association_factory);
+                        association_factory + " nor " + method_factory);
     provider_.instance_mi = create_mi<CMPIInstanceMI>(instances, instance_factory);
     provider_.association_mi = create_mi<CMPIAssociationMI>(associations, association_factory);
+    provider_.method_mi = create_mi<CMPIMethodMI>(methods, method_factory);
 }
 
 } // namespace cmpihost

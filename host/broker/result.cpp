@@ -1,6 +1,7 @@
 // CMPIResult: hands on what a provider returns, and tells the observer.
 #include "host/broker/refusals.h"
 #include "host/broker/scope.h"
+#include "host/broker/values.h"
 
 #include <atomic>
 #include <mutex>
@@ -73,6 +74,18 @@ CMPIStatus return_object(const CMPIResult* self, const Handle* handle) {
     return status_of(CMPI_RC_OK);
 }
 
+/// What a method returns.
+CMPIStatus return_data(const CMPIResult* self, const CMPIValue* value, CMPIType type) {
+    State* scope = scope_of(self);
+    if (scope == nullptr)
+        return status_of(CMPI_RC_ERR_INVALID_HANDLE);
+    HeldValue held;
+    const CMPIrc rc = read_value(scope->store, value, type, held);
+    if (rc == CMPI_RC_OK)
+        scope->answer.returned = Property{{}, type_name(type), plain(held)};
+    return status_of(rc);
+}
+
 CMPIStatus return_done(const CMPIResult* self) {
     State* scope = scope_of(self);
     if (scope == nullptr)
@@ -92,7 +105,7 @@ const CMPIResultFT result_table{
     .ftVersion = CMPIVersion100,
     .release = release_result,
     .clone = refuse_object,
-    .returnData = refuse,
+    .returnData = return_data,
     .returnInstance = return_object,
     .returnObjectPath = return_object,
     .returnDone = return_done,

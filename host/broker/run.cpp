@@ -27,10 +27,12 @@ struct Call {
 
     const char** properties() { return request.properties ? names_.data() : nullptr; }
 
-    /// A new instance without properties, for createInstance and modifyInstance.
-    CMPIInstance* empty_instance() const {
+    /// The instance for createInstance and modifyInstance.
+    CMPIInstance* instance() const {
         State& scope = *State::innermost();
-        return scope.add<CMPIInstance>({hold(scope.store, request.path), {}, false});
+        HeldObject object = hold(scope.store, request.path);
+        object.properties = hold(scope.store, request.values);
+        return scope.add<CMPIInstance>({object, {}, false});
     }
 
     const CMPIContext* context;
@@ -65,9 +67,9 @@ CMPIStatus run_instance_operation(CMPIInstanceMI* mi, Call& with) {
     case Request::Operation::get_instance:
         return call(mi, &Table::getInstance, with, with.properties());
     case Request::Operation::create_instance:
-        return call(mi, &Table::createInstance, with, with.empty_instance());
+        return call(mi, &Table::createInstance, with, with.instance());
     case Request::Operation::modify_instance:
-        return call(mi, &Table::modifyInstance, with, with.empty_instance(), with.properties());
+        return call(mi, &Table::modifyInstance, with, with.instance(), with.properties());
     case Request::Operation::delete_instance:
         return call(mi, &Table::deleteInstance, with);
     case Request::Operation::exec_query:
@@ -98,10 +100,31 @@ CMPIStatus run_association_operation(CMPIAssociationMI* mi, Call& with) {
     }
 }
 
+CMPIStatus run_method(CMPIMethodMI* mi, const Call& with) {
+    if (mi == nullptr || mi->ft == nullptr || mi->ft->invokeMethod == nullptr)
+        return status_of(CMPI_RC_ERR_METHOD_NOT_AVAILABLE);
+    State& scope = *State::innermost();
+    const CMPIArgs* in = scope.add<CMPIArgs>(hold(scope.store, with.request.arguments));
+    CMPIArgs* out = scope.add<CMPIArgs>({});
+    const CMPIStatus status =
+        mi->ft->invokeMethod(mi, with.context, with.result, with.path, with.request.method.c_str(), in, out);
+    if (const HeldProperties* arguments = scope.live(out)) // it may have let go of them
+        scope.answer.arguments = plain(*arguments);
+    return status;
+}
+
 bool is_association_operation(Request::Operation operation) {
     constexpr std::array operations{Request::Operation::associators, Request::Operation::associator_names,
                                     Request::Operation::references, Request::Operation::reference_names};
     return std::find(operations.begin(), operations.end(), operation) != operations.end();
+}
+
+CMPIStatus run_operation(const Provider& provider, Call& with) {
+    if (with.request.operation == Request::Operation::invoke_method)
+        return run_method(provider.method_mi, with);
+    if (is_association_operation(with.request.operation))
+        return run_association_operation(provider.association_mi, with);
+    return run_instance_operation(provider.instance_mi, with);
 }
 
 /// The code as the provider set it, which need not be one of the enumeration's.
@@ -121,9 +144,7 @@ Answer run_with(const Provider& provider, const Request& request, const Sink* si
               {state.store.arena.copy(request.path.name_space)});
     Call with(scope, request);
     scope.fail_object(fail_object);
-    const CMPIStatus status = is_association_operation(request.operation)
-                                  ? run_association_operation(provider.association_mi, with)
-                                  : run_instance_operation(provider.instance_mi, with);
+    const CMPIStatus status = run_operation(provider, with);
     Answer answer = std::move(state.answer);
     answer.rc = number_of(status);
     if (const Text* message = state.live(status.msg))

@@ -15,7 +15,7 @@ std::string shown(const Options& options, const Answer& answer, bool colour) {
         return json_of(answer);
     if (answer.rc != CMPI_RC_OK && answer.objects.empty())
         return {};
-    if (options.format == Format::mof)
+    if (options.format == Format::mof && options.request.operation != Request::Operation::invoke_method)
         return mof_of(answer, gives_paths(options.request.operation));
     return text_of(answer, options.request, colour);
 }

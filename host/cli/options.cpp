@@ -58,6 +58,7 @@ std::string help_footer() {
            "\nOBJECT is Class, namespace:Class or //host/namespace:Class, each with or without keys:\n"
            "  'Class.Name=\"text\",Number=5,Flag=TRUE,Ref=\"Other.Name=\\\"text\\\"\"'\n"
            "A namespace in OBJECT goes before -n. Without a PROPERTY all are asked for; '' asks for none.\n"
+           "A VALUE is a number, TRUE, FALSE, a \"text\", a path in quotes, or else a text as it stands.\n"
            "\nThe provider's own standard output (its trace lines) is dropped unless --trace is given.\n"
            "\nclasses lists the classes of the MOF files that are not abstract, without those of a dmtf.mof. On a\n"
            "terminal, and with -o text, it is a table with keys and superclasses; elsewhere one name a line, for\n"
@@ -114,7 +115,8 @@ void describe_options(CLI::App& app, Arguments& arguments) {
     describe_schema_options(app, arguments);
     app.add_option("VERB", arguments.verb, "What to do, see below")->type_name("");
     app.add_option("OBJECT", arguments.object, "The class or instance to do it with")->type_name("");
-    app.add_option("PROPERTY", arguments.properties, "Properties to ask for")->type_name("");
+    app.add_option("PROPERTY", arguments.properties, "Properties to ask for, or NAME=VALUE for ci, mi and cm")
+        ->type_name("");
     app.footer(help_footer());
 }
 
@@ -171,6 +173,43 @@ std::string query_for(const Object& path, const std::optional<std::vector<std::s
     return "SELECT " + (columns.empty() ? "*" : columns) + " FROM " + path.class_name;
 }
 
+/// A value as a key of an object path has it; what is none there is a text.
+Property named_value(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == 0 || equals == std::string::npos)
+        throw UsageError("'" + text + "': expected NAME=VALUE");
+    const std::string name = text.substr(0, equals);
+    try {
+        const Object object = parse_path("C." + text);
+        if (object.keys.size() == 1)
+            return object.keys.front();
+    } catch (const PathError&) { // a text without quotes
+    }
+    return {name, "string", {text.substr(equals + 1)}};
+}
+
+/// What follows OBJECT, of the verbs that bring values.
+void read_values(const std::vector<std::string>& words, Request& request) {
+    auto next = words.begin();
+    if (request.operation == Request::Operation::invoke_method) {
+        if (next == words.end())
+            throw UsageError("cm needs a METHOD after OBJECT");
+        request.method = *next++;
+    }
+    auto& values = request.operation == Request::Operation::invoke_method ? request.arguments : request.values;
+    std::transform(next, words.end(), std::back_inserter(values), named_value);
+    if (request.operation != Request::Operation::modify_instance || values.empty())
+        return;
+    request.properties.emplace(); // what is not named stays
+    for (const Property& value : values)
+        request.properties->push_back(value.name);
+}
+
+bool brings_values(Request::Operation operation) {
+    using enum Request::Operation;
+    return operation == create_instance || operation == modify_instance || operation == invoke_method;
+}
+
 Request request_for(const Arguments& arguments, const Verb& verb) {
     Request request;
     request.operation = verb.operation;
@@ -181,7 +220,9 @@ Request request_for(const Arguments& arguments, const Verb& verb) {
         request.result_class = arguments.arc;
     request.role = arguments.ar;
     request.result_role = arguments.arr;
-    if (!arguments.properties.empty()) {
+    if (brings_values(verb.operation)) {
+        read_values(arguments.properties, request);
+    } else if (!arguments.properties.empty()) {
         request.properties = arguments.properties;
         std::erase(*request.properties, "");
     }

@@ -25,12 +25,14 @@ struct JsonValue {
     }
 };
 
+Json json_of_value(const Property& property) {
+    return std::visit(JsonValue(), property.value.data);
+}
+
 Json json_of_list(const std::vector<Property>& properties) {
     Json list = Json::array();
     for (const Property& property : properties)
-        list.push_back({{"name", property.name},
-                        {"type", property.type},
-                        {"value", std::visit(JsonValue(), property.value.data)}});
+        list.push_back({{"name", property.name}, {"type", property.type}, {"value", json_of_value(property)}});
     return list;
 }
 
@@ -52,10 +54,14 @@ std::string json_of(const Answer& answer) {
     Json objects = Json::array();
     for (const Object& object : answer.objects)
         objects.push_back(json_of_object(object));
-    const Json json{{"status", {{"rc", answer.rc}, {"message", json_of_text(answer.message)}}},
-                    {"objects", std::move(objects)},
-                    {"nullResults", answer.null_results},
-                    {"invalidResults", answer.invalid_results}};
+    Json json{{"status", {{"rc", answer.rc}, {"message", json_of_text(answer.message)}}},
+              {"objects", std::move(objects)},
+              {"nullResults", answer.null_results},
+              {"invalidResults", answer.invalid_results}};
+    if (answer.returned)
+        json["returned"] = {{"type", answer.returned->type}, {"value", json_of_value(*answer.returned)}};
+    if (!answer.arguments.empty())
+        json["arguments"] = json_of_list(answer.arguments);
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -84,6 +84,20 @@ std::string text_of_instance(const Object& object, bool colour) {
     return text + "\n";
 }
 
+// ----------------------------------------------------------------------------------------------------- methods
+
+std::string text_of_method(const Answer& answer) {
+    std::vector<Row> rows;
+    if (answer.returned)
+        rows.push_back({"ReturnValue", answer.returned->type, text_value(*answer.returned)});
+    for (const Property& argument : answer.arguments)
+        rows.push_back({argument.name, argument.type, text_value(argument)});
+    std::string text;
+    for (const std::string& line : aligned(rows))
+        text += line + "\n";
+    return text;
+}
+
 } // namespace
 
 bool gives_paths(Request::Operation operation) {
@@ -93,6 +107,8 @@ bool gives_paths(Request::Operation operation) {
 }
 
 std::string text_of(const Answer& answer, const Request& request, bool colour) {
+    if (request.operation == Request::Operation::invoke_method)
+        return text_of_method(answer);
     std::string text;
     if (gives_paths(request.operation))
         text = text_of_paths(answer.objects, request.path.class_name, colour);

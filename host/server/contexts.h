@@ -28,7 +28,9 @@ class Contexts {
   public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
+    /// @param settings limits; must outlive this
     explicit Contexts(const Settings& settings, Clock clock = std::chrono::steady_clock::now);
+    ~Contexts();
 
     /// The time for which a context is kept between operations, of what the client asked for.
     /// @return nothing: the client asked for 0 (never expires) or for longer than is granted
@@ -47,8 +49,7 @@ class Contexts {
     Pulled open(PullKind kind, std::string_view name_space, EncodedObjects objects, std::size_t most,
                 std::chrono::seconds timeout);
 
-    /// Answers the next objects. An unknown or expired context, one of another kind or namespace, and one that another
-    /// thread pulls or closes at this moment, are invalid.
+    /// Answers the next objects. An unknown or expired context, and one of another kind or namespace, are invalid.
     Pulled pull(std::string_view context, PullKind kind, std::string_view name_space, std::size_t most);
 
     /// Ends an enumeration.
@@ -58,6 +59,7 @@ class Contexts {
     struct Context;
     using Map = std::unordered_map<std::string, std::unique_ptr<Context>>;
 
+    Map::iterator find(std::string_view context, std::string_view name_space);
     void expire();
     Pulled take(Context& context, std::size_t most) const;
     void forget(Map::iterator at);

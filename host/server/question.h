@@ -21,10 +21,10 @@ struct Subject {
 
 /// How a request ended.
 struct Outcome {
-    unsigned http_status = 200; ///< with 400 and 501 there is no body
-    std::string cim_error{};    ///< text of the header CIMError; empty for none
-    unsigned cim_status = 0;    ///< the status code that the body tells
-    std::uint64_t objects = 0;  ///< in the body
+    unsigned http_status = 200;       ///< with 400 and 501 there is no body
+    std::string cim_error{};          ///< text of the header CIMError; empty for none
+    unsigned cim_status = 0;          ///< the status code that the body tells
+    std::uint64_t objects = 0;        ///< in the body
     std::vector<std::string> notes{}; ///< what the log is to say besides, one line each
 };
 

@@ -10,8 +10,8 @@ namespace cmpihost::server {
 /// One stanza: a class, and who serves it.
 struct RegisteredClass {
     std::string class_name;
-    std::string provider; ///< prefix of the factories
-    std::string location; ///< library's name without "lib" and ".so"
+    std::string provider;                ///< prefix of the factories
+    std::string location;                ///< library's name without "lib" and ".so"
     std::vector<std::string> types;      ///< "instance", "association", "method" ...
     std::vector<std::string> namespaces; ///< one at least
 };

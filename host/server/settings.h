@@ -22,8 +22,8 @@ struct Settings {
     std::string provider_folder;            ///< where the registrations' libraries are looked for; empty: the loader's
     std::string scenario;                   ///< for a simulated platform; empty: none
     std::string name_space = "root/cimv2";  ///< of providers without registration
-    std::size_t max_reply = std::size_t{256} << 20; ///< bytes of one reply
-    std::size_t max_contexts = 100;                 ///< open enumerations
+    std::size_t max_reply = std::size_t{256} << 20;        ///< bytes of one reply
+    std::size_t max_contexts = 100;                        ///< open enumerations
     std::size_t max_context_bytes = std::size_t{64} << 20; ///< that all open enumerations hold
     std::size_t max_pull = 10'000;                         ///< objects in the answer to a pull
     std::chrono::seconds context_timeout{40};              ///< where the client asks for none

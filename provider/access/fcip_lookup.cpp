@@ -19,7 +19,7 @@ namespace {
 constexpr const char* self = "get_fcip_link_entry_from";
 
 // The location traces, whole: they are printed for every row.
-constexpr std::string_view no_line;
+constexpr std::string_view no_line = "";
 constexpr std::string_view line_76 = " Function : get_fcip_link_entry_from Line 76 \n";
 constexpr std::string_view line_113 = " Function : get_fcip_link_entry_from Line 113 \n";
 constexpr std::string_view line_151 = " Function : get_fcip_link_entry_from Line 151 \n";

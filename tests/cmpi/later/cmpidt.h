@@ -58,6 +58,8 @@ typedef struct _CMPIInstanceMI CMPIInstanceMI;
 typedef struct _CMPIInstanceMIFT CMPIInstanceMIFT;
 typedef struct _CMPIAssociationMI CMPIAssociationMI;
 typedef struct _CMPIAssociationMIFT CMPIAssociationMIFT;
+typedef struct _CMPIMethodMI CMPIMethodMI;
+typedef struct _CMPIMethodMIFT CMPIMethodMIFT;
 typedef struct _CMPIStatus CMPIStatus;
 typedef struct _CMPIData CMPIData;
 typedef struct _CMPIValuePtr CMPIValuePtr;

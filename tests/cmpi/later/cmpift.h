@@ -290,6 +290,20 @@ struct _CMPIAssociationMIFT {
                                      const char*, const char*, const char**);
 };
 
+struct _CMPIMethodMI {
+    const void* hdl;
+    const CMPIMethodMIFT* ft;
+};
+
+struct _CMPIMethodMIFT {
+    CMPIVersion ftVersion;
+    int miVersion;
+    const char* miName;
+    CMPIStatus (*cleanup)(CMPIMethodMI*, const CMPIContext*, CMPIBoolean);
+    CMPIStatus (*invokeMethod)(CMPIMethodMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*, const char*,
+                               const CMPIArgs*, CMPIArgs*);
+};
+
 #ifdef __cplusplus
 }
 #endif

@@ -25,7 +25,7 @@ std::string error_of(const std::string& file, const std::string& name) {
     }
 }
 
-TEST(Loader, LoadsBothInterfacesAndCleansUp) {
+TEST(Loader, LoadsAllInterfacesAndCleansUp) {
     testing::internal::CaptureStdout();
     {
         Library library(good);
@@ -34,12 +34,16 @@ TEST(Loader, LoadsBothInterfacesAndCleansUp) {
         ASSERT_NE(library.provider().instance_mi, nullptr);
         ASSERT_NE(library.provider().association_mi, nullptr);
         EXPECT_STREQ(library.provider().instance_mi->ft->miName, "instanceGood");
+        ASSERT_NE(library.provider().method_mi, nullptr);
         EXPECT_STREQ(library.provider().association_mi->ft->miName, "associationGood");
+        EXPECT_STREQ(library.provider().method_mi->ft->miName, "methodGood");
     }
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "factory of instances\n"
                                                       "factory of associations\n"
+                                                      "factory of methods\n"
                                                       "cleanup of instances, terminating 1\n"
-                                                      "cleanup of associations, terminating 1\n");
+                                                      "cleanup of associations, terminating 1\n"
+                                                      "cleanup of methods, terminating 1\n");
 }
 
 TEST(Loader, OneInterfaceIsEnough) {
@@ -49,6 +53,7 @@ TEST(Loader, OneInterfaceIsEnough) {
         library.create("Half");
         EXPECT_NE(library.provider().instance_mi, nullptr);
         EXPECT_EQ(library.provider().association_mi, nullptr);
+        EXPECT_EQ(library.provider().method_mi, nullptr);
     }
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "factory of instances\ncleanup of instances, terminating 1\n");
 }
@@ -58,7 +63,8 @@ TEST(Loader, LoadsAgainAfterUnloading) {
         testing::internal::CaptureStdout();
         Library library(good);
         library.create("Good");
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), "factory of instances\nfactory of associations\n");
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  "factory of instances\nfactory of associations\nfactory of methods\n");
         Request request;
         request.path = {"Test_Thing", "root/test", std::nullopt, {}, {}};
         testing::internal::CaptureStdout();
@@ -101,7 +107,7 @@ TEST(Loader, AnUnresolvedSymbolIsNamed) {
 TEST(Loader, MissingFactoriesAreNamed) {
     EXPECT_EQ(error_of(no_factories, "Name"), "provider library " + no_factories +
                                                   ": has neither Name_Create_InstanceMI nor "
-                                                  "Name_Create_AssociationMI");
+                                                  "Name_Create_AssociationMI nor Name_Create_MethodMI");
 }
 
 struct RefusalRow {

@@ -49,7 +49,7 @@ Request request_for(const char* class_name) {
 class Runs : public testing::Test {
   protected:
     Answer run_it(const Request& request = request_for("C"), unsigned fail_object = 0) {
-        return run(Provider{&mi, nullptr}, request, fail_object);
+        return run(Provider{&mi, nullptr, nullptr}, request, fail_object);
     }
 
     CMPIInstanceMI mi{nullptr, &table};
@@ -175,6 +175,77 @@ TEST_F(Runs, MissingInterfacesAndSlotsAreNotSupported) {
     }
     request.operation = Request::Operation::get_instance;
     EXPECT_EQ(run_it(request).rc, 7) << "a slot that is null";
+}
+
+TEST_F(Runs, MethodOfAProviderWithoutMethodsIsNotAvailable) {
+    Request request = request_for("C");
+    request.operation = Request::Operation::invoke_method;
+    EXPECT_EQ(run(Provider{}, request).rc, 16);
+}
+
+/// What the method of the test's MI does.
+thread_local std::function<CMPIStatus(const CMPIResult*, const char*, const CMPIArgs*, CMPIArgs*)> method_behaviour;
+
+CMPIStatus invoke(CMPIMethodMI*, const CMPIContext*, const CMPIResult* result, const CMPIObjectPath*, const char* name,
+                  const CMPIArgs* in, CMPIArgs* out) {
+    return method_behaviour(result, name, in, out);
+}
+
+const CMPIMethodMIFT method_table{
+    .ftVersion = 100, .miVersion = 100, .miName = "test", .cleanup = nullptr, .invokeMethod = invoke};
+
+Answer run_method(const Request& request) {
+    CMPIMethodMI mi{nullptr, &method_table};
+    return run(Provider{nullptr, nullptr, &mi}, request);
+}
+
+Request method_request(std::vector<Property> arguments = {}) {
+    Request request = request_for("C");
+    request.operation = Request::Operation::invoke_method;
+    request.method = "Start";
+    request.arguments = std::move(arguments);
+    return request;
+}
+
+TEST_F(Runs, MethodGetsItsNameAndArguments) {
+    method_behaviour = [](auto*, const char* name, auto* in, auto*) {
+        EXPECT_STREQ(name, "Start");
+        EXPECT_EQ(in->ft->getArgCount(in, nullptr), 1u);
+        EXPECT_EQ(in->ft->getArg(in, "count", nullptr).value.uint16, 7);
+        return status_of(CMPI_RC_OK);
+    };
+    EXPECT_EQ(run_method(method_request({uint_property("Count", 7, "uint16")})).rc, 0);
+}
+
+TEST_F(Runs, MethodReturnsAValueAndOutputParameters) {
+    method_behaviour = [](const CMPIResult* result, auto*, auto*, CMPIArgs* out) {
+        CMPIValue value;
+        value.uint32 = 5;
+        out->ft->addArg(out, "Left", &value, CMPI_uint32);
+        EXPECT_EQ(result->ft->returnData(result, &value, CMPI_uint32).rc, CMPI_RC_OK);
+        return status_of(CMPI_RC_OK);
+    };
+    const Answer answer = run_method(method_request());
+    EXPECT_EQ(answer.returned, uint_property("", 5, "uint32"));
+    EXPECT_EQ(answer.arguments, (std::vector<Property>{uint_property("Left", 5, "uint32")}));
+}
+
+TEST_F(Runs, MethodMayLetGoOfItsOutputParameters) {
+    method_behaviour = [](auto*, auto*, auto*, CMPIArgs* out) { return out->ft->release(out); };
+    const Answer answer = run_method(method_request());
+    EXPECT_EQ(answer.rc, 0);
+    EXPECT_TRUE(answer.arguments.empty());
+    EXPECT_FALSE(answer.returned.has_value());
+}
+
+TEST_F(Runs, ReturnedDataOfAnInvalidHandleIsRefused) {
+    method_behaviour = [](const CMPIResult* result, auto*, auto*, auto*) {
+        CMPIValue value;
+        value.string = wild_pointer<CMPIString>();
+        EXPECT_EQ(result->ft->returnData(result, &value, CMPI_string).rc, CMPI_RC_ERR_INVALID_HANDLE);
+        return status_of(CMPI_RC_OK);
+    };
+    EXPECT_FALSE(run_method(method_request()).returned.has_value());
 }
 
 TEST_F(Runs, TheNthObjectFails) {

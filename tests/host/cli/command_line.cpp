@@ -134,8 +134,36 @@ TEST_F(CommandLines, CreateInstance) {
     expect_output(ask({"ci", "Test_Echo.Name=\"n\""}), "Name\nn\n\n1 object\n");
 }
 
+TEST_F(CommandLines, CreateInstanceWithValuesOfEveryNotation) {
+    expect_output(ask({"ci", "C", "Number=-5", "Flag=true", "Quoted=\"a b\"", "Plain=a b", "Empty="}),
+                  "Number  Flag  Quoted  Plain  Empty\n"
+                  "-5      TRUE  a b     a b    \"\"\n"
+                  "\n1 object\n");
+}
+
 TEST_F(CommandLines, ModifyInstance) {
-    expect_output(ask({"mi", "Test_Echo", "P"}), echo("modifyInstance", "root/cimv2:Test_Echo", "P;"));
+    expect_output(ask({"mi", "Test_Echo"}), echo("modifyInstance", "root/cimv2:Test_Echo", "(null)"));
+    expect_output(ask({"mi", "Test_Echo", "P=1", "Q=text"}), echo("modifyInstance", "root/cimv2:Test_Echo", "P;Q;"));
+}
+
+TEST_F(CommandLines, CallMethod) {
+    expect_output(ask({"cm", "Test_Thing.Name=\"n\"", "Add", "A=2", "B=40"}),
+                  "ReturnValue  uint64  42\n"
+                  "Text         string  \"2 and 40\"\n"
+                  "Where        string  \"root/cimv2:Test_Thing.Name=\\\"n\\\"\"\n");
+    expect_output(ask({"cm", "Test_Thing", "Quiet"}), "");
+    expect_error(ask({"cm", "Test_Thing", "Other"}), 1, "CIM error 17 (METHOD_NOT_FOUND)\n");
+    expect_error(cmpihost_with({"--provider", good_provider, "--name", "Half", "cm", "Test_Thing", "Add"}), 1,
+                 "CIM error 16 (METHOD_NOT_AVAILABLE)\n");
+}
+
+TEST_F(CommandLines, CallMethodInJson) {
+    const Outcome outcome = ask({"-o", "json", "cm", "Test_Thing", "Add", "A=2", "B=40"});
+    EXPECT_NE(outcome.out.find("\"returned\": {\n    \"type\": \"uint64\",\n    \"value\": 42\n  }"), std::string::npos)
+        << outcome.out;
+    EXPECT_NE(outcome.out.find("\"name\": \"Text\",\n      \"type\": \"string\",\n      \"value\": \"2 and 40\""),
+              std::string::npos)
+        << outcome.out;
 }
 
 TEST_F(CommandLines, DeleteInstance) {
@@ -262,7 +290,7 @@ TEST_F(CommandLines, LoaderErrorsAreUsageErrors) {
                  "cmpihost: provider library /no/such.so: no such file\n");
     expect_error(cmpihost_with({"--provider", good_provider, "--name", "Bad", "ei", "C"}), 2,
                  "cmpihost: provider library " + good_provider +
-                     ": has neither Bad_Create_InstanceMI nor Bad_Create_AssociationMI\n");
+                     ": has neither Bad_Create_InstanceMI nor Bad_Create_AssociationMI nor Bad_Create_MethodMI\n");
 }
 
 TEST_F(CommandLines, WhatCannotBeWrittenIsAnError) {
@@ -283,9 +311,11 @@ TEST_F(CommandLines, WhatCannotBeWrittenIsAnError) {
 
 constexpr const char* trace_of_ein = "factory of instances\n"
                                      "factory of associations\n"
+                                     "factory of methods\n"
                                      "Entering names\n"
                                      "cleanup of instances, terminating 1\n"
-                                     "cleanup of associations, terminating 1\n";
+                                     "cleanup of associations, terminating 1\n"
+                                     "cleanup of methods, terminating 1\n";
 
 /// What reaches the test's own standard output while cmpihost runs.
 std::string leaked_by(const std::vector<std::string>& arguments) {

@@ -5,9 +5,17 @@
  *   Test_Pair     two paths and instances with references
  *   Test_Echo     one instance that tells what arrived: path, property list, filters, query, context
  *   Test_Results  one good, two null and one invalid result
+ *   Test_Broken   one instance or path, then ERR_FAILED with a message
+ *   Test_Swapped  a path where instances are asked for
  *   Test_Note     nothing, rc OK with a message
  *   Test_Codes    an rc that the standard does not know
  *   any other     ERR_INVALID_CLASS with a message
+ *
+ * and for methods, of any class, on the method:
+ *
+ *   Add           the sum of A and B, and as output parameters Text, what was added, and Where, the object
+ *   Quiet         nothing
+ *   any other     ERR_METHOD_NOT_FOUND
  */
 #include "cmpidt.h"
 #include "cmpift.h"
@@ -178,7 +186,10 @@ static CMPIStatus enumerate_instance_names(CMPIInstanceMI* mi, const CMPIContext
     else if (is_class(path, "Test_Pair"))
         for (number = 1; number <= 2; ++number)
             CMReturnObjectPath(result, pair_path(path, number));
-    else
+    else if (is_class(path, "Test_Broken")) {
+        CMReturnObjectPath(result, thing_path(path, 1));
+        return with_message(CMPI_RC_ERR_FAILED, "broke off");
+    } else
         return unknown_class(path);
     CMReturnDone(result);
     return ok();
@@ -198,7 +209,12 @@ static CMPIStatus enumerate_instances(CMPIInstanceMI* mi, const CMPIContext* con
         CMReturnInstance(result, echo("enumerateInstances", context, path, properties));
     else if (is_class(path, "Test_Results"))
         return odd_results(result, path);
-    else if (is_class(path, "Test_Note"))
+    else if (is_class(path, "Test_Swapped"))
+        CMReturnObjectPath(result, thing_path(path, 1));
+    else if (is_class(path, "Test_Broken")) {
+        CMReturnInstance(result, thing(path, 1, properties));
+        return with_message(CMPI_RC_ERR_FAILED, "broke off");
+    } else if (is_class(path, "Test_Note"))
         return with_message(CMPI_RC_OK, "nothing to see");
     else if (is_class(path, "Test_Codes"))
         return with_message((CMPIrc)4711, "");
@@ -225,9 +241,14 @@ static CMPIStatus create_instance(CMPIInstanceMI* mi, const CMPIContext* context
                                   const CMPIObjectPath* path, const CMPIInstance* instance) {
     (void)mi;
     (void)context;
-    if (instance->ft->getPropertyCount(instance, NULL) != 0)
-        return with_message(CMPI_RC_ERR_FAILED, "not an empty instance");
-    CMReturnObjectPath(result, instance->ft->getObjectPath(instance, NULL));
+    CMPIObjectPath* created = instance->ft->getObjectPath(instance, NULL);
+    unsigned at;
+    for (at = 0; at < instance->ft->getPropertyCount(instance, NULL); ++at) {
+        CMPIString* name = NULL;
+        CMPIData data = instance->ft->getPropertyAt(instance, at, &name, NULL);
+        CMAddKey(created, text_of(name), &data.value, data.type);
+    }
+    CMReturnObjectPath(result, created);
     (void)path;
     return ok();
 }
@@ -321,6 +342,39 @@ static CMPIStatus reference_names(CMPIAssociationMI* mi, const CMPIContext* cont
     return ok();
 }
 
+/* ------------------------------------------------------------------------------------------------------ Method MI */
+
+static CMPIStatus cleanup_methods(CMPIMethodMI* mi, const CMPIContext* context, CMPIBoolean terminating) {
+    (void)mi;
+    (void)context;
+    printf("cleanup of methods, terminating %d\n", terminating);
+    return ok();
+}
+
+static CMPIStatus add(const CMPIResult* result, const CMPIObjectPath* path, const CMPIArgs* in, CMPIArgs* out) {
+    CMPIData a = in->ft->getArg(in, "A", NULL);
+    CMPIData b = in->ft->getArg(in, "B", NULL);
+    CMPIValue value;
+    char text[64];
+    snprintf(text, sizeof text, "%llu and %llu", (unsigned long long)a.value.uint64,
+             (unsigned long long)b.value.uint64);
+    out->ft->addArg(out, "Text", (const CMPIValue*)text, CMPI_chars);
+    value.string = path->ft->toString(path, NULL);
+    out->ft->addArg(out, "Where", &value, CMPI_string);
+    value.uint64 = a.value.uint64 + b.value.uint64;
+    return result->ft->returnData(result, &value, CMPI_uint64);
+}
+
+static CMPIStatus invoke_method(CMPIMethodMI* mi, const CMPIContext* context, const CMPIResult* result,
+                                const CMPIObjectPath* path, const char* method, const CMPIArgs* in, CMPIArgs* out) {
+    CMPIStatus status = {CMPI_RC_ERR_METHOD_NOT_FOUND, NULL};
+    (void)mi;
+    (void)context;
+    if (strcmp(method, "Add") == 0)
+        return add(result, path, in, out);
+    return strcmp(method, "Quiet") == 0 ? ok() : status;
+}
+
 static const CMPIInstanceMIFT instance_table = {
     CMPIVersion100,           CMPIVersion100,      "instanceGood", cleanup_instances,
     enumerate_instance_names, enumerate_instances, get_instance,   create_instance,
@@ -329,6 +383,10 @@ static const CMPIInstanceMIFT instance_table = {
 static const CMPIAssociationMIFT association_table = {
     CMPIVersion100, CMPIVersion100,   "associationGood", cleanup_associations,
     associators,    associator_names, references,        reference_names,
+};
+
+static const CMPIMethodMIFT method_table = {
+    CMPIVersion100, CMPIVersion100, "methodGood", cleanup_methods, invoke_method,
 };
 
 EXPORT CMPIInstanceMI* Good_Create_InstanceMI(const CMPIBroker* given, const CMPIContext* context) {
@@ -344,6 +402,14 @@ EXPORT CMPIAssociationMI* Good_Create_AssociationMI(const CMPIBroker* given, con
     (void)context;
     broker = given;
     printf("factory of associations\n");
+    return &mi;
+}
+
+EXPORT CMPIMethodMI* Good_Create_MethodMI(const CMPIBroker* given, const CMPIContext* context) {
+    static CMPIMethodMI mi = {NULL, &method_table};
+    (void)context;
+    broker = given;
+    printf("factory of methods\n");
     return &mi;
 }
 
