@@ -17,6 +17,7 @@ template <class Mi>
 using Factory = Mi* (*)(const CMPIBroker*, const CMPIContext*, CMPIStatus*);
 
 using LoadScenario = int (*)(const char* file, char* message, std::size_t size);
+constexpr const char* scenario_function = "switchsim_load_scenario";
 
 std::string one_line(std::string text) {
     std::replace(text.begin(), text.end(), '\n', ' ');
@@ -93,8 +94,12 @@ void* Library::symbol(const std::string& name) const {
     return dlsym(handle_, name.c_str());
 }
 
+bool Library::takes_scenario() const {
+    return symbol(scenario_function) != nullptr;
+}
+
 void Library::load_scenario(const std::string& file) {
-    void* function = symbol("switchsim_load_scenario");
+    void* function = symbol(scenario_function);
     if (function == nullptr)
         throw LoadError("provider library " + file_ +
                         ": takes no scenario (it does not come with switchsim_load_scenario())");
