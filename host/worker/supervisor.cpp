@@ -224,7 +224,8 @@ std::string Supervisor::State::fail_requests(const std::shared_ptr<Worker>& work
             continue;
         const std::string name = request.exchange.name();
         request.exchange.fail("the provider " + how + " while answering " + name);
-        names += (names.empty() ? " while answering " : ", ") + name;
+        names += names.empty() ? " while answering " : ", ";
+        names += name;
     }
     std::erase_if(requests_, [&worker](const auto& entry) { return entry.second.worker == worker; });
     return names;
