@@ -19,6 +19,7 @@ struct Answer {
     std::vector<Property> arguments;    ///< output parameters of a method
     unsigned null_results = 0;          ///< null instances or paths handed to the result
     unsigned invalid_results = 0;       ///< pointers handed to the result that are no object of this call
+    unsigned late_results = 0;          ///< instances, paths and values returned after returnDone
     bool done = false;                  ///< the provider called returnDone
 };
 

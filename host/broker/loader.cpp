@@ -11,6 +11,7 @@ namespace cmpihost {
 namespace {
 
 constexpr CMPIVersion newest_version = 200;
+constexpr const char* scenario_function = "switchsim_load_scenario";
 
 /// As servers call factories: those of version 100 take the first two arguments and do not see the third.
 template <class Mi>
@@ -93,8 +94,12 @@ void* Library::symbol(const std::string& name) const {
     return dlsym(handle_, name.c_str());
 }
 
+bool Library::takes_scenario() const {
+    return symbol(scenario_function) != nullptr;
+}
+
 void Library::load_scenario(const std::string& file) {
-    void* function = symbol("switchsim_load_scenario");
+    void* function = symbol(scenario_function);
     if (function == nullptr)
         throw LoadError("provider library " + file_ +
                         ": takes no scenario (it does not come with switchsim_load_scenario())");

@@ -24,6 +24,9 @@ class Library {
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
+    /// Whether a simulated platform is under the provider.
+    bool takes_scenario() const;
+
     /// Hands a scenario to the simulated platform under the provider, through its C function switchsim_load_scenario().
     /// Call it before create(): a provider's factories already ask the platform.
     /// @throws LoadError: the library brings no such function, or the function's own message

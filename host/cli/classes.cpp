@@ -81,7 +81,7 @@ std::string shown(const Classes& classes, const Options& options, std::FILE* out
     if (options.format == Format::mof)
         return mof_of(classes);
     const bool table = options.format_given || is_terminal(out);
-    return table ? text_of(classes, wants_colour(out)) : names_of(classes);
+    return table ? text_of(classes, wants_colour(options.colour, out)) : names_of(classes);
 }
 
 } // namespace

@@ -49,15 +49,23 @@ int show_graph(const Options& options, const Streams& streams) {
         schema = load_schema(options);
         check_start(*schema, options.start);
         check.emplace(options);
-        const Session session(options, streams);
+        Session session(options, streams);
         const auto ask = [&](const Request& request) {
-            Answer answer = session.ask(request);
-            check->add(request, answer);
+            std::vector<Object> objects;
+            Answer answer = session.ask(request, [&](Object object, bool is_instance) {
+                check->add(request, object, is_instance);
+                objects.push_back(std::move(object));
+            });
+            answer.objects = std::move(objects);
             return answer;
         };
         walk.emplace(*schema, ask, options.name_space, options.limit);
         options.start ? walk->start_at(*options.start) : walk->start_everywhere();
         walk->run();
+        session.close();
+    } catch (const ProviderFailed& failure) {
+        std::fprintf(streams.err, "cmpihost: %s\n", failure.what());
+        return exit_provider;
     } catch (const std::runtime_error& error) {
         return refuse(streams, error.what());
     }
