@@ -34,7 +34,8 @@ bool fits(std::string_view type, const Value& value) {
     return type.ends_with("[]") || of_objects == std::holds_alternative<Value::Reference>(value.data);
 }
 
-void append_property(std::string& out, const Property& property, std::string_view type, const ReplyPlace& place) {
+void append_property_of_type(std::string& out, const Property& property, std::string_view type,
+                             const ReplyPlace& place) {
     const std::string_view tag = tag_of(type);
     const std::string_view element = element_type(type);
     out.append("<").append(tag);
@@ -51,16 +52,20 @@ void append_property(std::string& out, const Property& property, std::string_vie
 
 } // namespace
 
+void append_property(std::string& out, const Property& property, const mof::ClassDeclaration* declaration,
+                     const ReplyPlace& place) {
+    const std::string_view type = known_type(property, declaration);
+    if (type != "reference[]")
+        append_property_of_type(out, property, type, place);
+}
+
 void append_instance(std::string& out, const Object& object, const ReplyPlace& place) {
     const mof::ClassDeclaration* declaration = place.schema.find(object.class_name);
     out += "<INSTANCE";
     append_attribute(out, "CLASSNAME", object.class_name);
     out += '>';
-    for (const Property& property : object.properties) {
-        const std::string_view type = known_type(property, declaration);
-        if (type != "reference[]") // properties cannot be such
-            append_property(out, property, type, place);
-    }
+    for (const Property& property : object.properties)
+        append_property(out, property, declaration, place);
     out += "</INSTANCE>";
 }
 

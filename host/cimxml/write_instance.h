@@ -5,6 +5,11 @@
 
 namespace cmpihost::cimxml {
 
+/// A property's element. `declaration` is of the class it stands in, null if that is not known. A property of type
+/// reference[] gives none: properties cannot be such.
+void append_property(std::string& out, const Property& property, const mof::ClassDeclaration* declaration,
+                     const ReplyPlace& place);
+
 /// An INSTANCE with its properties in their order. A property of no type has the one that the class declares. A NULL
 /// property has both tags and no content.
 void append_instance(std::string& out, const Object& object, const ReplyPlace& place);

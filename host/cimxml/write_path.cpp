@@ -7,22 +7,6 @@ namespace cmpihost::cimxml {
 
 namespace {
 
-void append_namespace_path(std::string& out, std::string_view host, std::string_view name_space) {
-    out += "<NAMESPACEPATH><HOST>";
-    append_escaped(out, host);
-    out += "</HOST><LOCALNAMESPACEPATH>";
-    for (;;) {
-        const std::size_t slash = name_space.find('/');
-        out += "<NAMESPACE";
-        append_attribute(out, "NAME", name_space.substr(0, slash));
-        out += "></NAMESPACE>";
-        if (slash == std::string_view::npos)
-            break;
-        name_space.remove_prefix(slash + 1);
-    }
-    out += "</LOCALNAMESPACEPATH></NAMESPACEPATH>";
-}
-
 std::string_view value_type(const Property& key) {
     if (std::holds_alternative<bool>(key.value.data))
         return "boolean";
@@ -48,36 +32,62 @@ void append_key_value(std::string& out, const Property& key) {
     out += "</KEYVALUE>";
 }
 
-void append_key(std::string& out, std::string_view name, const Property* key, const ReplyPlace& place) {
-    if (key == nullptr || !can_be_key(*key))
+/// False: there is none of the keys that the class declares, or it is not known.
+bool append_declared_keys(std::string& out, const Object& object, const ReplyPlace& place) {
+    const mof::ClassDeclaration* declaration = place.schema.find(object.class_name);
+    if (declaration == nullptr)
+        return false;
+    const std::size_t before = out.size();
+    for (const mof::PropertyDeclaration& declared : declaration->properties) {
+        if (!declared.key)
+            continue;
+        const Property* key = object.key(declared.name);
+        if (key == nullptr)
+            key = object.property(declared.name);
+        if (key != nullptr)
+            append_key(out, declared.name, *key, place);
+    }
+    return out.size() > before;
+}
+
+} // namespace
+
+void append_namespace_path(std::string& out, std::string_view host, std::string_view name_space) {
+    out += "<NAMESPACEPATH><HOST>";
+    append_escaped(out, host);
+    out += "</HOST><LOCALNAMESPACEPATH>";
+    for (;;) {
+        const std::size_t slash = name_space.find('/');
+        out += "<NAMESPACE";
+        append_attribute(out, "NAME", name_space.substr(0, slash));
+        out += "></NAMESPACE>";
+        if (slash == std::string_view::npos)
+            break;
+        name_space.remove_prefix(slash + 1);
+    }
+    out += "</LOCALNAMESPACEPATH></NAMESPACEPATH>";
+}
+
+void append_key(std::string& out, std::string_view name, const Property& key, const ReplyPlace& place) {
+    if (!can_be_key(key))
         return;
     out += "<KEYBINDING";
     append_attribute(out, "NAME", name);
     out += '>';
-    if (const auto* target = std::get_if<Value::Reference>(&key->value.data))
+    if (const auto* target = std::get_if<Value::Reference>(&key.value.data))
         append_value_reference(out, **target, place);
     else
-        append_key_value(out, *key);
+        append_key_value(out, key);
     out += "</KEYBINDING>";
 }
-
-} // namespace
 
 void append_instance_name(std::string& out, const Object& object, const ReplyPlace& place) {
     out += "<INSTANCENAME";
     append_attribute(out, "CLASSNAME", object.class_name);
     out += '>';
-    if (const mof::ClassDeclaration* declaration = place.schema.find(object.class_name)) {
-        for (const mof::PropertyDeclaration& declared : declaration->properties) {
-            if (!declared.key)
-                continue;
-            const Property* key = object.key(declared.name);
-            append_key(out, declared.name, key != nullptr ? key : object.property(declared.name), place);
-        }
-    } else {
+    if (!append_declared_keys(out, object, place))
         for (const Property& key : object.keys)
-            append_key(out, key.name, &key, place);
-    }
+            append_key(out, key.name, key, place);
     out += "</INSTANCENAME>";
 }
 

@@ -2,10 +2,10 @@
 
 #include "host/cli/schema_files.h"
 #include "host/cli/table.h"
+#include "host/mof/provider_classes.h"
 
 #include <nlohmann/json.hpp>
 
-#include <filesystem>
 #include <stdexcept>
 
 namespace cmpihost {
@@ -19,7 +19,7 @@ using Classes = std::vector<mof::ClassDeclaration>;
 Classes listed_classes(const mof::Schema& schema) {
     Classes classes;
     for (const mof::ClassDeclaration& declaration : schema.classes()) {
-        if (declaration.abstract || std::filesystem::path(declaration.place.file).filename() == "dmtf.mof")
+        if (!mof::is_provider_class(declaration))
             continue;
         classes.push_back(declaration);
         std::erase_if(classes.back().properties,

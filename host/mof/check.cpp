@@ -61,10 +61,16 @@ void Check::reference(const Subject& subject, const PropertyDeclaration& declare
     object(target, Kind::path, &trail);
 }
 
+/// A string that is declared to hold an object may be one.
+bool is_embedded(const PropertyDeclaration& declared, const std::string& type) {
+    return declared.embedded != Embedded::no && type == (declared.type == "string" ? "instance" : "instance[]");
+}
+
 void Check::type(const Subject& subject, const PropertyDeclaration& declared, const Property& value) {
-    if (value.type != declared.type)
+    if (value.type != declared.type && !is_embedded(declared, value.type))
         return report(subject, declared.name, "type " + value.type + ", expected " + declared.type);
-    if (const auto* target = std::get_if<Value::Reference>(&value.value.data); target && *target)
+    const auto* target = std::get_if<Value::Reference>(&value.value.data);
+    if (target && *target && declared.type == "reference")
         reference(subject, declared, **target);
 }
 

@@ -27,7 +27,8 @@ enum class Kind {
 ///     CLASS.NAME: required value is NULL
 ///     CLASS.NAME: refers to CLASS, expected CLASS
 ///
-/// The path behind a reference is checked likewise; its lines begin with "CLASS.NAME > ".
+/// The path behind a reference is checked likewise; its lines begin with "CLASS.NAME > ". Embedded objects are not
+/// looked into.
 std::vector<std::string> check(const Schema& schema, const Object& object, Kind kind);
 
 } // namespace cmpihost::mof

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "host/mof/builder.h"
-#include "host/mof/lexer.h"
 
 namespace cmpihost::mof {
 

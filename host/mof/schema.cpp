@@ -4,6 +4,8 @@
 #include "host/mof/reader.h"
 #include "host/mof/refusal.h"
 
+#include <algorithm>
+
 namespace cmpihost::mof {
 
 std::string Place::text() const {
@@ -17,6 +19,13 @@ std::string Error::text() const {
 const PropertyDeclaration* ClassDeclaration::property(std::string_view property_name) const {
     const auto found = property_index.find(property_name);
     return found == property_index.end() ? nullptr : &properties[found->second];
+}
+
+const MethodDeclaration* ClassDeclaration::method(std::string_view method_name) const {
+    const auto found = std::find_if(methods.begin(), methods.end(), [method_name](const MethodDeclaration& method) {
+        return same_name(method.name, method_name);
+    });
+    return found == methods.end() ? nullptr : &*found;
 }
 
 const Value* InstanceDeclaration::value(std::string_view property_name) const {
@@ -50,6 +59,11 @@ std::variant<Schema, Error> Schema::read_text(const std::string& name, std::stri
 const ClassDeclaration* Schema::find(std::string_view name) const {
     const auto found = index_.find(name);
     return found == index_.end() ? nullptr : &classes_[found->second];
+}
+
+const QualifierDeclaration* Schema::qualifier(std::string_view name) const {
+    const auto found = qualifier_index_.find(name);
+    return found == qualifier_index_.end() ? nullptr : &qualifiers_[found->second];
 }
 
 bool Schema::is_a(std::string_view name, std::string_view ancestor) const {

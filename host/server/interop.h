@@ -10,19 +10,29 @@ namespace cmpihost::server {
 /// served. They are asked as a provider is.
 class Interop {
   public:
-    /// @param schema the interop namespace's classes and instances
-    /// @param namespaces all that are served, the interop namespaces among them
-    /// @param system_name the host's name, for keys and properties of that name that the MOF leaves open
+    /// @param schema the interop namespace's classes and instances; must outlive this
+    /// @param namespaces all that are served, the interop namespaces among them; one that is there twice counts once
+    /// @param system_name the host's name, for keys and properties SystemName that the MOF leaves open
     /// @throws std::runtime_error whose what() is one line: an instance of no class, a key without a value
     Interop(const mof::Schema& schema, const std::vector<std::string>& namespaces, const std::string& system_name);
 
-    /// Answers enumerations, gets and association requests for one class (not its subclasses) or, without a class
-    /// filter, for all; anything else is not supported. Paths carry the request's namespace.
+    /// Answers enumerations and gets of one class (not its subclasses), and association requests, whose class filters
+    /// take subclasses too; anything else is not supported. Paths carry the request's namespace.
     Answer answer(const Request& request) const;
 
   private:
+    Answer enumerate(const Request& request) const;
+    Answer get(const Request& request) const;
+    Answer associators(const Request& request) const;
+    Answer references(const Request& request) const;
+
+    const Object* find(const Object& path) const;
+    bool is_a(std::string_view class_name, const std::optional<std::string>& filter) const;
+    template <class Take>
+    void each_tie(const Request& request, Take take) const;
+
     const mof::Schema& schema_;
-    std::vector<Object> instances_;
+    std::vector<Object> instances_; ///< keys and properties; no namespaces yet
 };
 
 } // namespace cmpihost::server

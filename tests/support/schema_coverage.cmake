@@ -12,7 +12,7 @@ endforeach()
 
 set(missing)
 file(GLOB files ${SCHEMA}/*.mof)
-list(FILTER files EXCLUDE REGEX "/dmtf.mof$") # the standard's own classes
+list(FILTER files EXCLUDE REGEX "/(dmtf|interop).mof$") # the standard's own classes
 foreach(file IN LISTS files)
   file(STRINGS ${file} classes REGEX "^class ")
   foreach(line IN LISTS classes)

@@ -273,11 +273,12 @@ TEST(CimXmlReplies, ClassesHaveQualifiersDefaultsAndReferences) {
     out.clear();
     const std::vector<std::string> wanted{"NAME", "small"};
     append_class(out, *test_schema().find("T_Thing"), {.property_list = &wanted}, test_place());
-    EXPECT_EQ(out,
-              R"(<CLASS NAME="T_Thing"><PROPERTY NAME="Name" TYPE="string"><QUALIFIER NAME="Key" TYPE="boolean">)"
-              R"(<VALUE>TRUE</VALUE></QUALIFIER><QUALIFIER NAME="MaxLen" TYPE="uint32"><VALUE>64</VALUE></QUALIFIER>)"
-              R"(<QUALIFIER NAME="Description" TYPE="string"><VALUE>what it is called</VALUE></QUALIFIER></PROPERTY>)"
-              R"(<PROPERTY NAME="Small" TYPE="uint8"><VALUE>7</VALUE></PROPERTY></CLASS>)");
+    EXPECT_EQ(
+        out,
+        R"(<CLASS NAME="T_Thing"><PROPERTY NAME="Name" TYPE="string"><QUALIFIER NAME="Key" TYPE="boolean" )"
+        R"(OVERRIDABLE="false"><VALUE>TRUE</VALUE></QUALIFIER><QUALIFIER NAME="MaxLen" TYPE="uint32"><VALUE>64</VALUE></QUALIFIER>)"
+        R"(<QUALIFIER NAME="Description" TYPE="string"><VALUE>what it is called</VALUE></QUALIFIER></PROPERTY>)"
+        R"(<PROPERTY NAME="Small" TYPE="uint8"><VALUE>7</VALUE></PROPERTY></CLASS>)");
 }
 
 TEST(CimXmlReplies, InheritedPropertiesArePropagatedOrLeftOut) {

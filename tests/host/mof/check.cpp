@@ -1,6 +1,7 @@
 // Objects held against their classes: what is accepted, each finding, and the findings that are known and wanted.
 #include "host/mof/check.h"
 #include "host/mof/deviations.h"
+#include "tests/host/mof/mof_text.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +14,6 @@
 namespace cmpihost::mof {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 constexpr const char* classes = R"(
 [Abstract] class Top { [Key] string Id; string Note; };
 class Thing : Top { uint16 Count; uint8 Bytes[]; };
@@ -25,6 +24,7 @@ class Named { [Key] string Id; [Required] string Name; };
 class Renamed : Named { [Override ( "Name" )] string Name; };
 class Inherited : Named { };
 class Sure { [Key, Required] string Id; };
+class Holder { [EmbeddedInstance("Thing")] string One; [EmbeddedObject] string Many[]; string Text; };
 )";
 
 const Schema& schema() {
@@ -89,6 +89,17 @@ TEST(MofCheck, AcceptsAnInstanceWhosePathHasSomeKeys) {
     EXPECT_EQ(of_instance(object), Lines{});
     object.keys = {text("Id", "1")};
     EXPECT_EQ(of_instance(object), Lines{});
+}
+
+TEST(MofCheck, AcceptsObjectsInStringsThatMayHoldThem) {
+    const auto embedded = std::make_shared<const Object>(thing);
+    EXPECT_EQ(of_instance(instance(
+                  "Holder", {{"One", "instance", {embedded}}, {"Many", "instance[]", {Value::Array{{embedded}}}}})),
+              Lines{});
+    EXPECT_EQ(of_instance(
+                  instance("Holder", {{"One", "instance[]", {}}, {"Many", "instance", {}}, {"Text", "instance", {}}})),
+              (Lines{"Holder.One: type instance[], expected string", "Holder.Many: type instance, expected string[]",
+                     "Holder.Text: type instance, expected string"}));
 }
 
 TEST(MofCheck, APartialInstanceNeedsNoKeys) {

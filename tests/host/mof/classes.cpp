@@ -198,11 +198,10 @@ TEST_P(MofClasses, DeclaresNothingElse) {
 }
 
 TEST_P(MofClasses, DescribesItselfAndWhatItDeclares) {
-    const auto described = [](const std::vector<NamedValue>& qualifiers) {
-        return std::any_of(qualifiers.begin(), qualifiers.end(), [](const NamedValue& qualifier) {
-            const auto* text = std::get_if<std::string>(&qualifier.value.data);
-            return qualifier.name == "Description" && text && !text->empty();
-        });
+    const auto described = [](const std::vector<Qualifier>& qualifiers) {
+        const Qualifier* description = find_qualifier(qualifiers, "Description");
+        const auto* text = description ? std::get_if<std::string>(&description->value.data) : nullptr;
+        return text && !text->empty() && !description->propagated;
     };
     EXPECT_TRUE(described(declaration->qualifiers));
     for (const PropertyDeclaration& property : declaration->properties)
@@ -253,9 +252,12 @@ TEST(MofSchema, NoClassOfOursDerivesFromAnotherOfOurs) {
 TEST(MofSchema, EveryFileOfTheFolderIsIncluded) {
     Names files;
     for (const auto& entry : std::filesystem::directory_iterator(schema_folder))
-        if (entry.path().extension() == ".mof" && entry.path().filename() != "fcip.mof")
+        if (entry.path().extension() == ".mof" && entry.path().filename() != "fcip.mof" &&
+            entry.path().filename() != "interop.mof") // a schema by itself
             files.insert(entry.path().filename().string());
     Names used;
+    for (const QualifierDeclaration& declaration : provider_schema().qualifiers())
+        used.insert(std::filesystem::path(declaration.place.file).filename().string());
     for (const ClassDeclaration& declaration : provider_schema().classes())
         used.insert(std::filesystem::path(declaration.place.file).filename().string());
     EXPECT_EQ(used, files);
@@ -266,6 +268,19 @@ TEST(MofSchema, TheStandardsClassesAreInTheirOwnFile) {
         const bool in_excerpt = std::filesystem::path(declaration.place.file).filename() == "dmtf.mof";
         EXPECT_EQ(in_excerpt, declaration.name.starts_with("CIM_")) << declaration.name;
     }
+}
+
+TEST(MofSchema, QualifiersAndInteropClassesAreNotDeployed) {
+    for (const QualifierDeclaration& declaration : provider_schema().qualifiers())
+        EXPECT_EQ(std::filesystem::path(declaration.place.file).filename(), "qualifiers.mof") << declaration.name;
+    std::ifstream file(schema_folder + "fcip.mof");
+    unsigned included = 0;
+    for (std::string line; std::getline(file, line);) {
+        included += line.starts_with("#pragma include") ? 1U : 0U;
+        for (const char* other : {"dmtf.mof", "qualifiers.mof", "interop.mof"})
+            EXPECT_EQ(line.find(other), std::string::npos) << line;
+    }
+    EXPECT_GT(included, 10U);
 }
 
 // ---------------------------------------------------------------------------------------------- units
@@ -282,10 +297,8 @@ Names properties_where(Predicate holds) {
 }
 
 const Value* qualifier_of(const PropertyDeclaration& property, std::string_view name) {
-    for (const NamedValue& qualifier : property.qualifiers)
-        if (qualifier.name == name)
-            return &qualifier.value;
-    return nullptr;
+    const Qualifier* qualifier = find_qualifier(property.qualifiers, name);
+    return qualifier == nullptr ? nullptr : &qualifier->value;
 }
 
 bool has_unit(const PropertyDeclaration& property, const std::string& unit) {

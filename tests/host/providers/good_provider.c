@@ -5,6 +5,8 @@
  *   Test_Pair     two paths and instances with references
  *   Test_Echo     one instance that tells what arrived: path, property list, filters, query, context
  *   Test_Results  one good, two null and one invalid result
+ *   Test_Broken   one instance or path, then ERR_FAILED with a message
+ *   Test_Swapped  a path where instances are asked for
  *   Test_Note     nothing, rc OK with a message
  *   Test_Codes    an rc that the standard does not know
  *   any other     ERR_INVALID_CLASS with a message
@@ -184,7 +186,10 @@ static CMPIStatus enumerate_instance_names(CMPIInstanceMI* mi, const CMPIContext
     else if (is_class(path, "Test_Pair"))
         for (number = 1; number <= 2; ++number)
             CMReturnObjectPath(result, pair_path(path, number));
-    else
+    else if (is_class(path, "Test_Broken")) {
+        CMReturnObjectPath(result, thing_path(path, 1));
+        return with_message(CMPI_RC_ERR_FAILED, "broke off");
+    } else
         return unknown_class(path);
     CMReturnDone(result);
     return ok();
@@ -204,7 +209,12 @@ static CMPIStatus enumerate_instances(CMPIInstanceMI* mi, const CMPIContext* con
         CMReturnInstance(result, echo("enumerateInstances", context, path, properties));
     else if (is_class(path, "Test_Results"))
         return odd_results(result, path);
-    else if (is_class(path, "Test_Note"))
+    else if (is_class(path, "Test_Swapped"))
+        CMReturnObjectPath(result, thing_path(path, 1));
+    else if (is_class(path, "Test_Broken")) {
+        CMReturnInstance(result, thing(path, 1, properties));
+        return with_message(CMPI_RC_ERR_FAILED, "broke off");
+    } else if (is_class(path, "Test_Note"))
         return with_message(CMPI_RC_OK, "nothing to see");
     else if (is_class(path, "Test_Codes"))
         return with_message((CMPIrc)4711, "");

@@ -1,0 +1,235 @@
+#include "host/server/catalogue.h"
+
+#include "host/broker/held.h"
+#include "host/broker/loader.h"
+#include "host/mof/provider_classes.h"
+#include "host/server/interop.h"
+#include "host/server/registration.h"
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+#include <unistd.h>
+
+namespace cmpihost::server {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array interop_names{"interop", "root/interop"};
+
+mof::Schema read_schema(const std::vector<std::string>& files) {
+    auto read = mof::Schema::read(files);
+    if (const auto* error = std::get_if<mof::Error>(&read))
+        throw std::runtime_error(error->text());
+    return std::get<mof::Schema>(std::move(read));
+}
+
+/// The interop namespace's classes build on the same excerpt as the providers'.
+std::vector<std::string> interop_files(const Settings& settings) {
+    std::vector<std::string> files;
+    const fs::path first = settings.schema.empty() ? fs::path() : fs::path(settings.schema.front());
+    if (const fs::path dmtf = first.parent_path() / "dmtf.mof"; fs::exists(dmtf))
+        files.push_back(dmtf.string());
+    files.push_back(settings.interop_schema);
+    return files;
+}
+
+std::string text_of(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream)
+        throw std::runtime_error(file + ": cannot be read");
+    return text;
+}
+
+std::string own_system_name() {
+    std::array<char, 256> name{};
+    return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
+}
+
+bool names_type(const RegisteredClass& registered, std::string_view type) {
+    return std::any_of(registered.types.begin(), registered.types.end(),
+                       [type](const std::string& each) { return same_name(each, type); });
+}
+
+std::string library_of(const Settings& settings, const RegisteredClass& registered) {
+    const std::string file = "lib" + registered.location + ".so";
+    return settings.provider_folder.empty() ? file : settings.provider_folder + '/' + file;
+}
+
+/// Hands what the interop namespace answers to a sink.
+Answer ask_interop(const Interop& interop, const Request& request, const Sink& sink) {
+    constexpr std::array instances{Request::Operation::enumerate_instances, Request::Operation::get_instance,
+                                   Request::Operation::associators, Request::Operation::references};
+    const bool is_instance = std::find(instances.begin(), instances.end(), request.operation) != instances.end();
+    Answer answer = interop.answer(request);
+    Store store;
+    for (const Object& object : answer.objects)
+        sink(hold(store, object), is_instance);
+    answer.objects.clear();
+    return answer;
+}
+
+/// The providers, each loaded once.
+class Providers {
+  public:
+    explicit Providers(const Settings& settings) : scenario_(settings.scenario) {}
+
+    /// The provider whose factories have this prefix.
+    const Ask& find_or_load(const std::string& file, const std::string& prefix) {
+        const auto found = std::find_if(loaded_.begin(), loaded_.end(),
+                                        [&](const Loaded& each) { return each.file == file && each.prefix == prefix; });
+        if (found != loaded_.end())
+            return found->ask;
+        auto library = std::make_unique<Library>(file);
+        hand_scenario_to(*library, file);
+        library->create(prefix);
+        const Provider& provider = library->provider();
+        Ask ask = [&provider](const Request& request, const Sink& sink) { return run(provider, request, sink); };
+        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(ask)}).ask;
+    }
+
+  private:
+    struct Loaded {
+        std::string file;
+        std::string prefix;
+        std::unique_ptr<Library> library;
+        Ask ask;
+    };
+
+    /// Several factories of a library share the platform under it.
+    void hand_scenario_to(Library& library, const std::string& file) {
+        const bool known =
+            std::any_of(loaded_.begin(), loaded_.end(), [&file](const Loaded& each) { return each.file == file; });
+        if (!scenario_.empty() && !known)
+            library.load_scenario(scenario_);
+    }
+
+    std::string scenario_;
+    std::deque<Loaded> loaded_; // addresses of elements stay valid
+};
+
+/// A class that somebody serves as far as it goes.
+ServedClass served_wholly(const mof::Schema& schema, const mof::ClassDeclaration& declaration, const Ask& ask,
+                          bool methods) {
+    ServedClass served(schema, declaration, ask);
+    served.instances = true;
+    served.associations = declaration.association;
+    served.methods = methods;
+    return served;
+}
+
+} // namespace
+
+ServedClass::ServedClass(const mof::Schema& schema, const mof::ClassDeclaration& served, const Ask& whom)
+    : declaration(&served), ask(&whom) {
+    for (const auto* each = schema.find(served.superclass); each != nullptr; each = schema.find(each->superclass))
+        ancestors.push_back(each);
+}
+
+bool ServedClass::is_a(const mof::ClassDeclaration& ancestor) const {
+    return declaration == &ancestor || std::find(ancestors.begin(), ancestors.end(), &ancestor) != ancestors.end();
+}
+
+struct Catalogue::Content {
+    explicit Content(const Settings& settings) : schema(read_schema(settings.schema)), providers(settings) {}
+
+    void add_registered(const Settings& settings);
+    void add_files(const Settings& settings);
+    void add_interop(const Settings& settings);
+    Namespace& find_or_add(const std::string& name, const mof::Schema& its_schema);
+
+    mof::Schema schema;
+    Providers providers;
+    NameMap<bool> registered;         ///< classes that a registration names
+    std::deque<Namespace> namespaces; // addresses of elements stay valid
+    std::optional<mof::Schema> interop_schema;
+    std::optional<Interop> interop;
+    Ask interop_ask;
+};
+
+Namespace& Catalogue::Content::find_or_add(const std::string& name, const mof::Schema& its_schema) {
+    const auto found = std::find_if(namespaces.begin(), namespaces.end(),
+                                    [&name](const Namespace& each) { return same_name(each.name, name); });
+    return found != namespaces.end() ? *found : namespaces.emplace_back(Namespace{name, its_schema, {}});
+}
+
+void Catalogue::Content::add_registered(const Settings& settings) {
+    for (const std::string& file : settings.registrations)
+        for (const RegisteredClass& each : read_registration(file, text_of(file))) {
+            const mof::ClassDeclaration* declaration = schema.find(each.class_name);
+            if (declaration == nullptr)
+                throw std::runtime_error(file + ": class " + each.class_name + " is in no schema file");
+            const Ask& ask = providers.find_or_load(library_of(settings, each), each.provider);
+            registered.emplace(each.class_name, true);
+            ServedClass served(schema, *declaration, ask);
+            served.instances = names_type(each, "instance");
+            served.associations = names_type(each, "association");
+            served.methods = names_type(each, "method");
+            for (const std::string& name_space : each.namespaces)
+                find_or_add(name_space, schema).classes.push_back(served);
+        }
+}
+
+void Catalogue::Content::add_files(const Settings& settings) {
+    if (settings.providers.empty() && !namespaces.empty())
+        return;
+    Namespace& space = find_or_add(settings.name_space, schema);
+    for (const ProviderFile& provider : settings.providers) {
+        const Ask& ask = providers.find_or_load(provider.library, provider.name);
+        for (const mof::ClassDeclaration& declaration : schema.classes())
+            if (mof::is_provider_class(declaration) && !registered.contains(declaration.name))
+                space.classes.push_back(served_wholly(schema, declaration, ask, true));
+    }
+}
+
+void Catalogue::Content::add_interop(const Settings& settings) {
+    if (settings.interop_schema.empty())
+        return;
+    interop_schema.emplace(read_schema(interop_files(settings)));
+    for (const char* name : interop_names) {
+        if (std::any_of(namespaces.begin(), namespaces.end(),
+                        [name](const Namespace& each) { return same_name(each.name, name); }))
+            throw std::runtime_error(std::string("namespace ") + name +
+                                     " is the server's own, expected another for the classes of providers");
+        find_or_add(name, *interop_schema);
+    }
+    std::vector<std::string> names;
+    for (const Namespace& space : namespaces)
+        names.push_back(space.name);
+    interop.emplace(*interop_schema, names, own_system_name());
+    interop_ask = [this](const Request& request, const Sink& sink) { return ask_interop(*interop, request, sink); };
+    for (const char* name : interop_names)
+        for (const mof::ClassDeclaration& declaration : interop_schema->classes())
+            if (!declaration.abstract)
+                find_or_add(name, *interop_schema)
+                    .classes.push_back(served_wholly(*interop_schema, declaration, interop_ask, false));
+}
+
+Catalogue::Catalogue(const Settings& settings) : content_(std::make_unique<Content>(settings)) {
+    content_->add_registered(settings);
+    content_->add_files(settings);
+    content_->add_interop(settings);
+}
+
+Catalogue::~Catalogue() = default;
+
+const Namespace* Catalogue::find(std::string_view name) const {
+    const auto found = std::find_if(content_->namespaces.begin(), content_->namespaces.end(),
+                                    [name](const Namespace& each) { return same_name(each.name, name); });
+    return found == content_->namespaces.end() ? nullptr : &*found;
+}
+
+const mof::Schema& Catalogue::schema_of(std::string_view name_space) const {
+    const Namespace* space = find(name_space);
+    return space == nullptr ? content_->schema : space->schema;
+}
+
+} // namespace cmpihost::server

@@ -1,0 +1,57 @@
+// Who answers for which class in which namespace.
+#pragma once
+
+#include "host/broker/broker.h"
+#include "host/mof/schema.h"
+#include "host/server/settings.h"
+
+#include <functional>
+
+namespace cmpihost::server {
+
+/// Runs an operation with a provider, or with what is asked as one. Several threads may call it.
+using Ask = std::function<Answer(const Request& request, const Sink& sink)>;
+
+/// A class that somebody serves.
+struct ServedClass {
+    ServedClass(const mof::Schema& schema, const mof::ClassDeclaration& served, const Ask& whom);
+
+    /// Whether it is `ancestor` or derives from it.
+    bool is_a(const mof::ClassDeclaration& ancestor) const;
+
+    const mof::ClassDeclaration* declaration;
+    std::vector<const mof::ClassDeclaration*> ancestors; ///< all superclasses
+    const Ask* ask;
+    bool instances = false;    ///< enumerated, got, written
+    bool associations = false; ///< walked along
+    bool methods = false;      ///< called
+};
+
+/// A namespace with its classes. A class that several serve is there several times.
+struct Namespace {
+    std::string name;
+    const mof::Schema& schema;
+    std::vector<ServedClass> classes;
+};
+
+/// What is loaded: schemas, providers and the interop namespaces. Does not change once it is made.
+class Catalogue {
+  public:
+    /// @throws std::runtime_error whose what() is one line
+    explicit Catalogue(const Settings& settings);
+    ~Catalogue();
+    Catalogue(const Catalogue&) = delete;
+    Catalogue& operator=(const Catalogue&) = delete;
+
+    /// The namespace of this name, in any case; null if there is none.
+    const Namespace* find(std::string_view name) const;
+
+    /// The schema that the keys of a request in this namespace are read by.
+    const mof::Schema& schema_of(std::string_view name_space) const;
+
+  private:
+    struct Content;
+    std::unique_ptr<Content> content_;
+};
+
+} // namespace cmpihost::server
