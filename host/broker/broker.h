@@ -53,6 +53,9 @@ struct Request {
     std::vector<Property> arguments; ///< input parameters of the method
 };
 
+/// Whether an operation answers with paths instead of instances.
+bool gives_paths(Request::Operation operation);
+
 struct HeldObject;
 
 /// Takes an instance or path at the moment when the provider returns it. What it is given ends with the call at the
@@ -107,6 +110,7 @@ struct Provider {
     CMPIInstanceMI* instance_mi = nullptr;
     CMPIAssociationMI* association_mi = nullptr;
     CMPIMethodMI* method_mi = nullptr;
+    CMPIPropertyMI* property_mi = nullptr; ///< kept; no operation of this broker goes there
 };
 
 /// Runs one operation on the calling thread, in a scope of its own.

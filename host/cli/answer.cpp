@@ -2,6 +2,7 @@
 
 #include "host/cli/answer_check.h"
 #include "host/cli/output.h"
+#include "host/cli/progress.h"
 #include "host/cli/schema_files.h"
 #include "host/cli/schema_keys.h"
 #include "host/cli/session.h"
@@ -70,7 +71,7 @@ class Inquiry {
     Inquiry(const Options& options, const Streams& streams)
         : options_(options), streams_(streams),
           schema_(options.every_association ? load_schema(options) : schema_if_there(options)), check_(options),
-          out_(streams) {}
+          out_(streams), progress_(is_terminal(streams.out) ? nullptr : streams.err) {}
 
     int run() {
         Session session(options_, streams_);
@@ -91,6 +92,7 @@ class Inquiry {
     std::optional<mof::Schema> schema_;
     AnswerCheck check_;
     Printer out_;
+    Progress progress_;
     Times times_;
 };
 
@@ -118,6 +120,7 @@ Result Inquiry::ask(Session& session, const Request& request, const std::string&
     show(text->begin());
     const auto take = [&](Object object, bool is_instance) {
         ++result.objects;
+        progress_.tell(std::to_string(result.objects) + " objects");
         check_.add(request, object, is_instance);
         if (is_instance && schema_)
             add_keys(*schema_, request, object);
@@ -131,6 +134,7 @@ Result Inquiry::ask(Session& session, const Request& request, const std::string&
         result.failure = failure.what();
     }
     times_.add(Times::Clock::now() - start);
+    progress_.end();
     if (!options_.every_association || result.objects > 0 || options_.format == Format::json)
         show(text->end(result.answer, result.failure));
     return result;

@@ -1,5 +1,6 @@
 #include "host/cli/loaded_provider.h"
 
+#include "host/broker/upcalls.h"
 #include "host/cli/call_text.h"
 #include "host/cli/output.h"
 
@@ -10,6 +11,11 @@ LoadedProvider::LoadedProvider(const Options& options, const Streams& streams)
     if (options.scenario_wanted || (!options.scenario.empty() && library_.takes_scenario()))
         library_.load_scenario(options.scenario);
     library_.create(options.name);
+    serve_upcalls(&library_.provider());
+}
+
+LoadedProvider::~LoadedProvider() {
+    serve_upcalls(nullptr);
 }
 
 Answer LoadedProvider::ask(const Request& request, const Sink& sink) const {

@@ -19,6 +19,9 @@ class LoadedProvider {
   public:
     /// @throws std::runtime_error whose what() is one line
     LoadedProvider(const Options& options, const Streams& streams);
+    ~LoadedProvider();
+    LoadedProvider(const LoadedProvider&) = delete;
+    LoadedProvider& operator=(const LoadedProvider&) = delete;
 
     /// @throws ProviderFailed: the provider threw an exception
     Answer ask(const Request& request, const Sink& sink) const;

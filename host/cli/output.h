@@ -41,9 +41,6 @@ std::unique_ptr<AnswerText> path_lines();
 /// How many objects there are.
 std::unique_ptr<AnswerText> object_count();
 
-/// Whether an operation answers with paths instead of instances.
-bool gives_paths(Request::Operation operation);
-
 /// A text for a terminal or a comment: control characters as escapes.
 std::string printable(std::string_view text);
 

@@ -1,14 +1,11 @@
+#include "host/cli/json_object.h"
 #include "host/cli/output.h"
-
-#include <nlohmann/json.hpp>
 
 namespace cmpihost {
 
-namespace {
-
 using Json = nlohmann::ordered_json;
 
-Json json_of_object(const Object& object);
+namespace {
 
 struct JsonValue {
     Json operator()(std::monostate) const { return nullptr; }
@@ -40,6 +37,8 @@ Json json_of_text(const std::optional<std::string>& text) {
     return text ? Json(*text) : Json(nullptr);
 }
 
+} // namespace
+
 Json json_of_object(const Object& object) {
     return {{"class", object.class_name},
             {"namespace", object.name_space},
@@ -47,6 +46,8 @@ Json json_of_object(const Object& object) {
             {"keys", json_of_list(object.keys)},
             {"properties", json_of_list(object.properties)}};
 }
+
+namespace {
 
 /// A value of the outermost object, moved in to where it stands.
 std::string indented(const Json& json, int depth) {
@@ -72,7 +73,8 @@ class JsonAnswer : public AnswerText {
 
     std::string end(const Answer& answer, const std::string& failure) override {
         std::string text = empty_ ? "]" : "\n  ]";
-        for (const auto& [name, value] : members(answer, failure).items())
+        const Json rest = members(answer, failure);
+        for (const auto& [name, value] : rest.items())
             text += ",\n  \"" + name + "\": " + indented(value, 1);
         return text + "\n}\n";
     }

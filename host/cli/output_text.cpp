@@ -128,12 +128,6 @@ class ObjectCount : public AnswerText {
 
 } // namespace
 
-bool gives_paths(Request::Operation operation) {
-    return operation == Request::Operation::enumerate_instance_names ||
-           operation == Request::Operation::associator_names || operation == Request::Operation::reference_names ||
-           operation == Request::Operation::create_instance;
-}
-
 std::unique_ptr<AnswerText> text_answer(const Request& request, bool colour, const mof::Schema* schema) {
     if (request.operation == Request::Operation::invoke_method)
         return std::make_unique<TextOfMethod>();
