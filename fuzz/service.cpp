@@ -18,6 +18,7 @@ server::Settings settings() {
     settings.schema = {FCIP_SOURCE_DIR "/schema/dmtf.mof", FCIP_SOURCE_DIR "/schema/fcip.mof"};
     settings.registrations = {FCIP_SOURCE_DIR "/schema/registration/sfcb.reg"};
     settings.provider_folder = std::filesystem::path(FCIP_PROVIDER).parent_path().string();
+    settings.interop_schema = FCIP_SOURCE_DIR "/schema/interop.mof";
     settings.scenario = FCIP_SOURCE_DIR "/scenarios/two-site.toml";
     return settings;
 }

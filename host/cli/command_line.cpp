@@ -1,10 +1,13 @@
 #include "host/cli/command_line.h"
 
+#include "host/cli/programs.h"
 #include "host/cli/verbs.h"
 
 namespace cmpihost {
 
 int run_command_line(const std::vector<std::string>& arguments, std::FILE* out, std::FILE* err) {
+    if (const Program* program = arguments.empty() ? nullptr : find_program(arguments.front()))
+        return program->run({arguments.begin() + 1, arguments.end()}, {out, err});
     const CommandLine line = read_command_line(arguments);
     if (line.options)
         return line.options->verb->handler(*line.options, {out, err});

@@ -1,6 +1,7 @@
 #include "host/cli/options.h"
 
 #include "host/cim/path_text.h"
+#include "host/cli/programs.h"
 #include "host/cli/request_words.h"
 #include "host/cli/verbs.h"
 
@@ -45,25 +46,19 @@ struct Arguments {
 constexpr std::size_t default_limit = 10000;
 constexpr std::size_t default_max_objects = 1'000'000;
 
-/// The provider beside this program, where both are built or installed, or else wherever the system's loader finds one.
-std::string default_provider() {
-    std::string file = "libFCIPProvider.so";
-    std::error_code error;
-    const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    for (const auto& candidate :
-         {folder / file, folder / ".." / "lib" / file, folder / CMPIHOST_PROVIDER_FOLDER / file})
-        if (std::filesystem::exists(candidate, error))
-            return candidate.lexically_normal().string();
-    return file;
+std::string help_row(std::string_view verb, std::string_view help) {
+    std::string name = "  " + std::string(verb);
+    name.resize(11, ' ');
+    return name + std::string(help) + "\n";
 }
 
 std::string help_footer() {
     std::string text = "Verbs:\n";
-    for (const Verb& verb : all_verbs()) {
-        std::string name = "  " + std::string(verb.name);
-        name.resize(11, ' ');
-        text += name + std::string(verb.help) + "\n";
-    }
+    for (const Verb& verb : all_verbs())
+        text += help_row(verb.name, verb.help);
+    for (const Program& program : all_programs())
+        if (!program.help.empty())
+            text += help_row(program.name, program.help);
     return text +
            "\nOBJECT is Class, namespace:Class or //host/namespace:Class, each with or without keys:\n"
            "  'Class.Name=\"text\",Number=5,Flag=TRUE,Ref=\"Other.Name=\\\"text\\\"\"'\n"
@@ -329,6 +324,17 @@ CommandLine stopped(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 } // namespace
+
+std::string default_provider() {
+    std::string file = "libFCIPProvider.so";
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    for (const auto& candidate :
+         {folder / file, folder / ".." / "lib" / file, folder / CMPIHOST_PROVIDER_FOLDER / file})
+        if (std::filesystem::exists(candidate, error))
+            return candidate.lexically_normal().string();
+    return file;
+}
 
 CommandLine read_command_line(const std::vector<std::string>& arguments) {
     CLI::App app("Loads a CMPI provider library as a CIM server does, and shows what it answers to one request.",

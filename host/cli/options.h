@@ -45,6 +45,9 @@ struct Options {
     std::string name_space;      ///< for a graph's objects that have none
 };
 
+/// The provider beside this program, where both are built or installed, or else wherever the system's loader finds one.
+std::string default_provider();
+
 /// What came of reading a command line: options to go on with, or a text to print and an exit code.
 struct CommandLine {
     std::optional<Options> options;

@@ -17,12 +17,7 @@ Read value_or_throw(std::variant<Read, mof::Error> result) {
 }
 
 std::vector<std::string> schema_files(const Options& options) {
-    if (!options.schema.empty())
-        return options.schema;
-    const std::string folder = default_schema_folder();
-    if (folder.empty())
-        throw std::runtime_error("no schema is beside this program, expected --schema FILE");
-    return {folder + "/dmtf.mof", folder + "/fcip.mof"};
+    return options.schema.empty() ? default_schema_files() : options.schema;
 }
 
 } // namespace
@@ -34,6 +29,13 @@ std::string default_schema_folder() {
         if (fs::exists(candidate / "fcip.mof", error))
             return candidate.lexically_normal().string();
     return {};
+}
+
+std::vector<std::string> default_schema_files() {
+    const std::string folder = default_schema_folder();
+    if (folder.empty())
+        throw std::runtime_error("no schema is beside this program, expected --schema FILE");
+    return {folder + "/dmtf.mof", folder + "/fcip.mof"};
 }
 
 mof::Schema load_schema(const Options& options) {

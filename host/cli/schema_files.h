@@ -10,6 +10,10 @@ namespace cmpihost {
 /// in neither place.
 std::string default_schema_folder();
 
+/// dmtf.mof and fcip.mof of that folder.
+/// @throws std::runtime_error whose what() is one line: it is in neither place
+std::vector<std::string> default_schema_files();
+
 /// Reads the files that the options name, or else dmtf.mof and fcip.mof of the default folder.
 /// @throws std::runtime_error whose what() is one line
 mof::Schema load_schema(const Options& options);

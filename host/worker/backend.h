@@ -10,7 +10,7 @@ namespace cmpihost::worker {
 
 /// An answered request, or one that the provider did not live to answer.
 struct Reply {
-    server::Subject subject;       ///< empty if the request was not read
+    server::Subject subject; ///< empty if the request was not read
     server::Outcome outcome;
     std::vector<std::string> body; ///< in blocks
     std::shared_ptr<void> hold;    ///< the memory that all replies may take, until the reply is dropped

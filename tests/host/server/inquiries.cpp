@@ -237,11 +237,16 @@ TEST_F(Inquiries, ClassOfTwoProvidersGivesEachObjectOnce) {
     EXPECT_EQ(ending(enumerate("Test_Thing")), "ok 3");
 }
 
+TEST_F(Inquiries, ObjectsWithoutKeysAreNoDoubles) {
+    use_registration(stanza("Test_Echo", "instance") + stanza("Test_Echo", "instance", "Half"));
+    EXPECT_EQ(ending(enumerate("Test_Echo")), "ok 2");
+}
+
 TEST_F(Inquiries, ProviderWithoutRegistrationServesEveryClass) {
-    use_registration(stanza("Test_Note", "method"));
+    use_registration(stanza("Test_Echo", "method"));
     settings.providers = {{TEST_PROVIDERS "/host_good_provider.so", "Half"}};
     EXPECT_EQ(ending(enumerate("Test_Thing")), "ok 3");
-    EXPECT_EQ(ending(enumerate("Test_Note")), "ok 0");         // is registered, but not for this
+    EXPECT_EQ(ending(enumerate("Test_Echo")), "ok 0");         // is registered, but not for this
     EXPECT_EQ(ending(walk("Associators")), "7 NOT_SUPPORTED"); // there is no MI for them
 }
 

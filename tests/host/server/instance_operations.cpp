@@ -90,5 +90,75 @@ TEST_F(InstanceOperations, PropertiesAreNotSet) {
               "7 SetProperty is not supported");
 }
 
+// ------------------------------------------------------------------------------------------------------ methods
+
+class Methods : public ServiceTest {
+  protected:
+    static std::string value(const std::string& name, const std::string& type, const std::string& text) {
+        return "<PARAMVALUE NAME=\"" + name + "\" PARAMTYPE=\"" + type + "\"><VALUE>" + text + "</VALUE></PARAMVALUE>";
+    }
+
+    Heard call(const std::string& method, const std::string& target, const std::string& header,
+               const std::string& parameters = {}) {
+        const std::string path =
+            R"(<LOCALNAMESPACEPATH><NAMESPACE NAME="root"/><NAMESPACE NAME="cimv2"/></LOCALNAMESPACEPATH>)" + target;
+        const std::string element = target.starts_with("<CLASSNAME") ? "LOCALCLASSPATH" : "LOCALINSTANCEPATH";
+        return ask_body(service(), method, "root/cimv2:" + header,
+                        cimxml::message("<METHODCALL NAME=\"" + method + "\"><" + element + ">" + path + "</" +
+                                        element + ">" + parameters + "</METHODCALL>"));
+    }
+    Heard call_thing(const std::string& method, const std::string& parameters = {}) {
+        return call(method, "<INSTANCENAME CLASSNAME=\"test_thing\">" + thing_keys() + "</INSTANCENAME>",
+                    "Test_Thing.Number=1,Name=\"thing 1\"", parameters);
+    }
+    Heard call_class(const std::string& method, const std::string& name) {
+        return call(method, "<CLASSNAME NAME=\"" + name + "\"/>", name);
+    }
+};
+
+TEST_F(Methods, ReturnWhatTheProviderDoes) {
+    const Heard heard = call_thing("add", value("A", "uint64", "2") + value("B", "uint64", "3"));
+    EXPECT_EQ(ending(heard), "ok 0");
+    EXPECT_EQ(heard.body.substr(heard.body.find("<METHODRESPONSE")),
+              R"(<METHODRESPONSE NAME="add"><RETURNVALUE PARAMTYPE="uint64"><VALUE>5</VALUE></RETURNVALUE>)"
+              R"(<PARAMVALUE NAME="Text" PARAMTYPE="string"><VALUE>2 and 3</VALUE></PARAMVALUE>)"
+              R"(<PARAMVALUE NAME="Where" PARAMTYPE="string"><VALUE>root/cimv2:Test_Thing.Name=&quot;thing 1&quot;,)"
+              R"(Number=1</VALUE></PARAMVALUE></METHODRESPONSE></SIMPLERSP></MESSAGE></CIM>)"
+              "\n");
+}
+
+TEST_F(Methods, OfAClassAreCalled) {
+    const Heard heard = call_class("Quiet", "Test_Thing");
+    EXPECT_EQ(ending(heard), "ok 0");
+    EXPECT_EQ(heard.count("<METHODRESPONSE NAME=\"Quiet\"></METHODRESPONSE>"), 1U) << heard.body;
+}
+
+TEST_F(Methods, ThatAreNotDeclaredAreNotFound) {
+    const Heard heard = call_thing("Guess");
+    EXPECT_EQ(ending(heard), "17 Test_Thing has no method Guess");
+    EXPECT_EQ(heard.count("<METHODRESPONSE NAME=\"Guess\"><ERROR "), 1U) << heard.body;
+}
+
+TEST_F(Methods, ThatTheProviderDoesNotKnowAreNotFound) {
+    EXPECT_EQ(ending(call_thing("Declared")), "17 METHOD_NOT_FOUND");
+}
+
+TEST_F(Methods, OfNobodyAreNotAvailable) {
+    use_registration(stanza("Test_Thing", "instance"));
+    EXPECT_EQ(ending(call_thing("Quiet")), "16 no provider serves the methods of Test_Thing");
+    made.reset();
+    use_registration(stanza("Test_Thing", "instance method", "Half"));
+    EXPECT_EQ(ending(call_thing("Quiet")), "16 METHOD_NOT_AVAILABLE");
+}
+
+TEST_F(Methods, OfAnUnknownClassAreInvalid) {
+    EXPECT_EQ(ending(call_class("Quiet", "X")), "5 there is no class X in namespace root/cimv2");
+}
+
+TEST_F(Methods, HeaderUnlikeTheTargetIsRefused) {
+    EXPECT_EQ(ending(call("Quiet", "<CLASSNAME NAME=\"Test_Thing\"/>", "Test_Echo")), "http 400 header-mismatch");
+    EXPECT_EQ(ending(call("Quiet", "<CLASSNAME NAME=\"Test_Thing\"/>", "")), "http 400 header-mismatch");
+}
+
 } // namespace
 } // namespace cmpihost::server

@@ -1,7 +1,9 @@
 // Requests as they arrive: headers, namespaces, odd ones, and what the reply of each operation is made of.
 #include "host/cimxml/xml_reader.h"
+#include "tests/host/mof/mof_files.h"
 #include "tests/host/server/service_test.h"
 
+#include <set>
 #include <thread>
 
 namespace cmpihost::server {
@@ -277,13 +279,13 @@ class SwitchService : public testing::Test {
         settings.schema = {FCIP_SOURCE_DIR "/schema/dmtf.mof", FCIP_SOURCE_DIR "/schema/fcip.mof"};
         settings.registrations = {FCIP_SOURCE_DIR "/schema/registration/sfcb.reg"};
         settings.provider_folder = std::filesystem::path(FCIP_PROVIDER).parent_path();
+        settings.interop_schema = FCIP_SOURCE_DIR "/schema/interop.mof";
         settings.scenario = FCIP_SOURCE_DIR "/scenarios/" + scenario;
         return settings;
     }
 };
 
 TEST_F(SwitchService, EndpointsOfAllKindsAreProtocolEndpoints) {
-    const StandardOutputElsewhere quiet("", stderr);
     Service service(settings_for("two-site.toml"));
     std::uint64_t one_by_one = 0;
     for (const char* name :
@@ -294,14 +296,103 @@ TEST_F(SwitchService, EndpointsOfAllKindsAreProtocolEndpoints) {
     EXPECT_GT(one_by_one, 3U);
 }
 
+/// The first tunnel's endpoint, as the two-site switch has it.
+std::string endpoint_keys(const std::string& name = "1_10.1.1.1_10.2.1.1") {
+    return cimxml::key("SystemName", "", "200A00005E112233") +
+           cimxml::key("SystemCreationClassName", "", "ZANTO_LogicalComputerSystem") +
+           cimxml::key("CreationClassName", "", "ZANTO_FCIPProtocolEndPoint") + cimxml::key("Name", "", name);
+}
+
+TEST_F(SwitchService, EndpointIsFoundByItsKeys) {
+    Service service(settings_for("two-site.toml"));
+    const auto get = [&service](const std::string& keys) {
+        return ask(service, "GetInstance", instance_parameter("InstanceName", "ZANTO_FCIPProtocolEndPoint", keys));
+    };
+    EXPECT_EQ(ending(get(endpoint_keys())), "ok 1");
+    EXPECT_EQ(ending(get(endpoint_keys("77_10.9.9.9_10.8.8.8"))), "6 there is no such instance");
+    EXPECT_EQ(ending(get("")), "6 there is no such instance");
+}
+
+TEST_F(SwitchService, WalkWithoutAssocClassJoinsThoseAlongEach) {
+    Service service(settings_for("two-site.toml"));
+    const std::string source = instance_parameter("ObjectName", "ZANTO_FCIPProtocolEndPoint", endpoint_keys());
+    std::set<std::string> one_by_one;
+    for (const mof::ClassDeclaration& declaration : mof::provider_schema().classes()) {
+        if (!declaration.association || declaration.abstract)
+            continue;
+        const Heard heard = ask(service, "AssociatorNames", source + class_parameter("AssocClass", declaration.name));
+        const std::string paths = heard.within("IRETURNVALUE");
+        for (std::size_t at = paths.find("<OBJECTPATH>"); at != std::string::npos;) {
+            const std::size_t next = paths.find("<OBJECTPATH>", at + 1);
+            one_by_one.insert(paths.substr(at, next - at));
+            at = next;
+        }
+    }
+    const Heard heard = ask(service, "AssociatorNames", source);
+    EXPECT_GT(one_by_one.size(), 3U);
+    EXPECT_EQ(ending(heard), "ok " + std::to_string(one_by_one.size()));
+    EXPECT_EQ(heard.outcome.notes, std::vector<std::string>());
+}
+
+Heard ask_interop(Service& service, const std::string& operation, const std::string& parameters) {
+    const std::string body = intrinsic(operation, parameters);
+    return ask_body(service, operation, "root/interop", replaced(body, "\"cimv2\"", "\"interop\""));
+}
+
+TEST_F(SwitchService, InteropNamespaceTellsOfAllNamespaces) {
+    Service service(settings_for("two-site.toml"));
+    const Heard heard = ask_interop(service, "EnumerateInstances", of_class("CIM_Namespace"));
+    EXPECT_EQ(ending(heard), "ok 3") << heard.body;
+    for (const char* name : {"root/cimv2", "root/interop", "interop"})
+        EXPECT_EQ(heard.count(std::string("<PROPERTY NAME=\"Name\" TYPE=\"string\"><VALUE>") + name + "</VALUE>"), 1U)
+            << heard.body;
+    EXPECT_EQ(ending(ask_interop(service, "EnumerateInstances", of_class("CIM_ObjectManager"))), "ok 1");
+    EXPECT_EQ(ending(ask_interop(service, "EnumerateInstanceNames", of_class("ZANTO_FCIPProtocolEndPoint"))),
+              "5 there is no class ZANTO_FCIPProtocolEndPoint in namespace root/interop");
+    EXPECT_EQ(ending(ask(service, "EnumerateInstances", of_class("CIM_Namespace"))),
+              "5 there is no class CIM_Namespace in namespace root/cimv2");
+}
+
+TEST_F(SwitchService, InteropObjectsAreGotAndWalkedByTheirNames) {
+    Service service(settings_for("two-site.toml"));
+    const Heard names = ask_interop(service, "EnumerateInstanceNames", of_class("CIM_ObjectManager"));
+    const std::string name = names.within("IRETURNVALUE");
+    EXPECT_EQ(ending(ask_interop(service, "GetInstance", parameter("InstanceName", name))), "ok 1") << name;
+    EXPECT_EQ(
+        ending(ask_interop(service, "Associators",
+                           parameter("ObjectName", name) + class_parameter("AssocClass", "CIM_NamespaceInManager"))),
+        "ok 3");
+    EXPECT_EQ(ending(ask_interop(service, "DeleteInstance", parameter("InstanceName", name))),
+              "7 the interop namespace is read-only");
+}
+
+TEST_F(SwitchService, ClassOperationsAreAnsweredByTheSchema) {
+    Service service(settings_for("two-site.toml"));
+    const Heard heard = ask(service, "GetClass", of_class("ZANTO_FCIPProtocolEndPoint"));
+    EXPECT_EQ(ending(heard), "ok 1");
+    EXPECT_TRUE(heard.within("IRETURNVALUE").starts_with("<CLASS NAME=\"ZANTO_FCIPProtocolEndPoint\" ")) << heard.body;
+    EXPECT_EQ(ending(ask(service, "EnumerateClassNames", of_class("X"))).substr(0, 2), "5 ");
+    EXPECT_EQ(ending(ask(service, "GetClass", of_class("X"))).substr(0, 2), "6 ");
+}
+
 TEST_F(SwitchService, LargeReplyComesInParts) {
-    const StandardOutputElsewhere quiet("", stderr);
     Service service(settings_for("ten-thousand.toml"));
     const Heard heard = ask(service, "EnumerateInstances", of_class("ZANTO_FCIPProtocolEndPoint"));
     EXPECT_EQ(ending(heard), "ok 10000");
     EXPECT_GT(heard.parts.size(), 100U);
     for (const std::size_t part : heard.parts)
         EXPECT_LT(part, std::size_t{72} << 10);
+}
+
+TEST_F(SwitchService, ReplyThatGrowsBeyondTheLimitIsDiscarded) {
+    Settings settings = settings_for("ten-thousand.toml");
+    settings.max_reply = 1000000;
+    Service service(settings);
+    const Heard heard = ask(service, "EnumerateInstances", of_class("ZANTO_FCIPProtocolEndPoint"));
+    EXPECT_EQ(ending(heard), "1 the answer is larger than this server's limit for a reply");
+    EXPECT_EQ(heard.discards, 1U);
+    EXPECT_TRUE(heard.body.starts_with("<?xml ")) << heard.body;
+    EXPECT_EQ(heard.parts.back(), heard.body.size());
 }
 
 } // namespace

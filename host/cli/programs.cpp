@@ -1,0 +1,31 @@
+#include "host/cli/programs.h"
+
+#include "host/cli/passwd_verb.h"
+#include "host/cli/serve_verb.h"
+#include "host/cli/worker_verb.h"
+
+#include <algorithm>
+#include <array>
+
+namespace cmpihost {
+
+namespace {
+
+constexpr std::array programs{
+    Program{"serve", "answer WBEM clients over HTTP; cmpihost serve --help tells more", serve},
+    Program{"passwd", "set a user's password for serve; cmpihost passwd --help tells more", set_password},
+    Program{"worker", {}, work},
+};
+
+} // namespace
+
+std::span<const Program> all_programs() {
+    return programs;
+}
+
+const Program* find_program(std::string_view name) {
+    const auto* found = std::ranges::find(programs, name, &Program::name);
+    return found == programs.end() ? nullptr : found;
+}
+
+} // namespace cmpihost

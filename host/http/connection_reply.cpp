@@ -1,0 +1,154 @@
+// The second half of an exchange: what is sent, and how a connection ends.
+#include "host/http/connection.h"
+#include "host/http/reply_head.h"
+
+namespace cmpihost::http {
+
+namespace {
+
+constexpr std::size_t blocks_at_once = 16;
+
+std::chrono::microseconds since(std::chrono::steady_clock::time_point time) {
+    return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - time);
+}
+
+std::uint64_t size_of(const std::vector<std::string>& blocks) {
+    std::uint64_t size = 0;
+    for (const std::string& block : blocks)
+        size += block.size();
+    return size;
+}
+
+} // namespace
+
+void Connection::on_reply(worker::Reply reply) {
+    reply_ = std::move(reply);
+    record_.operation = reply_.subject.envelope.operation;
+    record_.class_name = reply_.subject.class_name;
+    record_.cim_status = reply_.outcome.cim_status;
+    record_.objects = reply_.outcome.objects;
+    for (const std::string& note : reply_.outcome.notes)
+        shared_->log.note(note);
+    if (reply_.outcome.http_status != 200)
+        return refuse({reply_.outcome.http_status, reply_.outcome.cim_error, {}, cim_.prefix});
+    record_.bytes = size_of(reply_.body);
+    keep_alive_ = reader_.head().keep_alive && !shared_->stopping;
+    send(operation_head(cim_.prefix, record_.bytes, since(received_), {keep_alive_, reader_.head().version_1_1}),
+         &Connection::on_sent);
+}
+
+void Connection::refuse(Refusal refusal) {
+    if (record_.time == std::chrono::system_clock::time_point{}) { // not even the head was read
+        record_.time = std::chrono::system_clock::now();
+        received_ = std::chrono::steady_clock::now();
+    }
+    record_.http_status = refusal.status;
+    reply_.body.clear();
+    keep_alive_ = reader_.is_complete() && reader_.head().keep_alive && !must_close_ && !shared_->stopping;
+    send(refusal_head(refusal, {keep_alive_, reader_.head().version_1_1}), &Connection::on_sent);
+}
+
+void Connection::refuse_for_now(unsigned status, seconds retry_after) {
+    refuse({status, {}, {{"Retry-After", std::to_string(retry_after.count())}}, {}});
+}
+
+void Connection::send(std::string head, Step then) {
+    head_ = std::move(head);
+    then_ = then;
+    block_ = 0;
+    offset_ = 0;
+    write();
+}
+
+/// Some of what is to be sent yet; empty when all is.
+Stream::Buffers Connection::unsent() const {
+    Stream::Buffers buffers;
+    std::size_t offset = offset_;
+    for (std::size_t block = block_; block <= reply_.body.size() && buffers.size() < blocks_at_once; ++block) {
+        const std::string& text = block == 0 ? head_ : reply_.body[block - 1];
+        if (offset < text.size())
+            buffers.emplace_back(text.data() + offset, text.size() - offset);
+        offset = 0;
+    }
+    return buffers;
+}
+
+void Connection::write() {
+    enter(Phase::sending, shared_->limits.sending);
+    stream_.write_some(unsent(), [self = shared_from_this()](const Error& error, std::size_t bytes) {
+        if (self->phase_ != Phase::closed)
+            self->on_written(error, bytes);
+    });
+}
+
+void Connection::on_written(const Error& error, std::size_t bytes) {
+    if (error)
+        return close();
+    offset_ += bytes;
+    while (block_ <= reply_.body.size()) {
+        const std::size_t size = block_ == 0 ? head_.size() : reply_.body[block_ - 1].size();
+        if (offset_ < size)
+            return write();
+        offset_ -= size;
+        ++block_;
+    }
+    (this->*then_)();
+}
+
+void Connection::on_sent() {
+    reply_ = {};
+    log_request();
+    if (keep_alive_ && !shared_->stopping)
+        next_request();
+    else
+        linger();
+}
+
+void Connection::log_request() {
+    record_.address = address_;
+    record_.took = since(received_);
+    shared_->log.record(record_);
+    record_ = {};
+}
+
+void Connection::next_request() {
+    const bool has_more = reader_.has_more();
+    reader_.next();
+    if (has_more) {
+        enter(Phase::head, shared_->limits.header);
+        return advance();
+    }
+    enter(Phase::idle, shared_->limits.idle);
+    read();
+}
+
+/// What the client still sends is read, or a reset would take the reply from it.
+void Connection::linger() {
+    linger_end_ = std::chrono::steady_clock::now() + shared_->limits.linger;
+    enter(Phase::lingering, shared_->limits.linger_silent);
+    if (!stream_.is_tls())
+        return discard();
+    stream_.shut_tls_down([self = shared_from_this()](const Error&) {
+        if (self->phase_ != Phase::closed)
+            self->discard();
+    });
+}
+
+void Connection::discard() {
+    stream_.end_sending();
+    discard_more();
+}
+
+void Connection::discard_more() {
+    arm(std::min(std::chrono::steady_clock::now() + shared_->limits.linger_silent, linger_end_));
+    stream_.read_some_raw(scratch_, [self = shared_from_this()](const Error& error, std::size_t) {
+        if (self->phase_ == Phase::closed)
+            return;
+        if (error)
+            self->close();
+        else
+            self->discard_more();
+    });
+}
+
+} // namespace cmpihost::http

@@ -1,0 +1,263 @@
+#include "host/worker/supervisor.h"
+
+#include "host/worker/crew.h"
+#include "host/worker/exchange.h"
+#include "host/worker/records.h"
+
+#include <boost/asio/post.hpp>
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace cmpihost::worker {
+
+namespace {
+
+using boost::system::error_code;
+using Clock = std::chrono::steady_clock;
+
+constexpr unsigned service_unavailable = 503; // for a request that no worker has seen
+constexpr unsigned too_large = 413;
+
+/// A request, until its worker has ended it.
+struct Request {
+    Exchange exchange;
+    std::string frames; ///< until they are sent
+    boost::asio::steady_timer timer;
+    Clock::time_point asked;
+    Clock::time_point sent{};
+    std::shared_ptr<Worker> worker{}; ///< null while it waits
+};
+
+} // namespace
+
+/// The requests, and which worker has which.
+class Supervisor::State : public std::enable_shared_from_this<State> {
+  public:
+    State(boost::asio::io_context& loop, SupervisorOptions options);
+
+    void start(std::function<void(const std::string&)> started);
+    bool ask(const server::Question& question, Done done);
+    void stop(std::function<void()> stopped);
+
+  private:
+    using TimedStep = void (State::*)(std::uint32_t number, Request& request);
+
+    bool may_send() const;
+    void add(const std::string& record, Done done);
+    void send_waiting();
+    void wait_until(Clock::time_point time, std::uint32_t number, Request& request, TimedStep step);
+    void warn(std::uint32_t number, Request& request);
+    void time_out(std::uint32_t number, Request& request);
+    void time_out_sent(std::uint32_t number, Request& request);
+    void take(const std::shared_ptr<Worker>& worker, const Frame& frame);
+    void end_if_drained(const std::shared_ptr<Worker>& worker);
+    void ended(const std::shared_ptr<Worker>& worker, const std::string& how);
+    void take_back(Worker& worker);
+    std::string fail_requests(const std::shared_ptr<Worker>& worker, const std::string& how);
+    void log(LogLevel level, const std::string& line) const;
+
+    boost::asio::io_context& loop_;
+    SupervisorOptions options_;
+    std::shared_ptr<ReplyMemory> memory_;
+    std::shared_ptr<Crew> crew_;
+    std::unordered_map<std::uint32_t, Request> requests_{};
+    std::deque<std::uint32_t> waiting_{};
+    std::uint32_t last_number_ = 0;
+};
+
+Supervisor::State::State(boost::asio::io_context& loop, SupervisorOptions options)
+    : loop_(loop), options_(std::move(options)),
+      memory_(std::make_shared<ReplyMemory>(ReplyMemory{options_.max_replies})),
+      crew_(std::make_shared<Crew>(
+          loop, options_,
+          Crew::Events{
+              [this] { send_waiting(); },
+              [this](const std::shared_ptr<Worker>& worker, const Frame& frame) { take(worker, frame); },
+              [this](const std::shared_ptr<Worker>& worker, const std::string& how) { ended(worker, how); }})) {}
+
+void Supervisor::State::start(std::function<void(const std::string&)> started) {
+    crew_->start(std::move(started));
+}
+
+bool Supervisor::State::may_send() const {
+    const auto& worker = crew_->current();
+    return worker && worker->requests < options_.threads;
+}
+
+bool Supervisor::State::ask(const server::Question& question, Done done) {
+    if (!crew_->at_work() || (!may_send() && waiting_.size() >= options_.waiting))
+        return false;
+    // Never from within ask(), nor from the midst of a change of state.
+    Done later = [this_loop = &loop_, done = std::move(done)](Reply reply) {
+        boost::asio::post(*this_loop, [done, reply = std::move(reply)]() mutable { done(std::move(reply)); });
+    };
+    const std::string record = encode(question);
+    if (record.size() > max_record)
+        Exchange(std::move(later), memory_, 0)
+            .fail("a request of " + std::to_string(record.size()) + " bytes", too_large);
+    else
+        add(record, std::move(later));
+    return true;
+}
+
+void Supervisor::State::add(const std::string& record, Done done) {
+    do {
+        ++last_number_;
+    } while (last_number_ == 0 || requests_.contains(last_number_));
+    const std::uint32_t number = last_number_;
+    Request& request = requests_
+                           .try_emplace(number, Request{Exchange(std::move(done), memory_, options_.max_reply),
+                                                        frames_of(FrameKind::question, number, record),
+                                                        boost::asio::steady_timer(loop_), Clock::now()})
+                           .first->second;
+    wait_until(request.asked + options_.timeout / 3, number, request, &State::warn);
+    waiting_.push_back(number);
+    send_waiting();
+}
+
+void Supervisor::State::send_waiting() {
+    while (may_send() && !waiting_.empty()) {
+        const std::uint32_t number = waiting_.front();
+        waiting_.pop_front();
+        Request& request = requests_.at(number);
+        request.worker = crew_->current();
+        request.sent = Clock::now();
+        ++request.worker->requests;
+        request.worker->child->send({number, std::move(request.frames)});
+    }
+}
+
+void Supervisor::State::wait_until(Clock::time_point time, std::uint32_t number, Request& request, TimedStep step) {
+    request.timer.expires_at(time);
+    request.timer.async_wait([state = weak_from_this(), number, step](error_code error) {
+        const auto self = state.lock();
+        if (error || !self)
+            return;
+        if (const auto found = self->requests_.find(number); found != self->requests_.end())
+            ((*self).*step)(number, found->second);
+    });
+}
+
+void Supervisor::State::warn(std::uint32_t number, Request& request) {
+    if (request.worker && !request.exchange.answered())
+        log(LogLevel::warning, "worker " + std::to_string(request.worker->pid) + " has not answered " +
+                                   request.exchange.name() + " for " + seconds_text(options_.timeout / 3));
+    wait_until(request.asked + options_.timeout, number, request, &State::time_out);
+}
+
+void Supervisor::State::time_out(std::uint32_t number, Request& request) {
+    const std::string text =
+        "the provider did not answer " + request.exchange.name() + " within " + seconds_text(options_.timeout);
+    if (request.worker) {
+        request.exchange.fail(text);
+        return time_out_sent(number, request);
+    }
+    request.exchange.fail(text, service_unavailable);
+    std::erase(waiting_, number);
+    requests_.erase(number);
+}
+
+/// What has waited for long may have been sent just now: that alone is no hang.
+void Supervisor::State::time_out_sent(std::uint32_t number, Request& request) {
+    const std::shared_ptr<Worker> worker = request.worker;
+    const auto hangs_at = request.sent + options_.timeout;
+    if (Clock::now() < hangs_at) {
+        wait_until(hangs_at, number, request, &State::time_out);
+    } else if (!worker->retired) {
+        log(LogLevel::error, "worker " + std::to_string(worker->pid) + " hangs in " + request.exchange.name() +
+                                 ", another one takes new requests");
+        crew_->retire(*worker);
+    }
+    end_if_drained(worker);
+}
+
+void Supervisor::State::take(const std::shared_ptr<Worker>& worker, const Frame& frame) {
+    const auto found = requests_.find(frame.request);
+    if (found == requests_.end() || found->second.worker != worker)
+        throw BrokenFrame("an answer to a request that it does not have");
+    if (!found->second.exchange.take(frame))
+        return;
+    requests_.erase(found);
+    --worker->requests;
+    worker->answered = true;
+    end_if_drained(worker);
+    send_waiting();
+}
+
+/// Ends a worker that hangs, when nobody waits for an answer of it any more.
+void Supervisor::State::end_if_drained(const std::shared_ptr<Worker>& worker) {
+    if (!worker->retired)
+        return;
+    const bool awaited = std::any_of(requests_.begin(), requests_.end(), [&worker](const auto& entry) {
+        return entry.second.worker == worker && !entry.second.exchange.answered();
+    });
+    if (!awaited)
+        Crew::finish(*worker, options_);
+}
+
+void Supervisor::State::ended(const std::shared_ptr<Worker>& worker, const std::string& how) {
+    take_back(*worker);
+    const std::string line = "worker " + std::to_string(worker->pid) + " " + how + fail_requests(worker, how);
+    log(worker->ending ? LogLevel::info : LogLevel::error, line);
+    send_waiting();
+}
+
+/// What a worker was never sent is for the next one, before all that came later.
+void Supervisor::State::take_back(Worker& worker) {
+    auto unsent = worker.child->take_unsent();
+    for (auto question = unsent.rbegin(); question != unsent.rend(); ++question) {
+        Request& request = requests_.at(question->request);
+        if (request.exchange.answered() || !crew_->at_work())
+            continue;
+        request.worker = nullptr;
+        request.frames = std::move(question->frames);
+        waiting_.push_front(question->request);
+    }
+}
+
+/// @return " while answering EnumerateInstances of X, GetInstance of Y"; empty if there was nothing to answer
+std::string Supervisor::State::fail_requests(const std::shared_ptr<Worker>& worker, const std::string& how) {
+    std::string names;
+    for (auto& [number, request] : requests_) {
+        if (request.worker != worker || request.exchange.answered())
+            continue;
+        const std::string name = request.exchange.name();
+        request.exchange.fail("the provider " + how + " while answering " + name);
+        names += (names.empty() ? " while answering " : ", ") + name;
+    }
+    std::erase_if(requests_, [&worker](const auto& entry) { return entry.second.worker == worker; });
+    return names;
+}
+
+void Supervisor::State::stop(std::function<void()> stopped) {
+    for (auto& [number, request] : requests_)
+        request.exchange.fail("the server is being stopped", service_unavailable);
+    waiting_.clear();
+    std::erase_if(requests_, [](const auto& entry) { return entry.second.worker == nullptr; });
+    crew_->stop(std::move(stopped));
+}
+
+void Supervisor::State::log(LogLevel level, const std::string& line) const {
+    if (options_.log)
+        options_.log(level, line);
+}
+
+Supervisor::Supervisor(boost::asio::io_context& loop, SupervisorOptions options)
+    : state_(std::make_shared<State>(loop, std::move(options))) {}
+
+Supervisor::~Supervisor() = default;
+
+void Supervisor::start(std::function<void(const std::string&)> started) {
+    state_->start(std::move(started));
+}
+
+bool Supervisor::ask(server::Question question, Done done) {
+    return state_->ask(question, std::move(done));
+}
+
+void Supervisor::stop(std::function<void()> stopped) {
+    state_->stop(std::move(stopped));
+}
+
+} // namespace cmpihost::worker
