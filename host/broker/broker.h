@@ -110,7 +110,6 @@ struct Provider {
     CMPIInstanceMI* instance_mi = nullptr;
     CMPIAssociationMI* association_mi = nullptr;
     CMPIMethodMI* method_mi = nullptr;
-    CMPIPropertyMI* property_mi = nullptr; ///< kept; no operation of this broker goes there
 };
 
 /// Runs one operation on the calling thread, in a scope of its own.

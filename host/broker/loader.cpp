@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <vector>
+#include <set>
 
 namespace cmpihost {
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr CMPIVersion newest_version = 200;
 const std::string generic_prefix = "_Generic";
-constexpr std::array kinds{"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI", "_Create_PropertyMI"};
+constexpr std::array kinds{"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI"};
 constexpr const char* indication_kind = "_Create_IndicationMI";
 constexpr const char* scenario_function = "switchsim_load_scenario";
 
@@ -88,16 +88,15 @@ std::string file_of(void* library) {
     return dlinfo(library, RTLD_DI_LINKMAP, &map) == 0 && map != nullptr ? map->l_name : "";
 }
 
-/// All functions of the library that are named like factories, in the order in which its file has their names.
-std::vector<std::string> factories_of(void* library) {
+/// All functions of the library that are named like factories, in alphabetical order.
+std::set<std::string> factories_of(void* library) {
     std::ifstream file(file_of(library), std::ios::binary);
-    std::vector<std::string> names;
+    std::set<std::string> names;
     for (std::string text; std::getline(file, text, '\0');) {
         const std::size_t kind = text.find("_Create_");
         const bool is_name = kind != std::string::npos && text.ends_with("MI") && text.size() < 256;
-        if (is_name && dlsym(library, text.c_str()) != nullptr &&
-            std::find(names.begin(), names.end(), text) == names.end())
-            names.push_back(text);
+        if (is_name && dlsym(library, text.c_str()) != nullptr)
+            names.insert(text);
     }
     return names;
 }
@@ -133,8 +132,7 @@ Library::~Library() {
     const bool instances_stay = clean_up(provider_.instance_mi);
     const bool associations_stay = clean_up(provider_.association_mi);
     const bool methods_stay = clean_up(provider_.method_mi);
-    const bool properties_stay = clean_up(provider_.property_mi);
-    if (!instances_stay && !associations_stay && !methods_stay && !properties_stay)
+    if (!instances_stay && !associations_stay && !methods_stay)
         dlclose(handle_);
 }
 
@@ -162,8 +160,7 @@ void Library::create(const std::string& name) {
     provider_.instance_mi = create_mi<CMPIInstanceMI>(handle_, name, kinds[0]);
     provider_.association_mi = create_mi<CMPIAssociationMI>(handle_, name, kinds[1]);
     provider_.method_mi = create_mi<CMPIMethodMI>(handle_, name, kinds[2]);
-    provider_.property_mi = create_mi<CMPIPropertyMI>(handle_, name, kinds[3]);
-    if (!provider_.instance_mi && !provider_.association_mi && !provider_.method_mi && !provider_.property_mi)
+    if (!provider_.instance_mi && !provider_.association_mi && !provider_.method_mi)
         throw LoadError("provider library " + file_ + ": " + missing_factories(handle_, name));
 }
 

@@ -93,7 +93,7 @@ void describe_schema_options(CLI::App& app, Arguments& arguments) {
            "--deviations", arguments.deviations,
            "Findings of --check to accept, one a line [deviations.txt beside the last MOF file, if there is one]")
         ->type_name("FILE");
-    app.add_flag("--tree", arguments.tree, "List classes under their superclasses (classes)");
+    app.add_flag("--tree", arguments.tree, "List all classes under their superclasses (classes)");
     app.add_option("--limit", arguments.limit, "Most objects in a graph [" + std::to_string(default_limit) + "]")
         ->type_name("NUMBER");
 }
@@ -221,7 +221,7 @@ void check_arguments(const Arguments& arguments, const Verb& verb) {
     refuse_if(graph && !arguments.properties.empty(), "a PROPERTY");
     check_format(arguments, verb);
     refuse_if(!graph && arguments.limit, "--limit");
-    refuse_if(!classes && arguments.tree, "--tree");
+    refuse_if((!classes || arguments.format.value_or("text") != "text") && arguments.tree, "--tree");
     refuse_if(verb.shape != Shape::request && arguments.count, "--count");
     refuse_if(verb.shape != Shape::request && arguments.repeat, "--repeat");
     if (!arguments.check && !arguments.deviations.empty())
