@@ -93,7 +93,10 @@ int run(int argc, const char* const* argv) {
         fail(std::string(error.what()) + " (see switchdump --help)");
         return exit_usage;
     }
-    return dump(scenario);
+    const int result = dump(scenario);
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return result;
+    return fail("the output could not be written");
 }
 
 } // namespace switchdump

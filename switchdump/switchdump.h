@@ -4,7 +4,7 @@
 namespace switchdump {
 
 /// Runs the program. Prints the dump on standard output and errors, one line each, on standard error.
-/// @return 0; 1 when something could not be read; 2 on wrong usage
+/// @return 0; 1 when something could not be read, or the output not be written; 2 on wrong usage
 int run(int argc, const char* const* argv);
 
 } // namespace switchdump

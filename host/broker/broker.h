@@ -19,6 +19,7 @@ struct Answer {
     std::vector<Property> arguments;    ///< output parameters of a method
     unsigned null_results = 0;          ///< null instances or paths handed to the result
     unsigned invalid_results = 0;       ///< pointers handed to the result that are no object of this call
+    unsigned late_results = 0;          ///< instances, paths and values returned after returnDone
     bool done = false;                  ///< the provider called returnDone
 };
 
@@ -51,6 +52,9 @@ struct Request {
     std::string method;              ///< invoke_method
     std::vector<Property> arguments; ///< input parameters of the method
 };
+
+/// Whether an operation answers with paths instead of instances.
+bool gives_paths(Request::Operation operation);
 
 struct HeldObject;
 

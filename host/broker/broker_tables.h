@@ -32,4 +32,36 @@ CMPIContext* prepare_attach_thread(const CMPIBroker*, const CMPIContext* context
 CMPIStatus attach_thread(const CMPIBroker*, const CMPIContext* context);
 CMPIStatus detach_thread(const CMPIBroker*, const CMPIContext* context);
 
+// Requests back to the broker (upcalls.h).
+CMPIEnumeration* up_enumerate_names(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
+                                    CMPIStatus* status);
+CMPIEnumeration* up_enumerate(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
+                              const char** properties, CMPIStatus* status);
+CMPIInstance* up_get(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path, const char** properties,
+                     CMPIStatus* status);
+CMPIObjectPath* up_create(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
+                          const CMPIInstance* instance, CMPIStatus* status);
+CMPIStatus up_modify(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path, const CMPIInstance* instance,
+                     const char** properties);
+CMPIStatus up_delete(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path);
+CMPIEnumeration* up_query(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path, const char* query,
+                          const char* language, CMPIStatus* status);
+CMPIEnumeration* up_associators(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
+                                const char* assoc_class, const char* result_class, const char* role,
+                                const char* result_role, const char** properties, CMPIStatus* status);
+CMPIEnumeration* up_associator_names(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
+                                     const char* assoc_class, const char* result_class, const char* role,
+                                     const char* result_role, CMPIStatus* status);
+CMPIEnumeration* up_references(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
+                               const char* assoc_class, const char* role, const char** properties,
+                               CMPIStatus* status);
+CMPIEnumeration* up_reference_names(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
+                                    const char* assoc_class, const char* role, CMPIStatus* status);
+CMPIData up_invoke(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path, const char* method,
+                   const CMPIArgs* in, CMPIArgs* out, CMPIStatus* status);
+CMPIData up_get_property(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path, const char* name,
+                         CMPIStatus* status);
+CMPIStatus up_set_property(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path, const char* name,
+                           const CMPIValue* value, CMPIType type);
+
 } // namespace cmpihost

@@ -1,20 +1,30 @@
 #include "host/broker/loader.h"
 
 #include <dlfcn.h>
+#include <link.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
+#include <fstream>
+#include <set>
 
 namespace cmpihost {
 
 namespace {
 
 constexpr CMPIVersion newest_version = 200;
+const std::string generic_prefix = "_Generic";
+constexpr std::array kinds{"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI"};
+constexpr const char* indication_kind = "_Create_IndicationMI";
+constexpr const char* scenario_function = "switchsim_load_scenario";
 
 /// As servers call factories: those of version 100 take the first two arguments and do not see the third.
 template <class Mi>
 using Factory = Mi* (*)(const CMPIBroker*, const CMPIContext*, CMPIStatus*);
+
+template <class Mi>
+using GenericFactory = Mi* (*)(const CMPIBroker*, const CMPIContext*, const char* name, CMPIStatus*);
 
 using LoadScenario = int (*)(const char* file, char* message, std::size_t size);
 constexpr const char* scenario_function = "switchsim_load_scenario";
@@ -51,14 +61,19 @@ void check_version(const std::string& what, int version) {
                         std::to_string(newest_version));
 }
 
-/// Calls a factory; null if the library has none.
+/// Calls a factory of the name's own, or else the one for any name; null if the library has neither.
 template <class Mi>
-Mi* create_mi(void* factory, const std::string& name) {
-    if (factory == nullptr)
+Mi* create_mi(void* library, const std::string& prefix, const std::string& kind) {
+    void* own = dlsym(library, (prefix + kind).c_str());
+    void* generic = own == nullptr ? dlsym(library, (generic_prefix + kind).c_str()) : nullptr;
+    if (own == nullptr && generic == nullptr)
         return nullptr;
+    const std::string name = (own != nullptr ? prefix : generic_prefix) + kind;
     const CallScope scope;
     CMPIStatus status{CMPI_RC_OK, nullptr};
-    Mi* mi = reinterpret_cast<Factory<Mi>>(factory)(broker(), scope.context(), &status);
+    Mi* mi = own != nullptr ? reinterpret_cast<Factory<Mi>>(own)(broker(), scope.context(), &status)
+                            : reinterpret_cast<GenericFactory<Mi>>(generic)(broker(), scope.context(), prefix.c_str(),
+                                                                            &status);
     if (mi == nullptr)
         throw LoadError(name + "() made no MI");
     if (mi->ft == nullptr)
@@ -66,6 +81,38 @@ Mi* create_mi(void* factory, const std::string& name) {
     check_version("ftVersion of the MI of " + name + "()", mi->ft->ftVersion);
     check_version("miVersion of the MI of " + name + "()", mi->ft->miVersion);
     return mi;
+}
+
+/// The library's file as the loader found it.
+std::string file_of(void* library) {
+    const link_map* map = nullptr;
+    return dlinfo(library, RTLD_DI_LINKMAP, &map) == 0 && map != nullptr ? map->l_name : "";
+}
+
+/// All functions of the library that are named like factories, in alphabetical order.
+std::set<std::string> factories_of(void* library) {
+    std::ifstream file(file_of(library), std::ios::binary);
+    std::set<std::string> names;
+    for (std::string text; std::getline(file, text, '\0');) {
+        const std::size_t kind = text.find("_Create_");
+        const bool is_name = kind != std::string::npos && text.ends_with("MI") && text.size() < 256;
+        if (is_name && dlsym(library, text.c_str()) != nullptr)
+            names.insert(text);
+    }
+    return names;
+}
+
+/// Why nothing could be created.
+std::string missing_factories(void* library, const std::string& name) {
+    if (dlsym(library, (name + indication_kind).c_str()) != nullptr)
+        return name + indication_kind + "() makes a provider of indications, which are not served";
+    std::string missing = "has none of " + name;
+    for (std::size_t i = 0; i < kinds.size(); ++i)
+        missing += (i == 0 ? "" : ", ") + std::string(kinds[i]);
+    std::string there;
+    for (const std::string& factory : factories_of(library))
+        there += (there.empty() ? "; it has " : ", ") + factory;
+    return missing + there;
 }
 
 /// Whether the MI asks for its library to stay loaded.
@@ -111,18 +158,11 @@ void Library::load_scenario(const std::string& file) {
 }
 
 void Library::create(const std::string& name) {
-    const std::string instance_factory = name + "_Create_InstanceMI";
-    const std::string association_factory = name + "_Create_AssociationMI";
-    const std::string method_factory = name + "_Create_MethodMI";
-    void* instances = symbol(instance_factory);
-    void* associations = symbol(association_factory);
-    void* methods = symbol(method_factory);
-    if (instances == nullptr && associations == nullptr && methods == nullptr)
-        throw LoadError("provider library " + file_ + ": has neither " + instance_factory + " nor " +
-                        association_factory + " nor " + method_factory);
-    provider_.instance_mi = create_mi<CMPIInstanceMI>(instances, instance_factory);
-    provider_.association_mi = create_mi<CMPIAssociationMI>(associations, association_factory);
-    provider_.method_mi = create_mi<CMPIMethodMI>(methods, method_factory);
+    provider_.instance_mi = create_mi<CMPIInstanceMI>(handle_, name, kinds[0]);
+    provider_.association_mi = create_mi<CMPIAssociationMI>(handle_, name, kinds[1]);
+    provider_.method_mi = create_mi<CMPIMethodMI>(handle_, name, kinds[2]);
+    if (!provider_.instance_mi && !provider_.association_mi && !provider_.method_mi)
+        throw LoadError("provider library " + file_ + ": " + missing_factories(handle_, name));
 }
 
 } // namespace cmpihost

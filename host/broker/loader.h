@@ -24,7 +24,7 @@ class Library {
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    /// Whether the library comes with a simulated platform.
+    /// Whether a simulated platform is under the provider.
     bool takes_scenario() const;
 
     /// Hands a scenario to the simulated platform under the provider, through its C function switchsim_load_scenario().
@@ -32,10 +32,11 @@ class Library {
     /// @throws LoadError: the library brings no such function, or the function's own message
     void load_scenario(const std::string& file);
 
-    /// Calls the factories `<name>_Create_InstanceMI`, `..._AssociationMI` and `..._MethodMI`, of which some may be
-    /// absent. Function tables of version 100 are served, and the later ones up to 200, which only add slots behind
-    /// those of version 100.
-    /// @throws LoadError: no factory is there, one made no MI, or an MI's table is absent or of another version
+    /// Calls the factories `<name>_Create_InstanceMI`, `..._AssociationMI` and `..._MethodMI`, or
+    /// `_Generic_Create_...` with the name where the library has only that. Some may be absent. Function tables of
+    /// version 100 are served, and the later ones up to 200, which only add slots behind those of version 100.
+    /// @throws LoadError: no factory is there (those that are get named), one made no MI, or an MI's table is absent or
+    /// of another version
     void create(const std::string& name);
 
     const Provider& provider() const { return provider_; }

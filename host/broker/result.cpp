@@ -61,6 +61,7 @@ CMPIStatus return_object(const CMPIResult* self, const Handle* handle) {
     State* scope = scope_of(self);
     if (scope == nullptr)
         return status_of(CMPI_RC_ERR_INVALID_HANDLE);
+    scope->answer.late_results += scope->answer.done ? 1 : 0;
     if (handle == nullptr) {
         ++scope->answer.null_results;
         return status_of(CMPI_RC_ERR_INVALID_PARAMETER);
@@ -79,6 +80,7 @@ CMPIStatus return_data(const CMPIResult* self, const CMPIValue* value, CMPIType 
     State* scope = scope_of(self);
     if (scope == nullptr)
         return status_of(CMPI_RC_ERR_INVALID_HANDLE);
+    scope->answer.late_results += scope->answer.done ? 1 : 0;
     HeldValue held;
     const CMPIrc rc = read_value(scope->store, value, type, held);
     if (rc == CMPI_RC_OK)

@@ -154,6 +154,12 @@ Answer run_with(const Provider& provider, const Request& request, const Sink* si
 
 } // namespace
 
+bool gives_paths(Request::Operation operation) {
+    return operation == Request::Operation::enumerate_instance_names ||
+           operation == Request::Operation::associator_names || operation == Request::Operation::reference_names ||
+           operation == Request::Operation::create_instance;
+}
+
 Answer run(const Provider& provider, const Request& request, unsigned fail_object) {
     return run_with(provider, request, nullptr, fail_object);
 }

@@ -60,13 +60,15 @@ bool is_digit(char c) {
 
 class PathReader {
   public:
-    explicit PathReader(std::string_view text) : text_(text) {}
+    PathReader(std::string_view text, const IsReference& is_reference) : text_(text), is_reference_(is_reference) {}
 
     Object read() {
         Object object;
-        if (text_.starts_with("//")) {
-            at_ = 2;
+        if (const std::size_t host = host_position(); host != 0) {
+            at_ = host;
             object.host = up_to('/', "a host name and '/'");
+        } else {
+            take('/');
         }
         const auto colon = text_.find_first_of(":.=\"", at_);
         if (colon != std::string_view::npos && text_[colon] == ':')
@@ -76,7 +78,7 @@ class PathReader {
             return object;
         expect('.', "'.' and a key, or the end");
         do
-            object.keys.push_back(key(object.keys));
+            object.keys.push_back(key(object));
         while (take(','));
         if (at_ < text_.size())
             fail(at_, "',' and another key, or the end");
@@ -117,21 +119,29 @@ class PathReader {
         return std::string(text_.substr(start, at_ - start));
     }
 
-    Property key(const std::vector<Property>& earlier) {
+    /// Where a host begins; 0 if there is none.
+    std::size_t host_position() const {
+        for (const std::string_view before : {"//", "http://", "https://"})
+            if (text_.starts_with(before))
+                return before.size();
+        return 0;
+    }
+
+    Property key(const Object& object) {
         const std::size_t start = at_;
         Property key;
         key.name = identifier("a key name");
-        if (find_by_name(earlier, key.name) != nullptr)
+        if (object.key(key.name) != nullptr)
             fail(start, "a key other than '" + key.name + "', which was given before");
         expect('=', "'=' and the key's value");
         if (at_ < text_.size() && text_[at_] == '"')
-            read_quoted(key);
+            read_quoted(key, !is_reference_ || is_reference_(object.class_name, key.name));
         else
             read_word(key);
         return key;
     }
 
-    void read_quoted(Property& key) {
+    void read_quoted(Property& key, bool may_be_reference) {
         const std::size_t start = at_++;
         std::string content;
         while (!take('"')) {
@@ -142,7 +152,7 @@ class PathReader {
             content += text_[at_++];
         }
         key.type = "string";
-        if (auto reference = as_reference(content)) {
+        if (auto reference = may_be_reference ? as_reference(content) : nullptr) {
             key.type = "reference";
             key.value.data = std::move(reference);
         } else {
@@ -150,11 +160,11 @@ class PathReader {
         }
     }
 
-    static Value::Reference as_reference(const std::string& content) {
+    Value::Reference as_reference(const std::string& content) const {
         if (content.find('=') == std::string::npos)
             return nullptr;
         try {
-            Object path = parse_path(content);
+            Object path = parse_path(content, is_reference_);
             return path.keys.empty() ? nullptr : std::make_shared<const Object>(std::move(path));
         } catch (const PathError&) {
             return nullptr;
@@ -193,6 +203,7 @@ class PathReader {
     }
 
     std::string_view text_;
+    const IsReference& is_reference_;
     std::size_t at_ = 0;
 };
 
@@ -213,8 +224,8 @@ std::string path_text(const Object& object) {
     return text;
 }
 
-Object parse_path(std::string_view text) {
-    return PathReader(text).read();
+Object parse_path(std::string_view text, const IsReference& is_reference) {
+    return PathReader(text, is_reference).read();
 }
 
 } // namespace cmpihost

@@ -75,20 +75,40 @@ std::string json_of(const Classes& classes) {
     return Json{{"classes", std::move(list)}}.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
+/// A class and those that derive from it, each a step further in.
+std::string branch_of(const std::vector<mof::ClassDeclaration>& all, const mof::ClassDeclaration& root, int depth) {
+    std::string text = std::string(static_cast<std::size_t>(2 * depth), ' ') + root.name +
+                       (root.abstract ? " (abstract)" : "") + (root.association ? " (association)" : "") + "\n";
+    for (const mof::ClassDeclaration& declaration : all)
+        if (same_name(declaration.superclass, root.name))
+            text += branch_of(all, declaration, depth + 1);
+    return text;
+}
+
+/// All classes of the schema, those of the standard too: without them there would be no tree.
+std::string tree_of(const mof::Schema& schema) {
+    std::string text;
+    for (const mof::ClassDeclaration& declaration : schema.classes())
+        if (declaration.superclass.empty())
+            text += branch_of(schema.classes(), declaration, 0);
+    return text;
+}
+
 std::string shown(const Classes& classes, const Options& options, std::FILE* out) {
     if (options.format == Format::json)
         return json_of(classes);
     if (options.format == Format::mof)
         return mof_of(classes);
     const bool table = options.format_given || is_terminal(out);
-    return table ? text_of(classes, wants_colour(out)) : names_of(classes);
+    return table ? text_of(classes, wants_colour(options.colour, out)) : names_of(classes);
 }
 
 } // namespace
 
 int list_classes(const Options& options, const Streams& streams) {
     try {
-        return print(streams, shown(listed_classes(load_schema(options)), options, streams.out));
+        const mof::Schema schema = load_schema(options);
+        return print(streams, options.tree ? tree_of(schema) : shown(listed_classes(schema), options, streams.out));
     } catch (const std::runtime_error& error) {
         return refuse(streams, error.what());
     }

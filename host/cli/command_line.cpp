@@ -3,11 +3,15 @@
 #include "host/cli/programs.h"
 #include "host/cli/verbs.h"
 
+#include <csignal>
+
 namespace cmpihost {
 
 int run_command_line(const std::vector<std::string>& arguments, std::FILE* out, std::FILE* err) {
-    if (const Program* program = arguments.empty() ? nullptr : find_program(arguments.front()))
+    if (const Program* program = arguments.empty() ? nullptr : find_program(arguments.front())) {
+        std::signal(SIGPIPE, SIG_IGN); // peers of a server come and go
         return program->run({arguments.begin() + 1, arguments.end()}, {out, err});
+    }
     const CommandLine line = read_command_line(arguments);
     if (line.options)
         return line.options->verb->handler(*line.options, {out, err});

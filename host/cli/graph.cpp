@@ -1,6 +1,7 @@
 #include "host/cli/graph.h"
 
 #include "host/cim/path_text.h"
+#include "host/cli/output.h"
 
 #include <algorithm>
 #include <set>
@@ -12,6 +13,7 @@ namespace {
 
 using enum Request::Operation;
 
+constexpr std::size_t most_to_ask = 1000; // objects; ties of more are looked up
 constexpr const char* no_association = "CMPIHOST_NoSuchAssociation";
 
 std::string lower_case(std::string text) {
@@ -19,22 +21,19 @@ std::string lower_case(std::string text) {
     return text;
 }
 
-/// The object as all of its spellings have it in common.
-Object plain(const Object& object) {
-    Object same;
-    same.class_name = lower_case(object.class_name);
-    for (Property key : object.keys) {
-        key.name = lower_case(key.name);
-        if (const auto* reference = std::get_if<Value::Reference>(&key.value.data))
-            key.value.data = std::make_shared<const Object>(plain(**reference));
-        same.keys.push_back(std::move(key));
-    }
-    std::sort(same.keys.begin(), same.keys.end(), [](const Property& a, const Property& b) { return a.name < b.name; });
-    return same;
-}
-
+/// A text that all spellings of an object have in common, and no other object.
 std::string identity(const Object& object) {
-    return path_text(plain(object));
+    std::vector<std::pair<std::string, std::string>> keys;
+    keys.reserve(object.keys.size());
+    for (const Property& key : object.keys) {
+        const auto* reference = std::get_if<Value::Reference>(&key.value.data);
+        keys.emplace_back(lower_case(key.name), reference ? identity(**reference) : text_value(key));
+    }
+    std::sort(keys.begin(), keys.end());
+    std::string text = lower_case(object.class_name);
+    for (const auto& [name, value] : keys)
+        text.append(",").append(name).append("=").append(value);
+    return text;
 }
 
 /// Whether an instance has the class of a pattern and every key of it.
@@ -102,6 +101,15 @@ void GraphWalk::start_everywhere() {
         for (const Object& instance : names(enumerate_instance_names, path, {}))
             place_of(instance);
     }
+    leave_room();
+}
+
+/// Where there are more objects than can be shown, neighbours of the first ones tell more than the last ones.
+void GraphWalk::leave_room() {
+    if (!notes_.limited)
+        return;
+    graph_.objects.resize(std::max<std::size_t>(limit_ / 2, 1));
+    std::erase_if(places_, [this](const auto& place) { return place.second >= graph_.objects.size(); });
 }
 
 void GraphWalk::start_at(const Object& object) {
@@ -110,6 +118,7 @@ void GraphWalk::start_at(const Object& object) {
     for (const Object& instance : names(enumerate_instance_names, path, {}))
         if (matches(instance, object))
             place_of(instance);
+    leave_room();
     if (graph_.objects.empty() && !object.keys.empty())
         place_of(object);
 }
@@ -136,6 +145,47 @@ void GraphWalk::add_edge(std::size_t source, const std::string& association, con
 }
 
 void GraphWalk::visit(std::size_t source) {
+    if (!notes_.enumerated && graph_.objects.size() > most_to_ask)
+        read_ties();
+    notes_.enumerated ? look_up(source) : ask(source);
+}
+
+std::size_t GraphWalk::end_of(const Object& object) {
+    const auto [known, is_new] = end_places_.emplace(identity(object), ends_.size());
+    if (is_new)
+        ends_.push_back({object, {}});
+    return known->second;
+}
+
+void GraphWalk::read_ties() {
+    notes_.enumerated = true;
+    for (const mof::ClassDeclaration& declaration : schema_.classes()) {
+        if (!declaration.association || declaration.abstract)
+            continue;
+        Object path;
+        path.class_name = declaration.name;
+        for (const Object& tie : names(enumerate_instance_names, path, {})) {
+            std::vector<std::size_t> ends;
+            for (const Property& key : tie.keys)
+                if (const auto* end = std::get_if<Value::Reference>(&key.value.data))
+                    ends.push_back(end_of(**end));
+            if (ends.size() != 2)
+                continue;
+            ends_[ends[0]].ties.emplace_back(&declaration.name, ends[1]);
+            ends_[ends[1]].ties.emplace_back(&declaration.name, ends[0]);
+        }
+    }
+}
+
+void GraphWalk::look_up(std::size_t source) {
+    const auto found = end_places_.find(identity(graph_.objects[source]));
+    if (found == end_places_.end())
+        return;
+    for (const auto& [association, other] : ends_[found->second].ties)
+        add_edge(source, *association, ends_[other].object);
+}
+
+void GraphWalk::ask(std::size_t source) {
     const Object path = graph_.objects[source]; // a copy: objects may move when new ones are found
     std::set<std::string> always;
     for (const Object& answer : names(associator_names, path, no_association))

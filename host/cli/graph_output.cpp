@@ -1,6 +1,7 @@
 #include "host/cli/graph_output.h"
 
 #include "host/cim/path_text.h"
+#include "host/cli/json_object.h"
 #include "host/cli/output.h"
 #include "host/cli/table.h"
 
@@ -130,6 +131,19 @@ std::string dot_of(const Graph& graph, const mof::Schema& schema) {
         dot += "    o" + std::to_string(edge.from + 1) + " -> o" + std::to_string(edge.to + 1) + " [label=\"" +
                dot_quoted(short_name(edge.association)) + "\"" + (edge.both ? ", dir=both" : "") + "];\n";
     return dot + "}\n";
+}
+
+std::string json_of(const Graph& graph) {
+    using Json = nlohmann::ordered_json;
+    Json objects = Json::array();
+    for (const Object& object : graph.objects)
+        objects.push_back(json_of_object(object));
+    Json associations = Json::array();
+    for (const GraphEdge& edge : graph.edges)
+        associations.push_back(
+            {{"class", edge.association}, {"from", edge.from}, {"to", edge.to}, {"both", edge.both}});
+    const Json json{{"objects", std::move(objects)}, {"associations", std::move(associations)}};
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 } // namespace cmpihost

@@ -1,8 +1,10 @@
 #include "host/cli/graph_verb.h"
 
 #include "host/cli/answer_check.h"
+#include "host/cli/call_text.h"
 #include "host/cli/graph_output.h"
 #include "host/cli/output.h"
+#include "host/cli/progress.h"
 #include "host/cli/schema_files.h"
 #include "host/cli/session.h"
 
@@ -34,9 +36,23 @@ void tell(const GraphWalk::Notes& notes, std::size_t limit, std::FILE* err) {
     note(err, notes.left_out, "answer", " left out: given to any association, and not among the reference names");
     if (notes.limited)
         std::fprintf(err, "note: there are more than %zu objects; --limit takes another number\n", limit);
+    if (notes.enumerated)
+        std::fprintf(err, "note: of so many objects, ties are those that the associations' instance names tell\n");
     if (notes.errors > 0)
         std::fprintf(err, "%u request%s failed, the first: %s\n", notes.errors, notes.errors == 1 ? "" : "s",
                      printable(notes.first_error).c_str());
+}
+
+std::string shown(const Graph& graph, const mof::Schema& schema, GraphFormat format) {
+    switch (format) {
+    case GraphFormat::dot:
+        return dot_of(graph, schema);
+    case GraphFormat::json:
+        return json_of(graph);
+    case GraphFormat::text:
+        break;
+    }
+    return text_of(graph, schema);
 }
 
 } // namespace
@@ -45,24 +61,34 @@ int show_graph(const Options& options, const Streams& streams) {
     std::optional<mof::Schema> schema;
     std::optional<AnswerCheck> check;
     std::optional<GraphWalk> walk;
+    Progress progress(streams.err);
     try {
         schema = load_schema(options);
         check_start(*schema, options.start);
         check.emplace(options);
-        const Session session(options, streams);
+        Session session(options, streams);
         const auto ask = [&](const Request& request) {
-            Answer answer = session.ask(request);
-            check->add(request, answer);
+            progress.tell(call_text(request));
+            std::vector<Object> objects;
+            Answer answer = session.ask(request, [&](Object object, bool is_instance) {
+                check->add(request, object, is_instance);
+                objects.push_back(std::move(object));
+            });
+            answer.objects = std::move(objects);
             return answer;
         };
         walk.emplace(*schema, ask, options.name_space, options.limit);
         options.start ? walk->start_at(*options.start) : walk->start_everywhere();
         walk->run();
+        session.close();
+    } catch (const ProviderFailed& failure) {
+        std::fprintf(streams.err, "cmpihost: %s\n", failure.what());
+        return exit_provider;
     } catch (const std::runtime_error& error) {
         return refuse(streams, error.what());
     }
-    const bool dot = options.graph_format == GraphFormat::dot;
-    if (print(streams, dot ? dot_of(walk->graph(), *schema) : text_of(walk->graph(), *schema)) != exit_ok)
+    progress.end();
+    if (print(streams, shown(walk->graph(), *schema, options.graph_format)) != exit_ok)
         return exit_output;
     tell(walk->notes(), options.limit, streams.err);
     check->tell(streams.err);

@@ -1,7 +1,6 @@
 #include "host/cli/command_line.h"
 
 #include <cerrno>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 
@@ -24,7 +23,6 @@ std::FILE* take_standard_output() {
 } // namespace
 
 int main(int count, char** values) {
-    std::signal(SIGPIPE, SIG_IGN); // a closed pipe is a write error, told like any other
     std::FILE* out = take_standard_output();
     if (out == nullptr) {
         std::fprintf(stderr, "cmpihost: there is no standard output: %s\n", std::strerror(errno));

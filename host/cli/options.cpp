@@ -2,11 +2,13 @@
 
 #include "host/cim/path_text.h"
 #include "host/cli/programs.h"
+#include "host/cli/request_words.h"
 #include "host/cli/verbs.h"
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
+#include <cmath>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <stdexcept>
@@ -26,8 +28,15 @@ struct Arguments {
     std::vector<std::string> schema;
     std::string deviations;
     bool check = false;
+    bool count = false;
+    std::optional<double> repeat;
+    std::string colour = "auto";
+    bool no_fork = false;
+    std::optional<double> timeout;
+    std::optional<double> max_objects;
+    bool tree = false;
     std::optional<std::string> graph_format;
-    std::optional<std::size_t> limit;
+    std::optional<double> limit;
     std::optional<std::string> ac, arc, ar, arr;
     std::string verb;
     std::string object;
@@ -35,11 +44,7 @@ struct Arguments {
 };
 
 constexpr std::size_t default_limit = 10000;
-
-class UsageError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
+constexpr std::size_t default_max_objects = 1'000'000;
 
 std::string help_row(std::string_view verb, std::string_view help) {
     std::string name = "  " + std::string(verb);
@@ -57,9 +62,13 @@ std::string help_footer() {
     return text +
            "\nOBJECT is Class, namespace:Class or //host/namespace:Class, each with or without keys:\n"
            "  'Class.Name=\"text\",Number=5,Flag=TRUE,Ref=\"Other.Name=\\\"text\\\"\"'\n"
-           "A namespace in OBJECT goes before -n. Without a PROPERTY all are asked for; '' asks for none.\n"
+           "also /namespace:Class and http://host/namespace:Class. A namespace in OBJECT goes before -n. Without a\n"
+           "PROPERTY all are asked for; '' asks for none.\n"
            "A VALUE is a number, TRUE, FALSE, a \"text\", a path in quotes, or else a text as it stands.\n"
-           "\nThe provider's own standard output (its trace lines) is dropped unless --trace is given.\n"
+           "-o paths shows one path a line, in quotes, to paste or for\n"
+           "  cmpihost ein Class -o paths | xargs -n 1 cmpihost gi\n"
+           "\nThe provider's own standard output (its trace lines) is dropped unless --trace is given. The provider\n"
+           "has a process of its own, so that a crash or a call of exit() is told like any other failure.\n"
            "\nclasses lists the classes of the MOF files that are not abstract, without those of a dmtf.mof. On a\n"
            "terminal, and with -o text, it is a table with keys and superclasses; elsewhere one name a line, for\n"
            "  for c in $(cmpihost classes); do cmpihost ein $c; done\n"
@@ -68,7 +77,8 @@ std::string help_footer() {
            "  check: CLASS.NAME: type uint16, expected string (3 objects)\n"
            "\nExit status: 0 the operation succeeded, 1 it answered with a CIM error, 2 wrong usage, or a\n"
            "provider, scenario or schema that cannot be loaded, 3 the output could not be written, 4 the\n"
-           "operation succeeded and --check found something.\n";
+           "operation succeeded and --check found something, 5 the provider crashed, ended its process, threw an\n"
+           "exception, or went beyond --timeout or --max-objects.\n";
 }
 
 void describe_schema_options(CLI::App& app, Arguments& arguments) {
@@ -76,21 +86,19 @@ void describe_schema_options(CLI::App& app, Arguments& arguments) {
                    "MOF file of the classes; give several in the order of their declarations [dmtf.mof and fcip.mof of "
                    "the schema that is installed, or in the tree that this program was built in]")
         ->type_name("FILE")
-        ->allow_extra_args(false);
+        ->allow_extra_args(false)
+        ->take_all();
     app.add_flag("--check", arguments.check, "Hold every object of the answer against the schema, see below");
     app.add_option(
            "--deviations", arguments.deviations,
            "Findings of --check to accept, one a line [deviations.txt beside the last MOF file, if there is one]")
         ->type_name("FILE");
-    app.add_option("--format", arguments.graph_format, "Form of the graph: text or dot [text]")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({"text", "dot"}).description(""));
+    app.add_flag("--tree", arguments.tree, "List all classes under their superclasses (classes)");
     app.add_option("--limit", arguments.limit, "Most objects in a graph [" + std::to_string(default_limit) + "]")
         ->type_name("NUMBER");
 }
 
-void describe_options(CLI::App& app, Arguments& arguments) {
-    app.set_version_flag("--version", "cmpihost " CMPIHOST_VERSION);
+void describe_provider_options(CLI::App& app, Arguments& arguments) {
     app.add_option(
            "--provider", arguments.provider,
            "Provider library [libFCIPProvider.so beside this program, in ../lib, where it is installed, or where the "
@@ -99,25 +107,81 @@ void describe_options(CLI::App& app, Arguments& arguments) {
     app.add_option("--name", arguments.name, "What the names of its factories begin with")
         ->type_name("FACTORY_PREFIX")
         ->capture_default_str();
-    app.add_option("--scenario", arguments.scenario, "Scenario for the simulated switch under the provider")
-        ->type_name("FILE")
-        ->envname("SWITCHSIM_SCENARIO");
-    app.add_option("-n", arguments.name_space, "Namespace")->type_name("NAMESPACE")->capture_default_str();
-    app.add_option("-o", arguments.format, "Output format: text, mof or json [text, but see classes below]")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember({"text", "mof", "json"}).description(""));
+    app.add_option("--scenario", arguments.scenario,
+                   "Scenario for the simulated switch under the provider [that of SWITCHSIM_SCENARIO, if the provider "
+                   "takes one]")
+        ->type_name("FILE");
     app.add_option("--trace", arguments.trace, "Where the provider's standard output goes; - is standard error")
         ->type_name("FILE");
-    app.add_option("--ac", arguments.ac, "Association class (ai, ain)")->type_name("CLASS");
+    app.add_option("--timeout", arguments.timeout,
+                   "Longest time until the next object or the end of a call, in seconds [none]")
+        ->type_name("SECONDS");
+    app.add_option("--max-objects", arguments.max_objects,
+                   "Most objects that one call may return [" + std::to_string(default_max_objects) + "]")
+        ->type_name("NUMBER");
+    app.add_flag("--no-fork", arguments.no_fork,
+                 "Run the provider in this process, as for a debugger; if it crashes, so does cmpihost");
+}
+
+void describe_output_options(CLI::App& app, Arguments& arguments) {
+    app.add_option("-o", arguments.format, "Output format: text, mof, json or paths; of a graph text, dot or json "
+                                           "[text, but see classes below]")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"text", "mof", "json", "paths", "dot"}).description(""));
+    app.add_option("--format", arguments.graph_format, "As -o, of a graph: text or dot [text]")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"text", "dot"}).description(""));
+    app.add_option("--color", arguments.colour, "Colours: auto (on a terminal), always or never")
+        ->type_name("WHEN")
+        ->capture_default_str()
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""));
+    app.add_flag("--count", arguments.count, "Show how many objects there are, instead of them");
+    app.add_option("--repeat", arguments.repeat, "Ask so often, show the first answer and the times of all")
+        ->type_name("NUMBER");
+}
+
+void describe_request_options(CLI::App& app, Arguments& arguments) {
+    app.add_option("-n", arguments.name_space, "Namespace")->type_name("NAMESPACE")->capture_default_str();
+    app.add_option("--ac", arguments.ac, "Association class (ai, ain); all asks once for each of the schema")
+        ->type_name("CLASS");
     app.add_option("--arc", arguments.arc, "Result class (ai, ain, ri, rin)")->type_name("CLASS");
     app.add_option("--ar", arguments.ar, "Role of OBJECT (ai, ain, ri, rin)")->type_name("ROLE");
     app.add_option("--arr", arguments.arr, "Role of the result (ai, ain)")->type_name("ROLE");
-    describe_schema_options(app, arguments);
     app.add_option("VERB", arguments.verb, "What to do, see below")->type_name("");
-    app.add_option("OBJECT", arguments.object, "The class or instance to do it with")->type_name("");
-    app.add_option("PROPERTY", arguments.properties, "Properties to ask for, or NAME=VALUE for ci, mi and cm")
+    app.add_option("OBJECT", arguments.object, "The class or instance to do it with; of xq also a whole query")
         ->type_name("");
+    app.add_option("PROPERTY", arguments.properties,
+                   "Properties to ask for, also as a list with commas, or NAME=VALUE for ci, mi and cm")
+        ->type_name("")
+        ->take_all();
+}
+
+void describe_options(CLI::App& app, Arguments& arguments) {
+    app.option_defaults()->take_last();
+    app.set_version_flag("--version", "cmpihost " CMPIHOST_VERSION);
+    describe_provider_options(app, arguments);
+    describe_schema_options(app, arguments);
+    describe_output_options(app, arguments);
+    describe_request_options(app, arguments);
     app.footer(help_footer());
+}
+
+/// The number of an option, or `otherwise` if it was not given.
+std::size_t whole_number(const char* option, const char* what, std::optional<double> given, std::size_t otherwise) {
+    if (!given)
+        return otherwise;
+    if (*given < 1 || *given > 1e12 || *given != std::floor(*given)) {
+        std::ostringstream text;
+        text << option << ": " << *given << " is no number of " << what << ", expected 1 or more";
+        throw UsageError(text.str());
+    }
+    return static_cast<std::size_t>(*given);
+}
+
+double seconds(std::optional<double> given) {
+    if (given && !(*given > 0 && *given <= 1e6))
+        throw UsageError("--timeout: expected a number of seconds above 0, at most a million");
+    return given.value_or(0);
 }
 
 void check_filters(const Arguments& arguments, Filters filters) {
@@ -133,6 +197,17 @@ void check_filters(const Arguments& arguments, Filters filters) {
     check("--arr", arguments.arr, associators);
 }
 
+void check_format(const Arguments& arguments, const Verb& verb) {
+    const bool graph = verb.shape == Shape::graph;
+    if (!graph && arguments.graph_format)
+        throw UsageError("--format does not go with " + arguments.verb);
+    const std::string format = arguments.format.value_or("text");
+    const bool fits = format == "text" || format == "json" || (format == "dot" && graph) ||
+                      (format == "mof" && !graph) || (format == "paths" && verb.shape == Shape::request);
+    if (!fits)
+        throw UsageError("-o " + format + " does not go with " + arguments.verb);
+}
+
 /// Refuses arguments that the verb has no use for.
 void check_arguments(const Arguments& arguments, const Verb& verb) {
     const auto refuse_if = [&arguments](bool given, const char* what) {
@@ -144,90 +219,16 @@ void check_arguments(const Arguments& arguments, const Verb& verb) {
     refuse_if(classes && !arguments.object.empty(), "an OBJECT");
     refuse_if(classes && arguments.check, "--check");
     refuse_if(graph && !arguments.properties.empty(), "a PROPERTY");
-    refuse_if(graph && arguments.format, "-o");
-    refuse_if(!graph && arguments.graph_format, "--format");
+    check_format(arguments, verb);
     refuse_if(!graph && arguments.limit, "--limit");
-    if (verb.shape == Shape::request && !arguments.check && !arguments.schema.empty())
-        throw UsageError("--schema goes with classes, graph or --check only");
+    refuse_if((!classes || arguments.format.value_or("text") != "text") && arguments.tree, "--tree");
+    refuse_if(verb.shape != Shape::request && arguments.count, "--count");
+    refuse_if(verb.shape != Shape::request && arguments.repeat, "--repeat");
     if (!arguments.check && !arguments.deviations.empty())
         throw UsageError("--deviations goes with --check only");
-    if (arguments.limit == 0)
-        throw UsageError("--limit: 0 is no number of objects, expected 1 or more");
+    if (arguments.no_fork && (arguments.timeout || arguments.max_objects))
+        throw UsageError("--timeout and --max-objects do not go with --no-fork");
     check_filters(arguments, verb.filters);
-}
-
-/// Gives the namespace of the request to references that have none.
-Object in_name_space(Object object, const std::string& name_space) {
-    if (object.name_space.empty())
-        object.name_space = name_space;
-    for (Property& key : object.keys)
-        if (const auto* reference = std::get_if<Value::Reference>(&key.value.data))
-            key.value.data = std::make_shared<const Object>(in_name_space(**reference, object.name_space));
-    return object;
-}
-
-std::string query_for(const Object& path, const std::optional<std::vector<std::string>>& properties) {
-    std::string columns;
-    for (const std::string& property : properties.value_or(std::vector<std::string>()))
-        columns += (columns.empty() ? "" : ", ") + property;
-    return "SELECT " + (columns.empty() ? "*" : columns) + " FROM " + path.class_name;
-}
-
-/// A value as a key of an object path has it; what is none there is a text.
-Property named_value(const std::string& text) {
-    const std::size_t equals = text.find('=');
-    if (equals == 0 || equals == std::string::npos)
-        throw UsageError("'" + text + "': expected NAME=VALUE");
-    const std::string name = text.substr(0, equals);
-    try {
-        const Object object = parse_path("C." + text);
-        if (object.keys.size() == 1)
-            return object.keys.front();
-    } catch (const PathError&) { // a text without quotes
-    }
-    return {name, "string", {text.substr(equals + 1)}};
-}
-
-/// What follows OBJECT, of the verbs that bring values.
-void read_values(const std::vector<std::string>& words, Request& request) {
-    auto next = words.begin();
-    if (request.operation == Request::Operation::invoke_method) {
-        if (next == words.end())
-            throw UsageError("cm needs a METHOD after OBJECT");
-        request.method = *next++;
-    }
-    auto& values = request.operation == Request::Operation::invoke_method ? request.arguments : request.values;
-    std::transform(next, words.end(), std::back_inserter(values), named_value);
-    if (request.operation != Request::Operation::modify_instance || values.empty())
-        return;
-    request.properties.emplace(); // what is not named stays
-    for (const Property& value : values)
-        request.properties->push_back(value.name);
-}
-
-bool brings_values(Request::Operation operation) {
-    using enum Request::Operation;
-    return operation == create_instance || operation == modify_instance || operation == invoke_method;
-}
-
-Request request_for(const Arguments& arguments, const Verb& verb) {
-    Request request;
-    request.operation = verb.operation;
-    request.path = in_name_space(parse_path(arguments.object), arguments.name_space);
-    const bool associators = verb.filters == Filters::associators;
-    request.assoc_class = associators ? arguments.ac : arguments.arc;
-    if (associators)
-        request.result_class = arguments.arc;
-    request.role = arguments.ar;
-    request.result_role = arguments.arr;
-    if (brings_values(verb.operation)) {
-        read_values(arguments.properties, request);
-    } else if (!arguments.properties.empty()) {
-        request.properties = arguments.properties;
-        std::erase(*request.properties, "");
-    }
-    request.query = query_for(request.path, request.properties);
-    return request;
 }
 
 const Verb& verb_of(const Arguments& arguments) {
@@ -242,25 +243,69 @@ const Verb& verb_of(const Arguments& arguments) {
     return *verb;
 }
 
+Format format_of(const std::string& word) {
+    return word == "json" ? Format::json : word == "mof" ? Format::mof : word == "paths" ? Format::paths : Format::text;
+}
+
+GraphFormat graph_format_of(const std::string& word) {
+    return word == "json" ? GraphFormat::json : word == "dot" ? GraphFormat::dot : GraphFormat::text;
+}
+
+Colour colour_of(const std::string& word) {
+    return word == "always" ? Colour::always : word == "never" ? Colour::never : Colour::automatic;
+}
+
+/// The scenario that was named, or else that of the environment, which a provider need not take.
+void set_scenario(const Arguments& arguments, Options& options) {
+    const char* from_environment = std::getenv("SWITCHSIM_SCENARIO");
+    options.scenario_wanted = !arguments.scenario.empty();
+    options.scenario = options.scenario_wanted || !from_environment ? arguments.scenario : from_environment;
+}
+
+void set_limits(const Arguments& arguments, Options& options) {
+    options.limit = whole_number("--limit", "objects", arguments.limit, default_limit);
+    options.max_objects = whole_number("--max-objects", "objects", arguments.max_objects, default_max_objects);
+    options.repeat = whole_number("--repeat", "times", arguments.repeat, 1);
+    options.timeout = seconds(arguments.timeout);
+}
+
+/// What to ask, of the verbs that ask.
+void set_request(const Arguments& arguments, Options& options) {
+    Request& request = options.request;
+    request.operation = options.verb->operation;
+    const bool associators = options.verb->filters == Filters::associators;
+    options.every_association = associators && arguments.ac == "all";
+    request.assoc_class = associators ? arguments.ac : arguments.arc;
+    if (associators)
+        request.result_class = arguments.arc;
+    request.role = arguments.ar;
+    request.result_role = arguments.arr;
+    if (options.verb->shape == Shape::request)
+        read_request(arguments.object, arguments.properties, options, request);
+    else if (!arguments.object.empty())
+        options.start = read_object(arguments.object, arguments.name_space, options);
+}
+
 Options options_for(const Arguments& arguments) {
     Options options;
     options.verb = &verb_of(arguments);
     options.provider = arguments.provider.empty() ? default_provider() : arguments.provider;
     options.name = arguments.name;
-    options.scenario = arguments.scenario;
     options.trace = arguments.trace;
-    options.format = arguments.format == "json" ? Format::json : arguments.format == "mof" ? Format::mof : Format::text;
+    options.format = format_of(arguments.format.value_or(""));
     options.format_given = arguments.format.has_value();
     options.schema = arguments.schema;
     options.deviations = arguments.deviations;
     options.check = arguments.check;
-    options.graph_format = arguments.graph_format == "dot" ? GraphFormat::dot : GraphFormat::text;
-    options.limit = arguments.limit.value_or(default_limit);
+    options.count = arguments.count || options.verb->name == "count";
+    options.colour = colour_of(arguments.colour);
+    options.fork = !arguments.no_fork;
+    options.tree = arguments.tree;
+    options.graph_format = graph_format_of(arguments.graph_format.value_or(arguments.format.value_or("")));
     options.name_space = arguments.name_space;
-    if (options.verb->shape == Shape::request)
-        options.request = request_for(arguments, *options.verb);
-    else if (!arguments.object.empty())
-        options.start = in_name_space(parse_path(arguments.object), arguments.name_space);
+    set_scenario(arguments, options);
+    set_limits(arguments, options);
+    set_request(arguments, options);
     return options;
 }
 
@@ -305,6 +350,8 @@ CommandLine read_command_line(const std::vector<std::string>& arguments) {
         return usage_error(error.what());
     } catch (const PathError& error) {
         return usage_error(error.what());
+    } catch (const std::runtime_error& error) {
+        return {std::nullopt, exit_usage, {}, "cmpihost: " + std::string(error.what()) + "\n"};
     }
 }
 

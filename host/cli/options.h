@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/broker/broker.h"
+#include "host/cli/streams.h"
 
 #include <optional>
 #include <string>
@@ -11,14 +12,15 @@ namespace cmpihost {
 
 struct Verb;
 
-enum class Format { text, mof, json };
-enum class GraphFormat { text, dot };
+enum class Format { text, mof, json, paths };
+enum class GraphFormat { text, dot, json };
 
 struct Options {
     const Verb* verb = nullptr;
     std::string provider; ///< library file
     std::string name;     ///< factory prefix
     std::string scenario; ///< file; empty: none
+    bool scenario_wanted = false; ///< a provider that takes no scenario is refused
     std::string trace;    ///< file; "-": standard error; empty: dropped
     Format format = Format::text;
     bool format_given = false;
@@ -26,6 +28,16 @@ struct Options {
     std::string deviations;          ///< file of findings to accept; empty: the one beside the schema
     bool check = false;              ///< hold answers against the schema
     Request request;
+    bool count = false;      ///< show numbers of objects instead of them
+    std::size_t repeat = 1;     ///< how often to ask
+    bool every_association = false; ///< ask once per association class of the schema
+    Colour colour = Colour::automatic;
+
+    bool fork = true;            ///< the provider gets a process of its own
+    double timeout = 0;          ///< seconds that it may take for the next object or the end of a call; 0: any
+    std::size_t max_objects = 0; ///< that one call may return
+
+    bool tree = false; ///< classes under their superclasses
 
     GraphFormat graph_format = GraphFormat::text;
     std::size_t limit = 0;       ///< of objects in a graph

@@ -13,18 +13,28 @@ std::string mof_of_instance(const Object& object) {
     return mof + "};\n";
 }
 
+class MofAnswer : public AnswerText {
+  public:
+    explicit MofAnswer(bool paths) : paths_(paths) {}
+
+    std::string object(const Object& object) override {
+        std::string mof = paths_ || first_ ? "" : "\n";
+        first_ = false;
+        mof += "// " + printable(path_text(object)) + "\n";
+        return paths_ ? mof : mof + mof_of_instance(object);
+    }
+
+    std::string end(const Answer& /*answer*/, const std::string& /*failure*/) override { return {}; }
+
+  private:
+    bool paths_;
+    bool first_ = true;
+};
+
 } // namespace
 
-std::string mof_of(const Answer& answer, bool paths) {
-    std::string mof;
-    for (const Object& object : answer.objects) {
-        if (!paths && !mof.empty())
-            mof += "\n";
-        mof += "// " + printable(path_text(object)) + "\n";
-        if (!paths)
-            mof += mof_of_instance(object);
-    }
-    return mof;
+std::unique_ptr<AnswerText> mof_answer(bool paths) {
+    return std::make_unique<MofAnswer>(paths);
 }
 
 } // namespace cmpihost

@@ -42,6 +42,12 @@ mof::Schema load_schema(const Options& options) {
     return value_or_throw(mof::Schema::read(schema_files(options)));
 }
 
+std::optional<mof::Schema> schema_if_there(const Options& options) {
+    if (options.schema.empty() && default_schema_folder().empty())
+        return std::nullopt;
+    return load_schema(options);
+}
+
 mof::Deviations load_deviations(const Options& options) {
     if (!options.deviations.empty())
         return value_or_throw(mof::Deviations::read(options.deviations));

@@ -18,6 +18,10 @@ std::vector<std::string> default_schema_files();
 /// @throws std::runtime_error whose what() is one line
 mof::Schema load_schema(const Options& options);
 
+/// As load_schema(); nothing if the options name no file and there is none.
+/// @throws std::runtime_error whose what() is one line
+std::optional<mof::Schema> schema_if_there(const Options& options);
+
 /// Reads the file that the options name, or else deviations.txt beside the last schema file. Without one there are
 /// none.
 /// @throws std::runtime_error whose what() is one line

@@ -1,29 +1,42 @@
-// A provider, ready to be asked.
+// A provider, ready to be asked, here or in a process of its own.
 #pragma once
 
-#include "host/broker/loader.h"
-#include "host/cli/options.h"
-#include "host/cli/redirect.h"
-#include "host/cli/streams.h"
+#include "host/broker/held.h"
+#include "host/cli/provider_process.h"
 
 namespace cmpihost {
 
-/// Loads the provider that the options name, with its scenario, and keeps what it prints out of the program's output.
 class Session {
   public:
-    /// @throws std::runtime_error whose what() is one line
-    Session(const Options& options, const Streams& streams)
-        : redirected_(options.trace, streams.err), library_(options.provider) {
-        if (!options.scenario.empty())
-            library_.load_scenario(options.scenario);
-        library_.create(options.name);
+    using Take = ProviderProcess::Take;
+
+    /// @throws std::runtime_error whose what() is one line, ProviderFailed
+    Session(const Options& options, const Streams& streams) {
+        if (options.fork)
+            process_.emplace(options, streams);
+        else
+            here_.emplace(options, streams);
     }
 
-    Answer ask(const Request& request) const { return run(library_.provider(), request); }
+    /// The answer without its objects, which `take` gets. @throws ProviderFailed
+    Answer ask(const Request& request, const Take& take) {
+        if (process_)
+            return process_->ask(request, take);
+        return here_->ask(request, [&take](const HeldObject& object, bool is_instance) {
+            take(plain(object), is_instance);
+        });
+    }
+
+    /// Has the provider clean up. Nothing can be asked then. @throws ProviderFailed
+    void close() {
+        if (process_)
+            process_->close();
+        here_.reset();
+    }
 
   private:
-    StandardOutputElsewhere redirected_;
-    Library library_;
+    std::optional<LoadedProvider> here_;
+    std::optional<ProviderProcess> process_;
 };
 
 } // namespace cmpihost

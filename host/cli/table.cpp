@@ -13,14 +13,10 @@ std::size_t width_of(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; }));
 }
 
-std::string line_of(const Row& cells, const std::vector<std::size_t>& widths) {
-    std::string line;
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        line += cells[i];
-        if (i + 1 < cells.size())
-            line.append(widths[i] - width_of(cells[i]) + 2, ' ');
-    }
-    return line;
+} // namespace
+
+std::string styled(const std::string& text, const char* style, bool colour) {
+    return colour ? std::string("\033[") + style + "m" + text + "\033[0m" : text;
 }
 
 std::vector<std::size_t> widths_of(const std::vector<Row>& rows) {
@@ -33,10 +29,14 @@ std::vector<std::size_t> widths_of(const std::vector<Row>& rows) {
     return widths;
 }
 
-} // namespace
-
-std::string styled(const std::string& text, const char* style, bool colour) {
-    return colour ? std::string("\033[") + style + "m" + text + "\033[0m" : text;
+std::string aligned_row(const Row& cells, const std::vector<std::size_t>& widths) {
+    std::string line;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        line += cells[i];
+        if (i + 1 < cells.size())
+            line.append(std::max(widths[i], width_of(cells[i])) - width_of(cells[i]) + 2, ' ');
+    }
+    return line;
 }
 
 std::vector<std::string> aligned(const std::vector<Row>& rows) {
@@ -44,7 +44,7 @@ std::vector<std::string> aligned(const std::vector<Row>& rows) {
     std::vector<std::string> lines;
     lines.reserve(rows.size());
     for (const Row& row : rows)
-        lines.push_back(line_of(row, widths));
+        lines.push_back(aligned_row(row, widths));
     return lines;
 }
 

@@ -13,6 +13,9 @@
 #include <string>
 #include <vector>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace {
 
 using switchsim::Fault;
@@ -177,6 +180,21 @@ TEST_F(Switchdump, LinkReadThatBringsNoneEndsTheLinks) {
         switchsim::clear_faults();
         switchsim::clear_counts();
     }
+}
+
+TEST_F(Switchdump, AFullDiskIsAnError) {
+    std::fflush(stdout);
+    const int saved = dup(STDOUT_FILENO);
+    const int full = open("/dev/full", O_WRONLY);
+    dup2(full, STDOUT_FILENO);
+    testing::internal::CaptureStderr();
+    const char* arguments[] = {"switchdump"};
+    EXPECT_EQ(switchdump::run(1, arguments), 1);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "switchdump: the output could not be written\n");
+    std::clearerr(stdout);
+    dup2(saved, STDOUT_FILENO);
+    close(full);
+    close(saved);
 }
 
 } // namespace

@@ -105,9 +105,27 @@ TEST(Loader, AnUnresolvedSymbolIsNamed) {
 }
 
 TEST(Loader, MissingFactoriesAreNamed) {
-    EXPECT_EQ(error_of(no_factories, "Name"), "provider library " + no_factories +
-                                                  ": has neither Name_Create_InstanceMI nor "
-                                                  "Name_Create_AssociationMI nor Name_Create_MethodMI");
+    EXPECT_EQ(error_of(no_factories, "Name"),
+              "provider library " + no_factories +
+                  ": has none of Name_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI");
+}
+
+TEST(Loader, FactoriesOfOtherNamesAreListed) {
+    EXPECT_EQ(error_of(good, "Name"),
+              "provider library " + good +
+                  ": has none of Name_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI; it has "
+                  "Good_Create_AssociationMI, Good_Create_InstanceMI, Good_Create_MethodMI, Half_Create_InstanceMI");
+}
+
+TEST(Loader, IndicationsAreRefusedByName) {
+    EXPECT_EQ(error_of(odd, "Told"), "provider library " + odd +
+                                         ": Told_Create_IndicationMI() makes a provider of indications, which are not "
+                                         "served");
+}
+
+TEST(Loader, AFactoryForAnyNameIsGivenTheName) {
+    EXPECT_EQ(error_of(folder + "/host_fault_provider.so", "Any"), "no error");
+    EXPECT_EQ(error_of(folder + "/host_fault_provider.so", "None"), "_Generic_Create_InstanceMI() made no MI");
 }
 
 struct RefusalRow {

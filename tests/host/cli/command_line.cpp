@@ -1,5 +1,6 @@
 // The command line with a provider: every verb, every format, every outcome.
 #include "tests/host/cli/command_line_test.h"
+#include "tests/host/mof/schema_file.h"
 
 #include <array>
 #include <filesystem>
@@ -152,9 +153,10 @@ TEST_F(CommandLines, CallMethod) {
                   "Text         string  \"2 and 40\"\n"
                   "Where        string  \"root/cimv2:Test_Thing.Name=\\\"n\\\"\"\n");
     expect_output(ask({"cm", "Test_Thing", "Quiet"}), "");
-    expect_error(ask({"cm", "Test_Thing", "Other"}), 1, "CIM error 17 (METHOD_NOT_FOUND)\n");
+    expect_error(ask({"cm", "Test_Thing", "Other"}), 1,
+                 "note: class Test_Thing is not in the schema\nCIM error 17 (METHOD_NOT_FOUND)\n");
     expect_error(cmpihost_with({"--provider", good_provider, "--name", "Half", "cm", "Test_Thing", "Add"}), 1,
-                 "CIM error 16 (METHOD_NOT_AVAILABLE)\n");
+                 "note: class Test_Thing is not in the schema\nCIM error 16 (METHOD_NOT_AVAILABLE)\n");
 }
 
 TEST_F(CommandLines, CallMethodInJson) {
@@ -167,7 +169,7 @@ TEST_F(CommandLines, CallMethodInJson) {
 }
 
 TEST_F(CommandLines, DeleteInstance) {
-    expect_error(ask({"di", "Test_Echo"}), 1, "CIM error 7 (NOT_SUPPORTED)\n");
+    expect_error(ask({"di", "Test_Echo"}), 1, "note: class Test_Echo is not in the schema\nCIM error 7 (NOT_SUPPORTED)\n");
 }
 
 TEST_F(CommandLines, ExecuteQuery) {
@@ -179,7 +181,7 @@ TEST_F(CommandLines, ExecuteQuery) {
 
 TEST_F(CommandLines, AProviderWithoutAnInterface) {
     expect_error(cmpihost_with({"--provider", good_provider, "--name", "Half", "ai", "Test_Echo"}), 1,
-                 "CIM error 7 (NOT_SUPPORTED)\n");
+                 "note: class Test_Echo is not in the schema\nCIM error 7 (NOT_SUPPORTED)\n");
 }
 
 // -------------------------------------------------------------------------------------------------------- formats
@@ -231,10 +233,6 @@ TEST_F(CommandLines, Json) {
     const std::string first = json_reference("First", "thing 1", 1);
     const std::string second = json_reference("Second", R"(a \"second\" thing)", 2);
     expect_output(ask({"-o", "json", "ei", "Test_Pair"}), R"({
-  "status": {
-    "rc": 0,
-    "message": null
-  },
   "objects": [
     {
       "class": "Test_Pair",
@@ -248,6 +246,10 @@ TEST_F(CommandLines, Json) {
       ]
     }
   ],
+  "status": {
+    "rc": 0,
+    "message": null
+  },
   "nullResults": 0,
   "invalidResults": 0
 }
@@ -257,23 +259,25 @@ TEST_F(CommandLines, Json) {
 // ------------------------------------------------------------------------------------------------------- outcomes
 
 TEST_F(CommandLines, CimErrorsAreToldWithTheirName) {
-    expect_error(ask({"ei", "No_Such"}), 1, "CIM error 5 (INVALID_CLASS): no class No_Such\n");
-    expect_error(ask({"ei", "Test_Codes"}), 1, "CIM error 4711 (UNKNOWN)\n");
-    expect_error(ask({"-o", "mof", "ei", "No_Such"}), 1, "CIM error 5 (INVALID_CLASS): no class No_Such\n");
+    expect_error(ask({"ei", "No_Such"}), 1,
+                 "note: class No_Such is not in the schema\nCIM error 5 (INVALID_CLASS): no class No_Such\n");
+    expect_error(ask({"ei", "Test_Codes"}), 1, "note: class Test_Codes is not in the schema\nCIM error 4711 (UNKNOWN)\n");
+    expect_error(ask({"-o", "mof", "ei", "No_Such"}), 1,
+                 "note: class No_Such is not in the schema\nCIM error 5 (INVALID_CLASS): no class No_Such\n");
 }
 
 TEST_F(CommandLines, CimErrorsAreInJsonToo) {
     const Outcome outcome = ask({"-o", "json", "ei", "No_Such"});
     EXPECT_EQ(outcome.exit_code, 1);
     EXPECT_NE(outcome.out.find("\"rc\": 5,\n    \"message\": \"no class No_Such\""), std::string::npos) << outcome.out;
-    EXPECT_EQ(outcome.err, "CIM error 5 (INVALID_CLASS): no class No_Such\n");
+    EXPECT_EQ(outcome.err, "note: class No_Such is not in the schema\nCIM error 5 (INVALID_CLASS): no class No_Such\n");
 }
 
 TEST_F(CommandLines, AMessageOfSuccessIsANote) {
     const Outcome outcome = ask({"ei", "Test_Note"});
     EXPECT_EQ(outcome.exit_code, 0);
     EXPECT_EQ(outcome.out, "0 objects\n");
-    EXPECT_EQ(outcome.err, "note: nothing to see\n");
+    EXPECT_EQ(outcome.err, "note: class Test_Note is not in the schema\nnote: nothing to see\n");
 }
 
 TEST_F(CommandLines, NullAndInvalidResultsAreNoted) {
@@ -290,7 +294,8 @@ TEST_F(CommandLines, LoaderErrorsAreUsageErrors) {
                  "cmpihost: provider library /no/such.so: no such file\n");
     expect_error(cmpihost_with({"--provider", good_provider, "--name", "Bad", "ei", "C"}), 2,
                  "cmpihost: provider library " + good_provider +
-                     ": has neither Bad_Create_InstanceMI nor Bad_Create_AssociationMI nor Bad_Create_MethodMI\n");
+                     ": has none of Bad_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI; it has "
+                     "Good_Create_AssociationMI, Good_Create_InstanceMI, Good_Create_MethodMI, Half_Create_InstanceMI\n");
 }
 
 TEST_F(CommandLines, WhatCannotBeWrittenIsAnError) {
@@ -373,7 +378,7 @@ constexpr const char* bad_scenario = "cmpihost: bad.toml:3:7: ports: a list of t
 
 TEST_F(CommandLines, AScenarioIsLoadedBeforeTheFactoriesAreCalled) {
     expect_error(cmpihost_with({"--provider", odd_provider, "--name", "Empty", "--scenario", "good.toml", "ei", "C"}),
-                 1, "CIM error 7 (NOT_SUPPORTED)\n");
+                 1, "note: class C is not in the schema\nCIM error 7 (NOT_SUPPORTED)\n");
     expect_error(cmpihost_with({"--provider", odd_provider, "--name", "Empty", "--scenario", "bad.toml", "ei", "C"}), 2,
                  bad_scenario);
     const Outcome without = ask({"--scenario", "good.toml", "ei", "C"});
@@ -386,11 +391,62 @@ TEST_F(CommandLines, TheEnvironmentNamesAScenarioTheSameWay) {
     setenv("SWITCHSIM_SCENARIO", "bad.toml", 1);
     expect_error(cmpihost_with({"--provider", odd_provider, "--name", "Empty", "ei", "C"}), 2, bad_scenario);
     expect_error(cmpihost_with({"--provider", odd_provider, "--name", "Empty", "--scenario", "good.toml", "ei", "C"}),
-                 1, "CIM error 7 (NOT_SUPPORTED)\n");
+                 1, "note: class C is not in the schema\nCIM error 7 (NOT_SUPPORTED)\n");
     setenv("SWITCHSIM_SCENARIO", "", 1);
     expect_error(cmpihost_with({"--provider", odd_provider, "--name", "Empty", "ei", "C"}), 1,
                  "CIM error 7 (NOT_SUPPORTED)\n");
     unsetenv("SWITCHSIM_SCENARIO");
+}
+
+TEST_F(CommandLines, TheEnvironmentsScenarioIsNotForOtherProviders) {
+    setenv("SWITCHSIM_SCENARIO", "bad.toml", 1);
+    expect_output(ask({"ein", "Test_Thing"}), things);
+    unsetenv("SWITCHSIM_SCENARIO");
+}
+
+// --------------------------------------------------------------------------------------------------- typing errors
+
+TEST_F(CommandLines, WhatTheSchemaDoesNotDeclareIsNoted) {
+    const SchemaFolder folder;
+    const std::string mof = folder.file("things.mof", things_mof);
+    const Outcome property = ask({"--schema", mof, "ei", "test_thing", "flag", "Flagg"});
+    EXPECT_EQ(property.exit_code, 0);
+    EXPECT_NE(property.out.find("\n3 objects\n"), std::string::npos);
+    EXPECT_EQ(property.err, "note: class Test_Thing declares no property Flagg\n");
+    EXPECT_EQ(ask({"--schema", mof, "mi", "Test_Thing", "Nam=x"}).err.find("note: class Test_Thing declares no property "
+                                                                           "Nam\n"),
+              0u);
+    EXPECT_EQ(ask({"--schema", mof, "ei", "Test_Thin"}).err,
+              "note: class Test_Thin is not in the schema\nCIM error 5 (INVALID_CLASS): no class Test_Thin\n");
+    EXPECT_EQ(ask({"--schema", mof, "ei", "Test_Thing", "Name,Number", "Flag"}).err, "");
+}
+
+TEST_F(CommandLines, APropertyListMayHaveCommas) {
+    expect_output(ask({"ei", "Test_Echo", "A,B", "C"}), echo("enumerateInstances", "root/cimv2:Test_Echo", "A;B;C;"));
+}
+
+TEST_F(CommandLines, ATextOfEqualsSignsIsAReferenceWhereTheSchemaSaysSo) {
+    const SchemaFolder folder;
+    const std::string mof = folder.file("m.mof", "class Test_Echo { [Key] string InstanceID; };\n"
+                                                 "[Association] class Test_Tie { [Key] Test_Echo REF End; };\n");
+    const auto value_of = [&mof](const std::string& key) {
+        const Outcome outcome = ask({"--schema", mof, "-o", "json", "gi", "Test_Echo." + key});
+        const auto at = outcome.out.find("\"type\": ");
+        return at == std::string::npos ? outcome.out : outcome.out.substr(at + 8, 12);
+    };
+    EXPECT_EQ(value_of("InstanceID=\"acme:x.y=1\"").substr(0, 8), " \"string");
+    EXPECT_EQ(value_of("Other=\"acme:x.y=1\"").substr(0, 11), " \"reference");
+}
+
+TEST_F(CommandLines, APathMayStandAsOtherToolsWriteIt) {
+    EXPECT_EQ(ask({"gi", "/root/x:Test_Echo"}).out.find("root/x:Test_Echo\n"), 0u);
+    EXPECT_EQ(ask({"gi", "http://host:5988/root/x:Test_Echo"}).out.find("//host:5988/root/x:Test_Echo\n"), 0u);
+}
+
+TEST_F(CommandLines, AWholeQueryIsHandedOn) {
+    const Outcome outcome = ask({"-n", "ns", "xq", "select A from Test_Echo where B = 1"});
+    EXPECT_NE(outcome.out.find("\"select A from Test_Echo where B = 1\""), std::string::npos) << outcome.out;
+    EXPECT_EQ(outcome.out.find("ns:Test_Echo\n"), 0u);
 }
 
 } // namespace

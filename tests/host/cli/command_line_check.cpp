@@ -55,7 +55,8 @@ TEST_F(Check, TellsFindingsOfAllObjectsInTheirOrder) {
 }
 
 TEST_F(Check, LeavesTheExitStatusOfACimError) {
-    expect_check(check({"ei", "No_Such"}), 1, "CIM error 5 (INVALID_CLASS): no class No_Such\n");
+    expect_check(check({"ei", "No_Such"}), 1,
+                 "note: class No_Such is not in the schema\nCIM error 5 (INVALID_CLASS): no class No_Such\n");
 }
 
 TEST_F(Check, HonoursTheDeviationsBesideTheSchema) {

@@ -47,6 +47,14 @@ TEST_F(Classes, AreATableOnRequest) {
     EXPECT_EQ(classes({"-o", "text"}).out, table);
 }
 
+TEST_F(Classes, AreATreeOnRequest) {
+    EXPECT_EQ(classes({"--tree"}).out, "Test_Named (abstract)\n"
+                                       "  Test_Base\n"
+                                       "Test_Thing\n"
+                                       "Test_Pair (association)\n"
+                                       "Test_Loose\n");
+}
+
 TEST_F(Classes, AreMofWithTheirKeysOnRequest) {
     EXPECT_EQ(classes({"-o", "mof"}).out, "class Test_Base : Test_Named {\n"
                                           "    [Key] string Name;\n"

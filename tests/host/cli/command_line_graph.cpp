@@ -121,6 +121,16 @@ TEST_F(Graphs, AreForGraphvizOnRequest) {
     expect_graph(graph({"--format", "dot"}), whole_dot);
 }
 
+TEST_F(Graphs, AreJsonOnRequest) {
+    const Outcome outcome = graph({"-o", "json"});
+    EXPECT_EQ(outcome.exit_code, 0);
+    EXPECT_EQ(outcome.out.find("{\n  \"objects\": [\n    {\n      \"class\": \"Net_Port\","), 0u);
+    EXPECT_NE(outcome.out.find("\"associations\": [\n    {\n      \"class\": \"Net_OnCard\",\n      \"from\": 0,\n"
+                               "      \"to\": 3,\n      \"both\": true\n    },"),
+              std::string::npos)
+        << outcome.out;
+}
+
 TEST_F(Graphs, StartAtAnObject) {
     const Outcome outcome = graph({R"(Net_Card.InstanceID="card \"1\"")"});
     EXPECT_EQ(outcome.out.find("Card card \"1\"\n"
@@ -158,17 +168,18 @@ TEST_F(Graphs, AskForOneAssociationAtATime) {
                            "note: there are more than 1 objects; --limit takes another number\n");
 }
 
-TEST_F(Graphs, StopAtALimit) {
+TEST_F(Graphs, StopAtALimitWithRoomForNeighbours) {
     const Outcome outcome = graph({"--limit", "2"});
     EXPECT_EQ(outcome.exit_code, 0);
     EXPECT_EQ(outcome.out, "Port p1\n"
-                           "  Line  ->  Port p2\n"
+                           "  OnCard  <->  Card card \"1\"\n"
                            "\n"
-                           "Port p2\n"
-                           "  Line  <-  Port p1\n"
+                           "Card card \"1\"\n"
+                           "  OnCard  <->  Port p1\n"
                            "\n"
                            "2 objects, 1 association\n");
-    EXPECT_EQ(outcome.err, "note: there are more than 2 objects; --limit takes another number\n");
+    EXPECT_EQ(outcome.err, std::string(one_left_out) +
+                               "note: there are more than 2 objects; --limit takes another number\n");
     expect_graph(graph({"--limit", "5"}), whole_graph);
 }
 
@@ -190,6 +201,8 @@ TEST_F(Graphs, TellOfRequestsThatFail) {
 }
 
 TEST_F(Graphs, AreCheckedOnRequest) {
+    folder_.file("deviations.txt", "enumerateInstanceNames: no returnDone\nassociatorNames: no returnDone\n"
+                                   "referenceNames: no returnDone\n");
     const Outcome clean = graph({"--check"});
     expect_graph(clean, whole_graph);
     const std::string other = folder_.file("other.mof", "class Net_Port {\n    [Key] string Name;\n};\n"

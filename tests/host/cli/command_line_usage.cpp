@@ -23,7 +23,7 @@ TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
         {{"fly", "C"}, "unknown verb 'fly'"},
         {{"EI", "C"}, "unknown verb 'EI'"},
         {{"--fly", "ei", "C"}, "The following argument was not expected: --fly"},
-        {{"-o", "xml", "ei", "C"}, "-o: xml not in {text,mof,json}"},
+        {{"-o", "xml", "ei", "C"}, "-o: xml not in {text,mof,json,paths,dot}"},
         {{"ei", "C", "--provider"}, "--provider: 1 required FILE missing"},
         {{"ei", "1C"}, "object path, position 1: expected a class name"},
         {{"ei", "C.k=v"},
@@ -36,7 +36,7 @@ TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
         {{"rin", "C", "--arr", "A"}, "--arr does not go with rin"},
         {{"graph", "1C"}, "object path, position 1: expected a class name"},
         {{"graph", "C", "P"}, "a PROPERTY does not go with graph"},
-        {{"graph", "-o", "json"}, "-o does not go with graph"},
+        {{"graph", "-o", "mof"}, "-o mof does not go with graph"},
         {{"graph", "--ac", "A"}, "--ac does not go with graph"},
         {{"graph", "--format", "svg"}, "--format: svg not in {text,dot}"},
         {{"graph", "--limit", "0"}, "--limit: 0 is no number of objects, expected 1 or more"},
@@ -47,7 +47,22 @@ TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
         {{"classes", "--check"}, "--check does not go with classes"},
         {{"classes", "--ac", "A"}, "--ac does not go with classes"},
         {{"classes", "--deviations", "f"}, "--deviations goes with --check only"},
-        {{"ei", "C", "--schema", "f"}, "--schema goes with classes, graph or --check only"},
+        {{"graph", "--limit", "-3"}, "--limit: -3 is no number of objects, expected 1 or more"},
+        {{"graph", "--limit", "2.5"}, "--limit: 2.5 is no number of objects, expected 1 or more"},
+        {{"graph", "--limit", "1e20"}, "--limit: 1e+20 is no number of objects, expected 1 or more"},
+        {{"ei", "C", "--max-objects", "0"}, "--max-objects: 0 is no number of objects, expected 1 or more"},
+        {{"ei", "C", "--repeat", "0"}, "--repeat: 0 is no number of times, expected 1 or more"},
+        {{"ei", "C", "--timeout", "0"}, "--timeout: expected a number of seconds above 0, at most a million"},
+        {{"ei", "C", "--timeout", "nan"}, "--timeout: expected a number of seconds above 0, at most a million"},
+        {{"ei", "C", "--timeout", "1", "--no-fork"}, "--timeout and --max-objects do not go with --no-fork"},
+        {{"ei", "C", "--tree"}, "--tree does not go with ei"},
+        {{"ei", "C", "-o", "dot"}, "-o dot does not go with ei"},
+        {{"classes", "-o", "paths"}, "-o paths does not go with classes"},
+        {{"classes", "--count"}, "--count does not go with classes"},
+        {{"graph", "--repeat", "2"}, "--repeat does not go with graph"},
+        {{"ei", "C", "--color", "blue"}, "--color: blue not in {auto,always,never}"},
+        {{"xq", "SELECT x"}, "'SELECT x': expected FROM and a class"},
+        {{"xq", "SELECT x FROM C", "x"}, "a PROPERTY does not go with a whole query"},
         {{"ei", "C", "--deviations", "f"}, "--deviations goes with --check only"},
     };
     for (const UsageRow& row : rows) {
@@ -67,7 +82,8 @@ TEST_F(CommandLines, HelpNamesEveryVerbAndOption) {
         EXPECT_NE(outcome.out.find("\n  " + std::string(verb.name) + " "), std::string::npos) << verb.name;
     for (const char* option : {"--provider FILE", "--name FACTORY_PREFIX", "--scenario FILE", "-n NAMESPACE",
                                "-o FORMAT", "--trace FILE", "--schema FILE", "--check", "--deviations FILE",
-                               "--ac CLASS", "--arc CLASS", "--ar ROLE", "--arr ROLE", "--version"})
+                               "--timeout SECONDS", "--max-objects NUMBER", "--no-fork", "--count", "--repeat NUMBER",
+                               "--color WHEN", "--tree", "--limit NUMBER", "--ac CLASS", "--arc CLASS", "--ar ROLE", "--arr ROLE", "--version"})
         EXPECT_NE(outcome.out.find("\n  " + std::string(option)), std::string::npos) << option;
 }
 
@@ -95,6 +111,13 @@ TEST(Options, StandAnywhere) {
     EXPECT_EQ(line.options->trace, "-");
     EXPECT_EQ(line.options->request.path.name_space, "ns");
     EXPECT_EQ(line.options->request.properties, std::vector<std::string>{"P"});
+}
+
+TEST(Options, FollowTheLastOne) {
+    const CommandLine line = read_command_line({"-o", "json", "-n", "a", "ei", "C", "-o", "mof", "-n", "b"});
+    ASSERT_TRUE(line.options.has_value()) << line.error;
+    EXPECT_EQ(line.options->format, Format::mof);
+    EXPECT_EQ(line.options->request.path.name_space, "b");
 }
 
 TEST(Verbs, AreFoundByName) {

@@ -80,6 +80,26 @@ Request asking(Request::Operation operation) {
 const Request names = asking(Request::Operation::enumerate_instance_names);
 const Request instances = asking(Request::Operation::enumerate_instances);
 
+/// All that is shown of an answer.
+std::string shown(const std::unique_ptr<AnswerText>& text, const Answer& answer) {
+    std::string all = text->begin();
+    for (const Object& object : answer.objects)
+        all += text->object(object);
+    return all + text->end(answer, {});
+}
+
+std::string text_of(const Answer& answer, const Request& request, bool colour) {
+    return shown(text_answer(request, colour, nullptr), answer);
+}
+
+std::string mof_of(const Answer& answer, bool paths) {
+    return shown(mof_answer(paths), answer);
+}
+
+std::string json_of(const Answer& answer) {
+    return shown(json_answer(), answer);
+}
+
 // ----------------------------------------------------------------------------------------------------------- text
 
 TEST(TextOutput, PathsAreATable) {
@@ -191,11 +211,11 @@ TEST(MofOutput, PathsAreComments) {
 
 TEST(JsonOutput, AnEmptyAnswer) {
     EXPECT_EQ(json_of({}), R"({
+  "objects": [],
   "status": {
     "rc": 0,
     "message": null
   },
-  "objects": [],
   "nullResults": 0,
   "invalidResults": 0
 }
@@ -219,10 +239,6 @@ TEST(JsonOutput, AFullAnswer) {
     answer.null_results = 2;
     answer.invalid_results = 3;
     EXPECT_EQ(json_of(answer), R"({
-  "status": {
-    "rc": 7,
-    "message": "no"
-  },
   "objects": [
     {
       "class": "Thing",
@@ -289,6 +305,10 @@ TEST(JsonOutput, AFullAnswer) {
       ]
     }
   ],
+  "status": {
+    "rc": 7,
+    "message": "no"
+  },
   "nullResults": 2,
   "invalidResults": 3
 }

@@ -48,6 +48,8 @@ EXPORT CMPIAssociationMI* NoAssociations_Create_AssociationMI(const CMPIBroker* 
     return NULL;
 }
 
+EXPORT void Told_Create_IndicationMI(void) {}
+
 EXPORT int switchsim_load_scenario(const char* file, char* message, size_t size) {
     if (strcmp(file, "silent.toml") == 0)
         return 1;

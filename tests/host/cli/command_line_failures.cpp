@@ -1,0 +1,101 @@
+// cmpihost with providers that crash, end the process, never come back, or never end.
+#include "tests/host/cli/command_line_test.h"
+#include "tests/host/mof/schema_file.h"
+
+namespace cmpihost {
+namespace {
+
+struct FailureRow {
+    std::vector<std::string> arguments;
+    const char* out;
+    const char* error;
+};
+
+Outcome ask_bad(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"--provider", bad_provider, "--name", "Bad"});
+    return cmpihost_with(arguments);
+}
+
+Outcome ask_fault(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"--provider", fault_provider, "--name", "Any"});
+    return cmpihost_with(arguments);
+}
+
+TEST_F(CommandLines, AMisbehavingProviderIsToldInOneLine) {
+    const std::vector<FailureRow> rows{
+        {{"ei", "Bad_Segv"}, "", "the provider died of signal 11 (SIGSEGV) in enumerateInstances of root/cimv2:Bad_Segv"},
+        {{"ein", "Bad_Abort"},
+         "",
+         "the provider died of signal 6 (SIGABRT) in enumerateInstanceNames of root/cimv2:Bad_Abort"},
+        {{"gi", "Bad_Stack.Name=\"x\""},
+         "",
+         "the provider died of signal 11 (SIGSEGV) in getInstance of root/cimv2:Bad_Stack.Name=\"x\""},
+        {{"ei", "Bad_Exit"}, "", "the provider called exit(3) in enumerateInstances of root/cimv2:Bad_Exit"},
+        {{"--timeout", "0.3", "ei", "Bad_Loop"},
+         "",
+         "the provider gave no answer for 0.3 seconds in enumerateInstances of root/cimv2:Bad_Loop"},
+        {{"--max-objects", "2", "ein", "Bad_Endless"},
+         "Name\ngood\ngood\n\n2 objects\n",
+         "the provider returned more than 2 objects in enumerateInstanceNames of root/cimv2:Bad_Endless"},
+    };
+    for (const FailureRow& row : rows) {
+        SCOPED_TRACE(row.error);
+        const Outcome outcome = ask_bad(row.arguments);
+        EXPECT_EQ(outcome.exit_code, 5);
+        EXPECT_EQ(outcome.out, row.out);
+        EXPECT_EQ(outcome.err, "cmpihost: " + std::string(row.error) + "\n");
+    }
+}
+
+TEST_F(CommandLines, WhatWasAnsweredBeforeACrashIsShown) {
+    const Outcome names = ask_fault({"ein", "Fault_Late"});
+    EXPECT_EQ(names.exit_code, 5);
+    EXPECT_EQ(names.out, "Name\nfirst\nsecond\n\n2 objects\n");
+    const Outcome instances = ask_fault({"-o", "mof", "ei", "Fault_Late", "Name"});
+    EXPECT_NE(instances.out.find("Name = \"second\""), std::string::npos) << instances.out;
+    const Outcome json = ask_fault({"-o", "json", "ein", "Fault_Late"});
+    EXPECT_NE(json.out.find("\"second\""), std::string::npos);
+    EXPECT_NE(json.out.find("  \"status\": {\n    \"rc\": null,\n    \"message\": \"the provider died of signal 11"),
+              std::string::npos)
+        << json.out;
+}
+
+TEST_F(CommandLines, TheTraceBeforeACrashIsShown) {
+    EXPECT_EQ(ask_fault({"--trace", "-", "ein", "Fault_Late"}).err,
+              "about to crash\n"
+              "cmpihost: the provider died of signal 11 (SIGSEGV) in enumerateInstanceNames of "
+              "root/cimv2:Fault_Late\n");
+}
+
+TEST_F(CommandLines, AFailureOutsideOfACallIsToldToo) {
+    const Outcome loading = cmpihost_with({"--provider", fault_provider, "--name", "Crash", "ein", "C"});
+    EXPECT_EQ(loading.exit_code, 5);
+    EXPECT_EQ(loading.err, "cmpihost: the provider died of signal 6 (SIGABRT) while it was loaded\n");
+    const Outcome cleanup = ask_fault({"ein", "Fault_Cleanup"});
+    EXPECT_EQ(cleanup.exit_code, 5);
+    EXPECT_EQ(cleanup.out, "Name\nfirst\n\n1 object\n");
+    EXPECT_EQ(cleanup.err, "cmpihost: the provider called exit(7) while it cleaned up\n");
+}
+
+TEST_F(CommandLines, AProviderInTimeIsNotDisturbed) {
+    const Outcome outcome = ask_bad({"--timeout", "20", "--max-objects", "1", "ein", "Bad_Sleep50"});
+    EXPECT_EQ(outcome.exit_code, 0);
+    EXPECT_EQ(outcome.err, "");
+}
+
+TEST_F(CommandLines, AProviderCanRunInThisProcess) {
+    EXPECT_EQ(ask({"--no-fork", "ein", "Test_Thing"}).out, ask({"ein", "Test_Thing"}).out);
+    EXPECT_EQ(ask({"--no-fork", "ei", "Test_Thing"}).out, ask({"ei", "Test_Thing"}).out);
+}
+
+TEST_F(CommandLines, AGraphTellsOfACrash) {
+    const SchemaFolder folder;
+    const std::string mof = folder.file("bad.mof", "class Bad_Segv { [Key] string Name; };\n");
+    const Outcome outcome = cmpihost_with({"--provider", bad_provider, "--name", "Bad", "--schema", mof, "graph"});
+    EXPECT_EQ(outcome.exit_code, 5);
+    EXPECT_EQ(outcome.err, "cmpihost: the provider died of signal 11 (SIGSEGV) in enumerateInstanceNames of "
+                           "root/cimv2:Bad_Segv\n");
+}
+
+} // namespace
+} // namespace cmpihost
