@@ -27,7 +27,6 @@ template <class Mi>
 using GenericFactory = Mi* (*)(const CMPIBroker*, const CMPIContext*, const char* name, CMPIStatus*);
 
 using LoadScenario = int (*)(const char* file, char* message, std::size_t size);
-constexpr const char* scenario_function = "switchsim_load_scenario";
 
 std::string one_line(std::string text) {
     std::replace(text.begin(), text.end(), '\n', ' ');
