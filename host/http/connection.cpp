@@ -179,7 +179,7 @@ void Connection::on_login(Verdict verdict, const std::string& user) {
 void Connection::on_admitted() {
     auto checked = check_request(reader_.head());
     if (auto* refusal = std::get_if<Refusal>(&checked))
-        return refuse(std::move(*refusal));
+        return refuse(*refusal);
     cim_ = std::get<CimHeaders>(std::move(checked));
     const std::string* expected = reader_.head().field("Expect");
     const bool waits = expected != nullptr && same_name(*expected, "100-continue") && reader_.head().version_1_1;

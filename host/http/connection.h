@@ -71,7 +71,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void ask();
     void on_reply(worker::Reply reply);
 
-    void refuse(Refusal refusal);
+    void refuse(const Refusal& refusal);
     void refuse_for_now(unsigned status, seconds retry_after);
     void send(std::string head, Step then);
     Stream::Buffers unsent() const;

@@ -37,7 +37,7 @@ void Connection::on_reply(worker::Reply reply) {
          &Connection::on_sent);
 }
 
-void Connection::refuse(Refusal refusal) {
+void Connection::refuse(const Refusal& refusal) {
     if (record_.time == std::chrono::system_clock::time_point{}) { // not even the head was read
         record_.time = std::chrono::system_clock::now();
         received_ = std::chrono::steady_clock::now();
