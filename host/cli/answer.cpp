@@ -97,10 +97,10 @@ class Inquiry {
 };
 
 std::unique_ptr<AnswerText> Inquiry::text_for(const Request& request) const {
-    if (options_.format == Format::json)
-        return json_answer();
     if (options_.count)
         return object_count();
+    if (options_.format == Format::json)
+        return json_answer();
     if (options_.format == Format::paths)
         return path_lines();
     if (options_.format == Format::mof && request.operation != Request::Operation::invoke_method)
@@ -180,7 +180,11 @@ int Inquiry::ask_once(Session& session) {
     const Request& request = options_.request;
     Result result = ask(session, request, {});
     close(session, result);
-    const bool answered = result.objects > 0 || !result.failure.empty() || result.answer.returned;
+    const bool gives_none = request.operation == Request::Operation::modify_instance ||
+                            request.operation == Request::Operation::delete_instance ||
+                            request.operation == Request::Operation::invoke_method;
+    const bool answered = result.objects > 0 || !result.failure.empty() ||
+                          (result.answer.rc == CMPI_RC_OK && gives_none);
     if (schema_)
         for (const std::string& name : undeclared_names(*schema_, request, answered))
             std::fprintf(streams_.err, "note: %s\n", printable(name).c_str());

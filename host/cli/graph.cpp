@@ -94,7 +94,7 @@ std::optional<std::size_t> GraphWalk::place_of(const Object& object) {
 
 void GraphWalk::start_everywhere() {
     for (const mof::ClassDeclaration& declaration : schema_.classes()) {
-        if (declaration.association || declaration.abstract)
+        if (declaration.association || declaration.abstract || notes_.limited)
             continue;
         Object path;
         path.class_name = declaration.name;

@@ -226,6 +226,8 @@ void check_arguments(const Arguments& arguments, const Verb& verb) {
     refuse_if(verb.shape != Shape::request && arguments.repeat, "--repeat");
     if (!arguments.check && !arguments.deviations.empty())
         throw UsageError("--deviations goes with --check only");
+    if (arguments.format == "json" && (arguments.count || verb.name == "count"))
+        throw UsageError("-o json does not go with a count");
     if (arguments.no_fork && (arguments.timeout || arguments.max_objects))
         throw UsageError("--timeout and --max-objects do not go with --no-fork");
     check_filters(arguments, verb.filters);

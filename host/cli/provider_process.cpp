@@ -225,6 +225,7 @@ void ProviderProcess::fail_by_death() {
     while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
     }
     process_ = -1;
+    end(0);
     throw ProviderFailed("the provider " + end_text(status) + " " + doing_);
 }
 

@@ -55,6 +55,7 @@ TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
         {{"ei", "C", "--timeout", "0"}, "--timeout: expected a number of seconds above 0, at most a million"},
         {{"ei", "C", "--timeout", "nan"}, "--timeout: expected a number of seconds above 0, at most a million"},
         {{"ei", "C", "--timeout", "1", "--no-fork"}, "--timeout and --max-objects do not go with --no-fork"},
+        {{"ei", "C", "--count", "-o", "json"}, "-o json does not go with a count"},
         {{"ei", "C", "--tree"}, "--tree does not go with ei"},
         {{"ei", "C", "-o", "dot"}, "-o dot does not go with ei"},
         {{"classes", "-o", "paths"}, "-o paths does not go with classes"},
