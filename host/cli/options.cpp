@@ -124,8 +124,9 @@ void describe_provider_options(CLI::App& app, Arguments& arguments) {
 }
 
 void describe_output_options(CLI::App& app, Arguments& arguments) {
-    app.add_option("-o", arguments.format, "Output format: text, mof, json or paths; of a graph text, dot or json "
-                                           "[text, but see classes below]")
+    app.add_option("-o", arguments.format,
+                   "Output format: text, mof, json or paths; of a graph text, dot or json "
+                   "[text, but see classes below]")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"text", "mof", "json", "paths", "dot"}).description(""));
     app.add_option("--format", arguments.graph_format, "As -o, of a graph: text or dot [text]")

@@ -178,8 +178,8 @@ TEST_F(Graphs, StopAtALimitWithRoomForNeighbours) {
                            "  OnCard  <->  Port p1\n"
                            "\n"
                            "2 objects, 1 association\n");
-    EXPECT_EQ(outcome.err, std::string(one_left_out) +
-                               "note: there are more than 2 objects; --limit takes another number\n");
+    EXPECT_EQ(outcome.err,
+              std::string(one_left_out) + "note: there are more than 2 objects; --limit takes another number\n");
     expect_graph(graph({"--limit", "5"}), whole_graph);
 }
 

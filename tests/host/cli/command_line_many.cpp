@@ -124,8 +124,8 @@ long memory_of(const std::vector<std::string>& arguments) {
 
 TEST_F(FaultyAnswers, ManyTakeNoMoreMemoryThanFew) {
     const auto arguments = [this](const char* format) {
-        return std::vector<std::string>{"--provider", fault_provider, "--name", "Any", "--schema", mof_,
-                                        "-o",         format,         "ein",    "Fault_Many"};
+        return std::vector<std::string>{"--provider", fault_provider, "--name", "Any", "--schema",
+                                        mof_,         "-o",           format,   "ein", "Fault_Many"};
     };
     for (const char* format : {"text", "json", "mof", "paths"}) {
         setenv("FAULT_MANY", "2000", 1);

@@ -81,10 +81,28 @@ TEST_F(CommandLines, HelpNamesEveryVerbAndOption) {
     EXPECT_EQ(outcome.err, "");
     for (const Verb& verb : all_verbs())
         EXPECT_NE(outcome.out.find("\n  " + std::string(verb.name) + " "), std::string::npos) << verb.name;
-    for (const char* option : {"--provider FILE", "--name FACTORY_PREFIX", "--scenario FILE", "-n NAMESPACE",
-                               "-o FORMAT", "--trace FILE", "--schema FILE", "--check", "--deviations FILE",
-                               "--timeout SECONDS", "--max-objects NUMBER", "--no-fork", "--count", "--repeat NUMBER",
-                               "--color WHEN", "--tree", "--limit NUMBER", "--ac CLASS", "--arc CLASS", "--ar ROLE", "--arr ROLE", "--version"})
+    for (const char* option : {"--provider FILE",
+                               "--name FACTORY_PREFIX",
+                               "--scenario FILE",
+                               "-n NAMESPACE",
+                               "-o FORMAT",
+                               "--trace FILE",
+                               "--schema FILE",
+                               "--check",
+                               "--deviations FILE",
+                               "--timeout SECONDS",
+                               "--max-objects NUMBER",
+                               "--no-fork",
+                               "--count",
+                               "--repeat NUMBER",
+                               "--color WHEN",
+                               "--tree",
+                               "--limit NUMBER",
+                               "--ac CLASS",
+                               "--arc CLASS",
+                               "--ar ROLE",
+                               "--arr ROLE",
+                               "--version"})
         EXPECT_NE(outcome.out.find("\n  " + std::string(option)), std::string::npos) << option;
 }
 
