@@ -240,7 +240,7 @@ const Verb& verb_of(const Arguments& arguments) {
     const Verb* verb = find_verb(arguments.verb);
     if (verb == nullptr)
         throw UsageError("unknown verb '" + arguments.verb + "'");
-    if (verb->shape == Shape::request && arguments.object.empty())
+    if (verb->shape == Shape::request && arguments.object.empty() && verb->name != "count")
         throw UsageError(arguments.verb + " needs an OBJECT");
     check_arguments(arguments, *verb);
     return *verb;
@@ -283,7 +283,7 @@ void set_request(const Arguments& arguments, Options& options) {
         request.result_class = arguments.arc;
     request.role = arguments.ar;
     request.result_role = arguments.arr;
-    if (options.verb->shape == Shape::request)
+    if (options.verb->shape == Shape::request && !arguments.object.empty())
         read_request(arguments.object, arguments.properties, options, request);
     else if (!arguments.object.empty())
         options.start = read_object(arguments.object, arguments.name_space, options);

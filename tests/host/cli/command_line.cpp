@@ -439,8 +439,8 @@ TEST_F(CommandLines, ATextOfEqualsSignsIsAReferenceWhereTheSchemaSaysSo) {
         const auto at = outcome.out.find("\"type\": ");
         return at == std::string::npos ? outcome.out : outcome.out.substr(at + 8, 12);
     };
-    EXPECT_EQ(value_of("InstanceID=\"acme:x.y=1\"").substr(0, 8), " \"string");
-    EXPECT_EQ(value_of("Other=\"acme:x.y=1\"").substr(0, 11), " \"reference");
+    EXPECT_EQ(value_of("InstanceID=\"acme:x.y=1\"").substr(0, 8), "\"string\"");
+    EXPECT_EQ(value_of("Other=\"acme:x.y=1\"").substr(0, 11), "\"reference\"");
 }
 
 TEST_F(CommandLines, APathMayStandAsOtherToolsWriteIt) {
