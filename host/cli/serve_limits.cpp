@@ -10,7 +10,9 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr double longest_time = 1e6; // seconds
+constexpr double longest_time = 1'000'000; // seconds
+constexpr double most_counted = 1e12;
+constexpr double most_threads = 256;
 
 struct TimeRow {
     const char* option;
@@ -29,6 +31,16 @@ struct SizeRow {
     std::size_t& limit;
     const char* help;
 };
+
+/// Takes numbers above zero, up to a largest one.
+CLI::Validator above_zero(double largest) {
+    const auto check = [largest](const std::string& text) {
+        double number = 0;
+        const bool is_number = CLI::detail::lexical_cast(text, number);
+        return is_number && number > 0 && number <= largest ? std::string() : text + " is no number that can be used";
+    };
+    return CLI::Validator(check, "");
+}
 
 std::string with_default(const char* help, const std::string& value) {
     return std::string(help) + " [" + value + "]";
@@ -52,14 +64,14 @@ void add(CLI::App& app, const TimeRow& row) {
            row.option, [&limit = row.limit](double seconds) { limit = milliseconds(std::llround(seconds * 1000)); },
            with_default(row.help, seconds_text(row.limit)))
         ->type_name("SECONDS")
-        ->check(CLI::Range(0.001, longest_time).description(""))
+        ->check(above_zero(longest_time))
         ->group("Limits of time");
 }
 
 void add(CLI::App& app, const CountRow& row) {
     app.add_option(row.option, row.limit, with_default(row.help, std::to_string(row.limit)))
         ->type_name("NUMBER")
-        ->check(CLI::PositiveNumber.description(""))
+        ->check(above_zero(most_counted))
         ->group("Limits of number");
 }
 
@@ -67,7 +79,7 @@ void add(CLI::App& app, const SizeRow& row) {
     app.add_option(row.option, row.limit, with_default(row.help, size_text(row.limit)))
         ->type_name("BYTES")
         ->transform(CLI::AsSizeValue(false).description(""))
-        ->check(CLI::PositiveNumber.description(""))
+        ->check(above_zero(most_counted))
         ->group("Limits of size (K, M and G are understood)");
 }
 
@@ -102,7 +114,7 @@ void describe_context_times(CLI::App& app, server::Settings& settings) {
                option, [limit = limit](unsigned seconds) { *limit = std::chrono::seconds(seconds); },
                with_default(help, std::to_string(limit->count())))
             ->type_name("SECONDS")
-            ->check(CLI::Range(1U, 1'000'000U).description(""))
+            ->check(above_zero(longest_time))
             ->group("Limits of time");
 }
 
@@ -123,7 +135,7 @@ void describe_numbers(CLI::App& app, ServeOptions& options) {
     app.add_option("--threads", options.threads,
                    with_default("Requests that the provider answers at once", std::to_string(options.threads)))
         ->type_name("NUMBER")
-        ->check(CLI::Range(1U, 256U).description(""))
+        ->check(above_zero(most_threads))
         ->group("Limits of number");
 }
 

@@ -199,6 +199,7 @@ void Listener::State::stop(std::function<void()> stopped) {
 void Listener::State::close_all() {
     close_doors();
     close_connections();
+    shared_->login.reset(); // who waits for a hash is held by it, and the thread that hashes needs the loop
     drain_.cancel();
 }
 

@@ -96,6 +96,12 @@ class Providers {
         return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(ask)}).ask;
     }
 
+    /// @throws LoadError there is a scenario, and no library took it
+    void check_scenario() {
+        if (!scenario_.empty() && !scenario_taken_ && !loaded_.empty())
+            loaded_.front().library->load_scenario(scenario_);
+    }
+
   private:
     struct Loaded {
         std::string file;
@@ -108,11 +114,14 @@ class Providers {
     void hand_scenario_to(Library& library, const std::string& file) {
         const bool known =
             std::any_of(loaded_.begin(), loaded_.end(), [&file](const Loaded& each) { return each.file == file; });
-        if (!scenario_.empty() && !known)
-            library.load_scenario(scenario_);
+        if (scenario_.empty() || known || !library.takes_scenario())
+            return;
+        library.load_scenario(scenario_);
+        scenario_taken_ = true;
     }
 
     std::string scenario_;
+    bool scenario_taken_ = false;
     std::deque<Loaded> loaded_; // addresses of elements stay valid
 };
 
@@ -216,6 +225,7 @@ void Catalogue::Content::add_interop(const Settings& settings) {
 Catalogue::Catalogue(const Settings& settings) : content_(std::make_unique<Content>(settings)) {
     content_->add_registered(settings);
     content_->add_files(settings);
+    content_->providers.check_scenario();
     content_->add_interop(settings);
 }
 

@@ -60,6 +60,7 @@ class SpawnSettings {
 pid_t spawn_with(const std::vector<std::string>& command, int socket) {
     const SpawnSettings settings(socket);
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);

@@ -223,8 +223,11 @@ std::string Supervisor::State::fail_requests(const std::shared_ptr<Worker>& work
         if (request.worker != worker || request.exchange.answered())
             continue;
         const std::string name = request.exchange.name();
-        request.exchange.fail("the provider " + how + " while answering " + name);
-        names += (names.empty() ? " while answering " : ", ") + name;
+        std::string text = "the provider " + how;
+        text.append(" while answering ").append(name);
+        request.exchange.fail(text);
+        names += names.empty() ? " while answering " : ", ";
+        names += name;
     }
     std::erase_if(requests_, [&worker](const auto& entry) { return entry.second.worker == worker; });
     return names;

@@ -60,6 +60,7 @@ TEST_F(Deadlines, BodyByteByByteIsNotWaitedFor) {
 }
 
 TEST_F(Deadlines, BodyThatComesFastEnoughIsWaitedFor) {
+    options.limits.body = milliseconds{500};
     options.limits.body_rate = 100; // 20 bytes earn 200 ms
     options.limits.body_most = seconds{10};
     start();
@@ -67,7 +68,7 @@ TEST_F(Deadlines, BodyThatComesFastEnoughIsWaitedFor) {
     const std::string request = post(std::string(400, 'x'));
     client.send(request.substr(0, request.size() - 400));
     for (int i = 0; i < 20; ++i) {
-        std::this_thread::sleep_for(milliseconds{20}); // 400 ms in all, more than a body is given to begin with
+        std::this_thread::sleep_for(milliseconds{40}); // 800 ms in all, more than a body is given to begin with
         client.send(std::string(20, 'x'));
     }
     EXPECT_EQ(client.read_reply().status(), 200U);
@@ -116,6 +117,7 @@ TEST_F(Deadlines, WhoNeverReadsIsClosed) {
 }
 
 TEST_F(Deadlines, WhoReadsSlowlyGetsAll) {
+    options.limits.sending = seconds{1};
     const std::size_t size = std::size_t{6'000'000};
     backend.reply.body = {std::string(size, 'x')};
     start();
@@ -124,7 +126,7 @@ TEST_F(Deadlines, WhoReadsSlowlyGetsAll) {
     std::size_t received = 0;
     char buffer[100'000];
     while (received < size) { // with pauses shorter than the deadline, longer in all
-        std::this_thread::sleep_for(milliseconds{5});
+        std::this_thread::sleep_for(milliseconds{20});
         const ssize_t count = recv(client.socket(), buffer, sizeof buffer, 0);
         ASSERT_GT(count, 0);
         received += static_cast<std::size_t>(count);

@@ -26,7 +26,7 @@ start() {
         tries=$((tries + 1))
     done
     url=$(sed -n 's/^listening on //p' "$folder/out")
-    expect "where it listens: $*" 'http://127.0.0.1:PORT/cimom' "$(echo "$url" | sed 's/:[0-9]*\//:PORT\//')"
+    expect "where it listens: $*" 'http://127.0.0.1:PORT/cimom' "$(echo "$url" | sed 's,:[0-9][0-9]*/,:PORT/,')"
 }
 
 # end SIGNAL: the server ends with status 0, and nobody is left of its processes

@@ -265,6 +265,14 @@ TEST_F(Opening, ScenarioThatNoProviderTakesIsTold) {
     EXPECT_NE(refusal().find("takes no scenario"), std::string::npos) << refusal();
 }
 
+TEST_F(Opening, ScenarioGoesToTheProviderThatTakesIt) {
+    settings.providers = {{TEST_PROVIDERS "/host_good_provider.so", "Good"}, {FCIP_PROVIDER, "FCIPProvider"}};
+    settings.scenario = FCIP_SOURCE_DIR "/scenarios/two-site.toml";
+    EXPECT_EQ(refusal(), "opened");
+    settings.scenario = "/nowhere.toml";
+    EXPECT_NE(refusal().find("/nowhere.toml"), std::string::npos) << refusal();
+}
+
 TEST_F(Opening, FactoriesOfOneLibraryAreLoadedOnce) {
     use_registration(stanza("Test_Thing", "instance") + stanza("Test_Echo", "instance", "Half"));
     EXPECT_EQ(refusal(), "opened");

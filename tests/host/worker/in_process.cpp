@@ -108,6 +108,7 @@ TEST_F(InProcessTest, StopAnswersAllAndWaitsForWhatRuns) {
     EXPECT_FALSE(ask(3, "c"));
     EXPECT_EQ(reply_to(1).outcome.http_status, 503u);
     EXPECT_EQ(reply_to(2).outcome.http_status, 503u);
+    loop_.poll();
     EXPECT_FALSE(stopped);
     go_on_.set_value();
     loop_.run_for(std::chrono::seconds(60)); // ends when nothing is left to do

@@ -98,6 +98,7 @@ TEST_F(SupervisorStop, WhileAPauseLastsNothingIsStarted) {
     ASSERT_EQ(start(), "");
     reply_to(ask("crash"));
     stop();
+    loop_->run_for(std::chrono::milliseconds(100));
     EXPECT_EQ(file.size(), 1u);
 }
 

@@ -1,0 +1,110 @@
+// Providers that misbehave: what a client sees, and that the next request is served.
+#include "tests/host/end_to_end/raw_client.h"
+#include "tests/host/end_to_end/server_process.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <thread>
+#include <utility>
+
+namespace cmpihost {
+namespace {
+
+/// The classes of the test provider that misbehaves.
+constexpr const char* bad_classes[] = {"Bad_Segv",     "Bad_Abort",   "Bad_Exit", "Bad_Stack",
+                                       "Bad_Loop",     "Bad_Endless", "Bad_Null", "Bad_Garbage",
+                                       "Bad_Sleep500", "Bad_Prints",  "Bad_Good"};
+
+class BadProviders : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        std::ofstream mof(schema_file);
+        for (const char* name : bad_classes)
+            mof << "class " << name << " { [Key] string Name; };\n";
+        mof.close();
+        server = new ServerProcess({"--provider", TEST_PROVIDERS "/host_bad_provider.so", "--name", "Bad", "--schema",
+                                    schema_file, "-n", "root/bad", "--timeout", "1", "--reply-bytes", "1M"});
+    }
+    static void TearDownTestSuite() {
+        delete server;
+        std::remove(schema_file.c_str());
+    }
+    void SetUp() override { ASSERT_TRUE(server->is_up()) << server->errors(); }
+
+    static RawReply ask(const std::string& class_name) {
+        RequestBody body;
+        body.operation = "EnumerateInstances";
+        body.parameters =
+            "<IPARAMVALUE NAME=\"ClassName\"><CLASSNAME NAME=\"" + class_name + "\"></CLASSNAME></IPARAMVALUE>";
+        body.name_space = "bad";
+        RawRequest request;
+        request.cim = "CIMOperation: MethodCall\r\nCIMMethod: EnumerateInstances\r\nCIMObject: root/bad\r\n";
+        request.body = body.text();
+        return exchange(server->port(), request.text());
+    }
+
+    /// `<ERROR CODE="1" DESCRIPTION="...">` with the texts' own escapes.
+    static void expect_failure(const std::string& class_name, const std::string& description) {
+        SCOPED_TRACE(class_name);
+        const RawReply reply = ask(class_name);
+        EXPECT_EQ(reply.status, 200);
+        EXPECT_NE(reply.body.find("<ERROR CODE=\"1\" DESCRIPTION=\"" + description + "\""), std::string::npos)
+            << reply.body;
+        expect_good("Bad_Good");
+    }
+
+    static void expect_good(const std::string& class_name) {
+        const RawReply reply = ask(class_name);
+        EXPECT_EQ(reply.status, 200);
+        EXPECT_NE(reply.body.find("<VALUE>good</VALUE>"), std::string::npos) << class_name << reply.body;
+        EXPECT_EQ(reply.body.find("<VALUE>good</VALUE>"), reply.body.rfind("<VALUE>good</VALUE>"));
+    }
+
+    static inline const std::string schema_file = FCIP_BINARY_DIR "/tests/bad_classes.mof";
+    static inline ServerProcess* server = nullptr;
+};
+
+TEST_F(BadProviders, ThatEndInACallFailItAlone) {
+    expect_failure("Bad_Segv", "the provider ended with SIGSEGV while answering EnumerateInstances of Bad_Segv");
+    expect_failure("Bad_Abort", "the provider ended with SIGABRT while answering EnumerateInstances of Bad_Abort");
+    expect_failure("Bad_Exit", "the provider ended with exit status 3 while answering EnumerateInstances of Bad_Exit");
+    expect_failure("Bad_Stack", "the provider ended with SIGSEGV while answering EnumerateInstances of Bad_Stack");
+}
+
+TEST_F(BadProviders, ThatHangFailTheCallInTime) {
+    expect_failure("Bad_Loop", "the provider did not answer EnumerateInstances of Bad_Loop within 1 s");
+    expect_failure("Bad_Endless", "the provider did not answer EnumerateInstances of Bad_Endless within 1 s");
+}
+
+TEST_F(BadProviders, OthersAreServedWhileOneHangs) {
+    std::thread hanging([] { ask("Bad_Loop"); });
+    for (int i = 0; i < 20; ++i)
+        expect_good("Bad_Good");
+    hanging.join();
+}
+
+TEST_F(BadProviders, ResultsThatAreNoneAreLeftOut) {
+    expect_good("Bad_Null");
+    expect_good("Bad_Garbage");
+}
+
+TEST_F(BadProviders, WhatTheyPrintDoesNotReachTheClient) {
+    expect_good("Bad_Prints");
+}
+
+TEST_F(BadProviders, SlowAnswersAreWaitedFor) {
+    expect_good("Bad_Sleep500");
+}
+
+TEST_F(BadProviders, ServerEndsWellAfterThemAll) {
+    EXPECT_EQ(server->stop(), 0);
+    delete std::exchange(server, new ServerProcess({"--provider", TEST_PROVIDERS "/host_bad_provider.so", "--name",
+                                                    "Bad", "--schema", schema_file, "-n", "root/bad"}));
+    expect_failure("Bad_Segv", "the provider ended with SIGSEGV while answering EnumerateInstances of Bad_Segv");
+    EXPECT_NE(server->errors().find("SIGSEGV"), std::string::npos) << "the log tells: " << server->errors();
+}
+
+} // namespace
+} // namespace cmpihost

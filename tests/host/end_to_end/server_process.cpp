@@ -1,0 +1,115 @@
+#include "tests/host/end_to_end/server_process.h"
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace cmpihost {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Starts a program whose outputs go to these descriptors.
+pid_t start(const std::vector<std::string>& arguments, int out, int err) {
+    std::vector<char*> words;
+    for (const std::string& argument : arguments)
+        words.push_back(const_cast<char*>(argument.c_str()));
+    words.push_back(nullptr);
+    const pid_t child = fork();
+    if (child != 0)
+        return child;
+    dup2(out, STDOUT_FILENO);
+    dup2(err, STDERR_FILENO);
+    execvp(words[0], words.data());
+    _exit(127);
+}
+
+std::string all_of(int descriptor) {
+    std::string text;
+    std::array<char, 4096> block{};
+    for (ssize_t got = read(descriptor, block.data(), block.size()); got > 0;
+         got = read(descriptor, block.data(), block.size()))
+        text.append(block.data(), static_cast<std::size_t>(got));
+    return text;
+}
+
+int exit_code_of(pid_t process) {
+    int status = 0;
+    if (waitpid(process, &status, 0) != process)
+        return -1;
+    return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+/// The port in "listening on http://127.0.0.1:PORT/cimom"; 0 if there is none.
+int port_in(const std::string& text) {
+    constexpr std::string_view before = "://127.0.0.1:";
+    const std::size_t found = text.find(before);
+    return found == std::string::npos || text.find('\n', found) == std::string::npos
+               ? 0
+               : std::atoi(text.c_str() + found + before.size());
+}
+
+std::string text_of(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+} // namespace
+
+CommandResult run_command(const std::vector<std::string>& arguments) {
+    std::array<int, 2> ends{};
+    if (pipe2(ends.data(), O_CLOEXEC) != 0)
+        return {};
+    const pid_t child = start(arguments, ends[1], ends[1]);
+    close(ends[1]);
+    CommandResult result;
+    result.output = all_of(ends[0]);
+    close(ends[0]);
+    result.exit_code = exit_code_of(child);
+    return result;
+}
+
+ServerProcess::ServerProcess(const std::vector<std::string>& options) {
+    std::string out_file = "/tmp/cmpihost-test-XXXXXX";
+    error_file_ = out_file;
+    const int out = mkostemp(out_file.data(), O_CLOEXEC);
+    const int err = mkostemp(error_file_.data(), O_CLOEXEC);
+    std::vector<std::string> arguments{CMPIHOST_PROGRAM, "serve", "--listen", "127.0.0.1:0", "--quiet"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    pid_ = start(arguments, out, err);
+    close(out);
+    close(err);
+    for (int tries = 0; tries < 1000 && port_ == 0 && waitpid(pid_, nullptr, WNOHANG) == 0; ++tries) {
+        std::this_thread::sleep_for(20ms);
+        port_ = port_in(text_of(out_file));
+    }
+    unlink(out_file.c_str());
+}
+
+ServerProcess::~ServerProcess() {
+    if (pid_ > 0)
+        stop();
+    unlink(error_file_.c_str());
+}
+
+int ServerProcess::stop() {
+    kill(pid_, SIGTERM);
+    const int code = exit_code_of(pid_);
+    pid_ = -1;
+    return code;
+}
+
+std::string ServerProcess::errors() const {
+    return text_of(error_file_);
+}
+
+} // namespace cmpihost
