@@ -53,8 +53,7 @@ CMPIEnumeration* up_associator_names(const CMPIBroker*, const CMPIContext*, cons
                                      const char* assoc_class, const char* result_class, const char* role,
                                      const char* result_role, CMPIStatus* status);
 CMPIEnumeration* up_references(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
-                               const char* assoc_class, const char* role, const char** properties,
-                               CMPIStatus* status);
+                               const char* assoc_class, const char* role, const char** properties, CMPIStatus* status);
 CMPIEnumeration* up_reference_names(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
                                     const char* assoc_class, const char* role, CMPIStatus* status);
 CMPIData up_invoke(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path, const char* method,

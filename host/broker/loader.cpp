@@ -70,9 +70,9 @@ Mi* create_mi(void* library, const std::string& prefix, const std::string& kind)
     const std::string name = (own != nullptr ? prefix : generic_prefix) + kind;
     const CallScope scope;
     CMPIStatus status{CMPI_RC_OK, nullptr};
-    Mi* mi = own != nullptr ? reinterpret_cast<Factory<Mi>>(own)(broker(), scope.context(), &status)
-                            : reinterpret_cast<GenericFactory<Mi>>(generic)(broker(), scope.context(), prefix.c_str(),
-                                                                            &status);
+    Mi* mi = own != nullptr
+                 ? reinterpret_cast<Factory<Mi>>(own)(broker(), scope.context(), &status)
+                 : reinterpret_cast<GenericFactory<Mi>>(generic)(broker(), scope.context(), prefix.c_str(), &status);
     if (mi == nullptr)
         throw LoadError(name + "() made no MI");
     if (mi->ft == nullptr)

@@ -147,8 +147,7 @@ CMPIEnumeration* up_associator_names(const CMPIBroker*, const CMPIContext*, cons
 }
 
 CMPIEnumeration* up_references(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,
-                               const char* assoc_class, const char* role, const char** properties,
-                               CMPIStatus* status) {
+                               const char* assoc_class, const char* role, const char** properties, CMPIStatus* status) {
     Request request = request_for(references, path, properties);
     set_filters(request, assoc_class, nullptr, role, nullptr);
     return enumerate(request, path, status);

@@ -22,9 +22,9 @@ std::string path_text(const Object& object);
 using IsReference = std::function<bool(const std::string& class_name, const std::string& key)>;
 
 /// Reads what path_text() writes: `Class`, `namespace:Class`, `//host/namespace:Class`, each with or without
-/// `.key=value,...`; also `/namespace:Class`, and `http://` or `https://` in front of a host. Integers become uint64, or sint64 when negative; numbers with a point or an exponent real64; TRUE
-/// and FALSE (in any case) boolean; a quoted text that is itself a path with keys a reference, unless
-/// `is_reference` says no; other quoted texts string.
+/// `.key=value,...`; also `/namespace:Class`, and `http://` or `https://` in front of a host. Integers become uint64,
+/// or sint64 when negative; numbers with a point or an exponent real64; TRUE and FALSE (in any case) boolean; a quoted
+/// text that is itself a path with keys a reference, unless `is_reference` says no; other quoted texts string.
 /// @throws PathError
 Object parse_path(std::string_view text, const IsReference& is_reference = {});
 

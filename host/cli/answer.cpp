@@ -84,7 +84,7 @@ class Inquiry {
     Result ask(Session& session, const Request& request, const std::string& heading);
     void repeat(Session& session);
     void close(Session& session, Result& last);
-    int end(const Result& last);
+    int end(const Result& last, int printed);
     std::unique_ptr<AnswerText> text_for(const Request& request) const;
 
     const Options& options_;
@@ -97,10 +97,10 @@ class Inquiry {
 };
 
 std::unique_ptr<AnswerText> Inquiry::text_for(const Request& request) const {
-    if (options_.format == Format::json)
-        return json_answer();
     if (options_.count)
         return object_count();
+    if (options_.format == Format::json)
+        return json_answer();
     if (options_.format == Format::paths)
         return path_lines();
     if (options_.format == Format::mof && request.operation != Request::Operation::invoke_method)
@@ -161,9 +161,10 @@ void Inquiry::close(Session& session, Result& last) {
     }
 }
 
-int Inquiry::end(const Result& last) {
-    if (out_.end() != exit_ok)
-        return exit_output;
+/// @param printed what came of printing
+int Inquiry::end(const Result& last, int printed) {
+    if (printed != exit_ok)
+        return printed;
     if (options_.repeat > 1)
         times_.tell(streams_.err);
     check_.tell(streams_.err);
@@ -180,13 +181,18 @@ int Inquiry::ask_once(Session& session) {
     const Request& request = options_.request;
     Result result = ask(session, request, {});
     close(session, result);
-    const bool answered = result.objects > 0 || !result.failure.empty() || result.answer.returned;
+    const bool gives_none = request.operation == Request::Operation::modify_instance ||
+                            request.operation == Request::Operation::delete_instance ||
+                            request.operation == Request::Operation::invoke_method;
+    const bool answered =
+        result.objects > 0 || !result.failure.empty() || (result.answer.rc == CMPI_RC_OK && gives_none);
     if (schema_)
         for (const std::string& name : undeclared_names(*schema_, request, answered))
             std::fprintf(streams_.err, "note: %s\n", printable(name).c_str());
-    if (out_.end() == exit_ok)
+    const int printed = out_.end();
+    if (printed == exit_ok)
         print_status(result.answer, {}, streams_.err);
-    return end(result);
+    return end(result, printed);
 }
 
 /// What stands before the answer of one association among several.
@@ -222,10 +228,11 @@ int Inquiry::ask_each_association(Session& session) {
     if (options_.format == Format::json)
         out_.add("}\n");
     close(session, last);
-    if (out_.end() == exit_ok)
+    const int printed = out_.end();
+    if (printed == exit_ok)
         for (const auto& [association, answer] : answers)
             print_status(answer, association + ": ", streams_.err);
-    return end(last);
+    return end(last, printed);
 }
 
 } // namespace

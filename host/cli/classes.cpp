@@ -105,6 +105,10 @@ std::string shown(const Classes& classes, const Options& options, std::FILE* out
 
 } // namespace
 
+bool is_listed(const mof::ClassDeclaration& declaration) {
+    return !declaration.abstract && std::filesystem::path(declaration.place.file).filename() != "dmtf.mof";
+}
+
 int list_classes(const Options& options, const Streams& streams) {
     try {
         const mof::Schema schema = load_schema(options);

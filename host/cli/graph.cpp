@@ -21,18 +21,26 @@ std::string lower_case(std::string text) {
     return text;
 }
 
+std::string identity(const Object& object);
+
+/// Of a key's value; numbers and texts differ.
+std::string identity(const Property& key) {
+    if (const auto* reference = std::get_if<Value::Reference>(&key.value.data))
+        return identity(**reference);
+    const auto* text = std::get_if<std::string>(&key.value.data);
+    return text ? '"' + *text : text_value(key);
+}
+
 /// A text that all spellings of an object have in common, and no other object.
 std::string identity(const Object& object) {
     std::vector<std::pair<std::string, std::string>> keys;
     keys.reserve(object.keys.size());
-    for (const Property& key : object.keys) {
-        const auto* reference = std::get_if<Value::Reference>(&key.value.data);
-        keys.emplace_back(lower_case(key.name), reference ? identity(**reference) : text_value(key));
-    }
+    for (const Property& key : object.keys)
+        keys.emplace_back(lower_case(key.name), identity(key));
     std::sort(keys.begin(), keys.end());
     std::string text = lower_case(object.class_name);
     for (const auto& [name, value] : keys)
-        text.append(",").append(name).append("=").append(value);
+        text.append(1, '\0').append(name).append(1, '=').append(value);
     return text;
 }
 
@@ -94,7 +102,7 @@ std::optional<std::size_t> GraphWalk::place_of(const Object& object) {
 
 void GraphWalk::start_everywhere() {
     for (const mof::ClassDeclaration& declaration : schema_.classes()) {
-        if (declaration.association || declaration.abstract)
+        if (declaration.association || declaration.abstract || notes_.limited)
             continue;
         Object path;
         path.class_name = declaration.name;

@@ -90,7 +90,7 @@ class GraphWalk {
     Notes notes_;
     std::unordered_map<std::string, std::size_t> places_; ///< of each object in graph_.objects
     std::vector<End> ends_;
-    std::unordered_map<std::string, std::size_t> end_places_; ///< of each end in ends_
+    std::unordered_map<std::string, std::size_t> end_places_;                        ///< of each end in ends_
     std::map<std::tuple<std::string, std::size_t, std::size_t>, std::size_t> edges_; ///< likewise, lower end first
 };
 

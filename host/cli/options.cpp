@@ -124,8 +124,9 @@ void describe_provider_options(CLI::App& app, Arguments& arguments) {
 }
 
 void describe_output_options(CLI::App& app, Arguments& arguments) {
-    app.add_option("-o", arguments.format, "Output format: text, mof, json or paths; of a graph text, dot or json "
-                                           "[text, but see classes below]")
+    app.add_option("-o", arguments.format,
+                   "Output format: text, mof, json or paths; of a graph text, dot or json "
+                   "[text, but see classes below]")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"text", "mof", "json", "paths", "dot"}).description(""));
     app.add_option("--format", arguments.graph_format, "As -o, of a graph: text or dot [text]")
@@ -226,6 +227,8 @@ void check_arguments(const Arguments& arguments, const Verb& verb) {
     refuse_if(verb.shape != Shape::request && arguments.repeat, "--repeat");
     if (!arguments.check && !arguments.deviations.empty())
         throw UsageError("--deviations goes with --check only");
+    if (arguments.format == "json" && (arguments.count || verb.name == "count"))
+        throw UsageError("-o json does not go with a count");
     if (arguments.no_fork && (arguments.timeout || arguments.max_objects))
         throw UsageError("--timeout and --max-objects do not go with --no-fork");
     check_filters(arguments, verb.filters);
@@ -237,7 +240,7 @@ const Verb& verb_of(const Arguments& arguments) {
     const Verb* verb = find_verb(arguments.verb);
     if (verb == nullptr)
         throw UsageError("unknown verb '" + arguments.verb + "'");
-    if (verb->shape == Shape::request && arguments.object.empty())
+    if (verb->shape == Shape::request && arguments.object.empty() && verb->name != "count")
         throw UsageError(arguments.verb + " needs an OBJECT");
     check_arguments(arguments, *verb);
     return *verb;
@@ -280,7 +283,7 @@ void set_request(const Arguments& arguments, Options& options) {
         request.result_class = arguments.arc;
     request.role = arguments.ar;
     request.result_role = arguments.arr;
-    if (options.verb->shape == Shape::request)
+    if (options.verb->shape == Shape::request && !arguments.object.empty())
         read_request(arguments.object, arguments.properties, options, request);
     else if (!arguments.object.empty())
         options.start = read_object(arguments.object, arguments.name_space, options);

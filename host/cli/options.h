@@ -17,19 +17,19 @@ enum class GraphFormat { text, dot, json };
 
 struct Options {
     const Verb* verb = nullptr;
-    std::string provider; ///< library file
-    std::string name;     ///< factory prefix
-    std::string scenario; ///< file; empty: none
+    std::string provider;         ///< library file
+    std::string name;             ///< factory prefix
+    std::string scenario;         ///< file; empty: none
     bool scenario_wanted = false; ///< a provider that takes no scenario is refused
-    std::string trace;    ///< file; "-": standard error; empty: dropped
+    std::string trace;            ///< file; "-": standard error; empty: dropped
     Format format = Format::text;
     bool format_given = false;
     std::vector<std::string> schema; ///< MOF files in order; empty: those beside the program
     std::string deviations;          ///< file of findings to accept; empty: the one beside the schema
     bool check = false;              ///< hold answers against the schema
     Request request;
-    bool count = false;      ///< show numbers of objects instead of them
-    std::size_t repeat = 1;     ///< how often to ask
+    bool count = false;             ///< show numbers of objects instead of them
+    std::size_t repeat = 1;         ///< how often to ask
     bool every_association = false; ///< ask once per association class of the schema
     Colour colour = Colour::automatic;
 

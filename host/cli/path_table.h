@@ -32,7 +32,7 @@ class PathTable {
     std::vector<Object> waiting_;
     bool lines_ = false;
     bool class_column_ = false;
-    std::vector<std::string> names_;          ///< of the columns for keys
+    std::vector<std::string> names_;                 ///< of the columns for keys
     std::optional<std::vector<std::size_t>> widths_; ///< once the table has begun
 };
 

@@ -141,7 +141,7 @@ void take_signals_as_they_come() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     take_signals_as_they_come();
     if (!options.trace.empty())
-        std::setvbuf(stdout, nullptr, _IOLBF, 0); // for the lines before a crash
+        std::setvbuf(stdout, nullptr, _IONBF, 0); // for the lines before a crash
     Child(socket).serve(options, streams);
     _exit(0);
 }
@@ -225,6 +225,7 @@ void ProviderProcess::fail_by_death() {
     while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
     }
     process_ = -1;
+    end(0);
     throw ProviderFailed("the provider " + end_text(status) + " " + doing_);
 }
 

@@ -33,8 +33,8 @@ StandardOutputElsewhere::StandardOutputElsewhere(const std::string& target, std:
 }
 
 StandardOutputElsewhere::~StandardOutputElsewhere() {
-    if (std::fflush(stdout) != 0) {
-        std::fprintf(err_, "note: the trace is incomplete: %s\n", std::strerror(errno));
+    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) {
+        std::fputs("note: the trace is incomplete: it could not be written\n", err_);
         std::clearerr(stdout);
     }
     if (saved_ < 0) { // there was no standard output

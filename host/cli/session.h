@@ -22,9 +22,8 @@ class Session {
     Answer ask(const Request& request, const Take& take) {
         if (process_)
             return process_->ask(request, take);
-        return here_->ask(request, [&take](const HeldObject& object, bool is_instance) {
-            take(plain(object), is_instance);
-        });
+        return here_->ask(request,
+                          [&take](const HeldObject& object, bool is_instance) { take(plain(object), is_instance); });
     }
 
     /// Has the provider clean up. Nothing can be asked then. @throws ProviderFailed

@@ -2,6 +2,7 @@
 
 #include "host/cli/answer.h"
 #include "host/cli/classes.h"
+#include "host/cli/count_verb.h"
 #include "host/cli/graph_verb.h"
 
 #include <algorithm>
@@ -26,10 +27,10 @@ constexpr std::array verbs{
     Verb{"mi", "modify the properties NAME=VALUE of an instance", Shape::request, Filters::none, modify_instance,
          answer_request},
     Verb{"di", "delete instance", Shape::request, Filters::none, delete_instance, answer_request},
-    Verb{"count", "count the instances of a class", Shape::request, Filters::none, enumerate_instance_names,
-         answer_request},
-    Verb{"xq", "execute a whole WQL query, or SELECT PROPERTY... FROM the class", Shape::request, Filters::none, exec_query,
-         answer_request},
+    Verb{"count", "count the instances of a class, or without OBJECT of each class of the schema", Shape::request,
+         Filters::none, enumerate_instance_names, count_instances},
+    Verb{"xq", "execute a whole WQL query, or SELECT PROPERTY... FROM the class", Shape::request, Filters::none,
+         exec_query, answer_request},
     Verb{"cm", "call the METHOD that is named next with the parameters NAME=VALUE", Shape::request, Filters::none,
          invoke_method, answer_request},
     Verb{"classes", "list the classes of the schema with their keys; no provider is loaded", Shape::classes,

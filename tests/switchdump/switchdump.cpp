@@ -183,18 +183,21 @@ TEST_F(Switchdump, LinkReadThatBringsNoneEndsTheLinks) {
 }
 
 TEST_F(Switchdump, AFullDiskIsAnError) {
+    add_profile(1);
     std::fflush(stdout);
     const int saved = dup(STDOUT_FILENO);
     const int full = open("/dev/full", O_WRONLY);
     dup2(full, STDOUT_FILENO);
     testing::internal::CaptureStderr();
     const char* arguments[] = {"switchdump"};
-    EXPECT_EQ(switchdump::run(1, arguments), 1);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "switchdump: the output could not be written\n");
+    const int result = switchdump::run(1, arguments);
+    const std::string error = testing::internal::GetCapturedStderr();
     std::clearerr(stdout);
     dup2(saved, STDOUT_FILENO);
     close(full);
     close(saved);
+    EXPECT_EQ(result, 1);
+    EXPECT_EQ(error, "switchdump: the output could not be written\n");
 }
 
 } // namespace

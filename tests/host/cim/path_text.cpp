@@ -50,6 +50,26 @@ std::vector<PathRow> round_trips() {
     };
 }
 
+TEST(PathText, ReadsTheSpellingsOfOtherTools) {
+    const Object here{"Class", "root/cimv2", std::nullopt, {}, {}};
+    const Object there{"Class", "root/cimv2", "host:5989", {string_property("k", "v")}, {}};
+    EXPECT_EQ(parse_path("/root/cimv2:Class"), here);
+    EXPECT_EQ(parse_path("/Class"), path("Class"));
+    EXPECT_EQ(parse_path(R"(http://host:5989/root/cimv2:Class.k="v")"), there);
+    EXPECT_EQ(parse_path(R"(https://host:5989/root/cimv2:Class.k="v")"), there);
+}
+
+TEST(PathText, AReferenceCanBeDenied) {
+    const auto only_r = [](const std::string& class_name, const std::string& key) {
+        return class_name != "A" || key == "r";
+    };
+    const Object other = path("x", {uint_property("y", 1)});
+    EXPECT_EQ(parse_path(R"(A.s="x.y=1",r="x.y=1")", only_r),
+              path("A", {string_property("s", "x.y=1"), reference("r", other)}));
+    EXPECT_EQ(parse_path(R"(A.r="A.s=\"x.y=1\"")", only_r),
+              path("A", {reference("r", path("A", {string_property("s", "x.y=1")}))}));
+}
+
 TEST(PathText, ReadsAndWrites) {
     for (const PathRow& row : round_trips()) {
         SCOPED_TRACE(row.text);

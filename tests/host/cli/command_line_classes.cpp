@@ -139,12 +139,24 @@ std::string on_a_terminal(const std::vector<std::string>& arguments) {
 }
 
 TEST_F(Classes, AreATableOnATerminal) {
+    setenv("TERM", "xterm", 1);
     setenv("NO_COLOR", "1", 1);
     EXPECT_EQ(on_a_terminal({"classes", "--schema", things_}), table);
     unsetenv("NO_COLOR");
     EXPECT_EQ(
         on_a_terminal({"classes", "--schema", things_}).find("\033[1mCLASS       KEYS           SUPERCLASS\033[0m\n"),
         0u);
+}
+
+TEST_F(Classes, HaveColourWhereItIsWanted) {
+    const auto has_colour = [](const std::string& text) { return text.find('\033') != std::string::npos; };
+    setenv("TERM", "dumb", 1);
+    EXPECT_FALSE(has_colour(on_a_terminal({"classes", "--schema", things_})));
+    EXPECT_TRUE(has_colour(on_a_terminal({"classes", "--schema", things_, "--color", "always"})));
+    setenv("TERM", "xterm", 1);
+    EXPECT_TRUE(has_colour(on_a_terminal({"classes", "--schema", things_, "--color", "auto"})));
+    EXPECT_FALSE(has_colour(on_a_terminal({"classes", "--schema", things_, "--color", "never"})));
+    EXPECT_TRUE(has_colour(classes({"-o", "text", "--color", "always"}).out));
 }
 
 TEST_F(Classes, OfTheStandardsExcerptAreLeftOut) {

@@ -23,7 +23,9 @@ Outcome ask_fault(std::vector<std::string> arguments) {
 
 TEST_F(CommandLines, AMisbehavingProviderIsToldInOneLine) {
     const std::vector<FailureRow> rows{
-        {{"ei", "Bad_Segv"}, "", "the provider died of signal 11 (SIGSEGV) in enumerateInstances of root/cimv2:Bad_Segv"},
+        {{"ei", "Bad_Segv"},
+         "",
+         "the provider died of signal 11 (SIGSEGV) in enumerateInstances of root/cimv2:Bad_Segv"},
         {{"ein", "Bad_Abort"},
          "",
          "the provider died of signal 6 (SIGABRT) in enumerateInstanceNames of root/cimv2:Bad_Abort"},

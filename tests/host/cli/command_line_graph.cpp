@@ -2,6 +2,8 @@
 #include "tests/host/cli/command_line_test.h"
 #include "tests/host/mof/schema_file.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 
 namespace cmpihost {
@@ -131,6 +133,26 @@ TEST_F(Graphs, AreJsonOnRequest) {
         << outcome.out;
 }
 
+// ------------------------------------------------------------------------------- an object's associations, one by one
+
+TEST_F(Graphs, EachAssociationIsAskedForOnRequest) {
+    const auto ask_all = [this](const char* format) {
+        return cmpihost_with({"--provider", graph_provider, "--name", "Net", "--schema", net_, "-o", format, "--ac",
+                              "all", "ain", "Net_Port.Name=\"p2\",Slot=1"});
+    };
+    const std::string card = "CLASS     InstanceID\nNet_Card  card \"1\"\n\n1 object\n";
+    const Outcome text = ask_all("text");
+    EXPECT_EQ(text.exit_code, 0);
+    EXPECT_EQ(text.out, "Net_Part:\n" + card + "Net_OnCard:\n" + card);
+    EXPECT_EQ(text.err, "");
+    EXPECT_EQ(ask_all("mof").out, "// Net_Part\n// root/net:Net_Card.InstanceID=\"card \\\"1\\\"\"\n"
+                                  "// Net_OnCard\n// root/net:Net_Card.InstanceID=\"card \\\"1\\\"\"\n");
+    const auto json = nlohmann::json::parse(ask_all("json").out);
+    EXPECT_EQ(json.size(), 4u);
+    EXPECT_EQ(json.at("Net_OnCard").at("objects").size(), 1u);
+    EXPECT_EQ(json.at("Net_Line").at("objects").size(), 0u);
+}
+
 TEST_F(Graphs, StartAtAnObject) {
     const Outcome outcome = graph({R"(Net_Card.InstanceID="card \"1\"")"});
     EXPECT_EQ(outcome.out.find("Card card \"1\"\n"
@@ -178,8 +200,8 @@ TEST_F(Graphs, StopAtALimitWithRoomForNeighbours) {
                            "  OnCard  <->  Port p1\n"
                            "\n"
                            "2 objects, 1 association\n");
-    EXPECT_EQ(outcome.err, std::string(one_left_out) +
-                               "note: there are more than 2 objects; --limit takes another number\n");
+    EXPECT_EQ(outcome.err,
+              std::string(one_left_out) + "note: there are more than 2 objects; --limit takes another number\n");
     expect_graph(graph({"--limit", "5"}), whole_graph);
 }
 

@@ -55,6 +55,7 @@ TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
         {{"ei", "C", "--timeout", "0"}, "--timeout: expected a number of seconds above 0, at most a million"},
         {{"ei", "C", "--timeout", "nan"}, "--timeout: expected a number of seconds above 0, at most a million"},
         {{"ei", "C", "--timeout", "1", "--no-fork"}, "--timeout and --max-objects do not go with --no-fork"},
+        {{"ei", "C", "--count", "-o", "json"}, "-o json does not go with a count"},
         {{"ei", "C", "--tree"}, "--tree does not go with ei"},
         {{"ei", "C", "-o", "dot"}, "-o dot does not go with ei"},
         {{"classes", "-o", "paths"}, "-o paths does not go with classes"},
@@ -80,10 +81,28 @@ TEST_F(CommandLines, HelpNamesEveryVerbAndOption) {
     EXPECT_EQ(outcome.err, "");
     for (const Verb& verb : all_verbs())
         EXPECT_NE(outcome.out.find("\n  " + std::string(verb.name) + " "), std::string::npos) << verb.name;
-    for (const char* option : {"--provider FILE", "--name FACTORY_PREFIX", "--scenario FILE", "-n NAMESPACE",
-                               "-o FORMAT", "--trace FILE", "--schema FILE", "--check", "--deviations FILE",
-                               "--timeout SECONDS", "--max-objects NUMBER", "--no-fork", "--count", "--repeat NUMBER",
-                               "--color WHEN", "--tree", "--limit NUMBER", "--ac CLASS", "--arc CLASS", "--ar ROLE", "--arr ROLE", "--version"})
+    for (const char* option : {"--provider FILE",
+                               "--name FACTORY_PREFIX",
+                               "--scenario FILE",
+                               "-n NAMESPACE",
+                               "-o FORMAT",
+                               "--trace FILE",
+                               "--schema FILE",
+                               "--check",
+                               "--deviations FILE",
+                               "--timeout SECONDS",
+                               "--max-objects NUMBER",
+                               "--no-fork",
+                               "--count",
+                               "--repeat NUMBER",
+                               "--color WHEN",
+                               "--tree",
+                               "--limit NUMBER",
+                               "--ac CLASS",
+                               "--arc CLASS",
+                               "--ar ROLE",
+                               "--arr ROLE",
+                               "--version"})
         EXPECT_NE(outcome.out.find("\n  " + std::string(option)), std::string::npos) << option;
 }
 

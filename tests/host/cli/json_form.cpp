@@ -1,4 +1,5 @@
-// docs/cmpihost.md describes the JSON that cmpihost prints: every member that it prints is told there, and nothing else.
+// docs/cmpihost.md describes the JSON that cmpihost prints: every member that it prints is told there, and nothing
+// else.
 #include "tests/host/cli/command_line_test.h"
 #include "tests/host/mof/schema_file.h"
 

@@ -141,6 +141,8 @@ TEST(MofDeviations, NameDeclaredClassesInTheirOwnSpelling) {
     const auto& findings = known_deviations().findings();
     EXPECT_FALSE(findings.empty());
     for (const std::string& finding : findings) {
+        if (finding.ends_with(": no returnDone")) // of an operation
+            continue;
         const std::string class_name = finding.substr(0, finding.find_first_of(".:"));
         const ClassDeclaration* declaration = provider_schema().find(class_name);
         const bool unknown = finding.ends_with(": class is not declared");

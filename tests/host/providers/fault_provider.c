@@ -1,6 +1,6 @@
 /*
- * A provider in plain C whose answers are not as the standard wants them, as the class that it is asked for says. It has
- * a factory for any name.
+ * A provider in plain C whose answers are not as the standard wants them, as the class that it is asked for says. It
+ * has a factory for any name.
  *
  *   Fault_Late      two results, then it writes through a null pointer
  *   Fault_After     a result after returnDone

@@ -250,6 +250,7 @@ static CMPIStatus create_instance(CMPIInstanceMI* mi, const CMPIContext* context
     }
     CMReturnObjectPath(result, created);
     (void)path;
+    CMReturnDone(result);
     return ok();
 }
 
@@ -278,6 +279,7 @@ static CMPIStatus exec_query(CMPIInstanceMI* mi, const CMPIContext* context, con
     CMSetProperty(instance, "Query", query, CMPI_chars);
     CMSetProperty(instance, "Language", language, CMPI_chars);
     CMReturnInstance(result, instance);
+    CMReturnDone(result);
     return ok();
 }
 
@@ -303,6 +305,7 @@ static CMPIStatus associators(CMPIAssociationMI* mi, const CMPIContext* context,
     (void)mi;
     set_filters(instance, ac, arc, ar, arr);
     CMReturnInstance(result, instance);
+    CMReturnDone(result);
     return ok();
 }
 
@@ -319,6 +322,7 @@ static CMPIStatus associator_names(CMPIAssociationMI* mi, const CMPIContext* con
     CMAddKey(answer, "ARR", or_null(arr), CMPI_chars);
     CMReturnObjectPath(result, answer);
     CMReturnObjectPath(result, thing_path(path, 1));
+    CMReturnDone(result);
     return ok();
 }
 
@@ -328,6 +332,7 @@ static CMPIStatus references(CMPIAssociationMI* mi, const CMPIContext* context, 
     (void)mi;
     set_filters(instance, NULL, arc, ar, NULL);
     CMReturnInstance(result, instance);
+    CMReturnDone(result);
     return ok();
 }
 
@@ -339,6 +344,7 @@ static CMPIStatus reference_names(CMPIAssociationMI* mi, const CMPIContext* cont
     CMAddKey(answer, "ARC", or_null(arc), CMPI_chars);
     CMAddKey(answer, "AR", or_null(ar), CMPI_chars);
     CMReturnObjectPath(result, answer);
+    CMReturnDone(result);
     return ok();
 }
 
