@@ -5,10 +5,10 @@
 
 namespace switchsim {
 
-/// Either the switch that a scenario describes or one line that says what is wrong with it.
+/// Either the switch that a scenario describes or all that is wrong with it.
 struct ScenarioResult {
     Switch contents;
-    std::string error; ///< "FILE:LINE:COLUMN: KEY: what was expected"; empty on success
+    std::vector<std::string> errors; ///< a line each, "FILE:LINE:COLUMN: KEY: what was expected"; none on success
 };
 
 /// Reads a scenario from TOML text; `origin` stands for the file's name in the message.

@@ -6,23 +6,12 @@
 namespace switchsim {
 namespace {
 
-/// A kind of port that a scenario lists.
-struct PortKind {
-    const char* section;
-    std::uint8_t kind;
-    std::uint32_t base;      ///< of derived interface indexes
-    std::uint32_t lowest;    ///< interface index that is allowed
-    const char* name;        ///< before slot and port
-    const char* kernel_name; ///< before slot and port
-    std::uint32_t mtu;       ///< bytes
-    bool has_fc_interface;
-};
-
-constexpr PortKind ethernet{"ethernet",        kind_ethernet, ethernet_base, ethernet_base,
-                            "GigabitEthernet", "eth",         1500,          false};
-constexpr PortKind fibre_channel{"fibre_channel", kind_fibre_channel, fibre_channel_base, 1, "fc", "fc", 2112, true};
-constexpr PortKind port_channel{
-    "port_channel", kind_port_channel, port_channel_base, 1, "port-channel", "po", 2112, true};
+std::string list_of(const std::vector<std::uint8_t>& slots) {
+    std::string list;
+    for (const std::uint8_t slot : slots)
+        list += (list.empty() ? "" : ", ") + std::to_string(slot);
+    return "[" + list + "]";
+}
 
 /// Slot and port, each of which a port may be without.
 void read_place(TableReader& reader, const Switch& contents, Port& port) {
@@ -31,16 +20,21 @@ void read_place(TableReader& reader, const Switch& contents, Port& port) {
     if (!reader.is_false("port"))
         port.port = reader.required<std::uint8_t>("port");
     const bool card_missing = reader.boolean("card_missing").value_or(false);
-    if (port.slot && !card_missing && std::ranges::count(contents.slots, *port.slot) == 0)
-        reader.fail("slot", "a slot of [switch] slots, or card_missing = true");
+    if (port.slot && !card_missing && std::ranges::count(contents.slots, *port.slot) == 0 &&
+        !reader.errors().doubts("slots"))
+        reader.wrong("slot", std::to_string(*port.slot) + " is not one of [switch] slots, which are " +
+                                 list_of(contents.slots) + "; expected one of them, or card_missing = true");
 }
 
-std::uint32_t read_if_index(TableReader& reader, const PortKind& kind, const Port& port) {
-    if (const auto given = reader.number<std::uint32_t>("if_index", kind.lowest))
-        return *given;
-    if (!port.slot || !port.port)
-        reader.fail("if_index", "an interface index, for it cannot be derived without slot and port");
-    return slot_and_port(kind.base, *port.slot, *port.port);
+/// The interface index, given or derived; none where slot, port or index are wrong.
+std::optional<std::uint32_t> read_if_index(TableReader& reader, const PortKind& kind, const Port& port) {
+    const auto given = reader.number<std::uint32_t>("if_index", kind.lowest);
+    if (given || !reader.good({"slot", "port", "if_index"}))
+        return given;
+    if (port.slot && port.port)
+        return slot_and_port(kind.base, *port.slot, *port.port);
+    reader.fail("if_index", "an interface index, for it cannot be derived without slot and port");
+    return std::nullopt;
 }
 
 std::vector<std::uint8_t> read_statistics(TableReader& reader, std::string_view key,
@@ -84,7 +78,7 @@ std::optional<PmPortCounters> read_counters(TableReader& reader) {
 std::string read_network_address(TableReader& reader) {
     const auto mac = reader.mac("mac");
     const auto text = reader.short_text("network_address");
-    if (mac && text)
+    if (reader.has("mac") && reader.has("network_address"))
         reader.fail("network_address", "either this key or mac");
     return mac ? *mac : text.value_or("");
 }
@@ -106,15 +100,16 @@ void read_port(TableReader& reader, const PortKind& kind, Switch& contents) {
     port.mtu = kind.mtu;
     port.fc_interface = kind.has_fc_interface;
     read_place(reader, contents, port);
-    const std::uint32_t if_index = read_if_index(reader, kind, port);
-    const std::string slot = port.slot ? std::to_string(*port.slot) : "";
-    const std::string number = port.port ? std::to_string(*port.port) : "";
-    read_interface(reader, contents, port, kind.name + slot + "/" + number, kind.kernel_name + slot + "_" + number);
+    const auto if_index = read_if_index(reader, kind, port);
+    read_interface(reader, contents, port, default_name(kind, port), default_kernel_name(kind, port));
     port.counters = read_counters(reader);
     if (kind.kind == kind_ethernet)
         read_ethernet_facts(reader, port);
+    if (if_index)
+        add_port(reader, contents, "port", *if_index, std::move(port));
+    else
+        reader.errors().doubt(kind.section);
     reader.finish();
-    add_port(reader, contents, reader.has("if_index") ? "if_index" : "port", if_index, std::move(port));
 }
 
 } // namespace
@@ -128,14 +123,21 @@ void read_interface(TableReader& reader, const Switch& contents, Port& port, con
     port.mtu = reader.number<std::uint32_t>("mtu").value_or(port.mtu);
     port.vsan_id = reader.number<std::uint32_t>("vsan").value_or(1);
     const bool vsan_missing = reader.boolean("vsan_missing").value_or(false);
-    if (!vsan_missing && !contents.vsans.contains(port.vsan_id))
-        reader.fail("vsan", "the id of a [[vsan]], or vsan_missing = true");
+    if (!vsan_missing && !contents.vsans.contains(port.vsan_id) && reader.good({"vsan", "vsan_missing"}) &&
+        !reader.errors().doubts("vsan"))
+        reader.wrong("vsan", reader.has("vsan")
+                                 ? "expected the id of a [[vsan]], or vsan_missing = true"
+                                 : "1 (the default) is not the id of a [[vsan]]; expected one, or vsan_missing = true");
     port.config_word = reader.number<std::uint32_t>("config_word");
 }
 
-void add_port(const TableReader& reader, Switch& contents, std::string_view key, std::uint32_t if_index, Port port) {
-    if (!contents.ports.emplace(if_index, std::move(port)).second)
-        reader.fail(key, "an interface index that no other interface has, not " + std::to_string(if_index));
+void add_port(TableReader& reader, Switch& contents, std::string_view key, std::uint32_t if_index, Port port) {
+    if (contents.ports.emplace(if_index, std::move(port)).second)
+        return;
+    if (reader.has("if_index"))
+        reader.fail("if_index", "an interface index that no other interface has, not " + std::to_string(if_index));
+    else
+        reader.wrong(key, std::to_string(if_index) + " (the default of if_index) is another interface's");
 }
 
 std::optional<std::uint32_t> read_ethernet_reference(TableReader& reader, const Switch& contents, std::string_view key,
@@ -144,18 +146,22 @@ std::optional<std::uint32_t> read_ethernet_reference(TableReader& reader, const 
     const auto place = reader.place(key);
     if (!place)
         return raw;
-    if (raw)
+    if (reader.has(raw_key)) {
         reader.fail(key, "either this key or " + std::string(raw_key));
+        return raw;
+    }
     const auto port = std::ranges::find_if(contents.ports, [&](const auto& row) {
         return row.second.kind == kind_ethernet && row.second.slot == place->first && row.second.port == place->second;
     });
-    if (port == contents.ports.end())
+    if (port != contents.ports.end())
+        return port->first;
+    if (!reader.errors().doubts("ethernet"))
         reader.fail(key, "slot and port of an [[ethernet]] port; for any other index use " + std::string(raw_key));
-    return port->first;
+    return std::nullopt;
 }
 
 void read_ports(TableReader& root, Switch& contents) {
-    for (const PortKind& kind : {ethernet, fibre_channel, port_channel}) {
+    for (const PortKind& kind : port_kinds) {
         for (TableReader& reader : root.tables(kind.section))
             read_port(reader, kind, contents);
     }

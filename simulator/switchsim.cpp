@@ -26,10 +26,12 @@ void load_first() {
     loaded = true;
 }
 
-/// Puts a scenario in place, or gives its error.
+/// Puts a scenario in place, or gives its first error and how many more there are.
 std::string take(ScenarioResult result) {
-    if (!result.error.empty())
-        return result.error;
+    if (!result.errors.empty()) {
+        const std::size_t more = result.errors.size() - 1;
+        return result.errors[0] + (more > 0 ? " (and " + std::to_string(more) + " more)" : "");
+    }
     the_tables = std::move(result.contents);
     bad_scenario = false;
     loaded = true;
@@ -72,6 +74,10 @@ std::string load(const std::string& file) {
 
 std::string load_text(std::string_view toml, const std::string& origin) {
     return take(read_scenario(toml, origin));
+}
+
+std::vector<std::string> scenario_errors(std::string_view toml, const std::string& origin) {
+    return read_scenario(toml, origin).errors;
 }
 
 void generate(unsigned tunnels) {

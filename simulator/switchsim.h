@@ -93,11 +93,14 @@ SWITCHSIM_API Switch& the_switch();
 SWITCHSIM_API void reset();
 
 /// Replaces the switch by the scenario in `file`. On error the old switch stays and the result is one line
-/// "FILE:LINE:COLUMN: KEY: what was expected"; empty on success.
+/// "FILE:LINE:COLUMN: KEY: what was expected", with " (and N more)" behind it if there are more; empty on success.
 SWITCHSIM_API std::string load(const std::string& file);
 
 /// The same for a scenario given as text; `origin` stands for the file's name in messages.
 SWITCHSIM_API std::string load_text(std::string_view toml, const std::string& origin);
+
+/// All that is wrong with a scenario, a line each, in order of place.
+SWITCHSIM_API std::vector<std::string> scenario_errors(std::string_view toml, const std::string& origin);
 
 /// The two-site scenario that is built in, as TOML.
 SWITCHSIM_API std::string_view built_in_scenario();
