@@ -49,7 +49,8 @@ void read_ip_configuration(TableReader& root, Switch& contents) {
     reader->finish();
 }
 
-/// [[vsan]]
+} // namespace
+
 void read_vsans(TableReader& root, Switch& contents) {
     for (TableReader& reader : root.tables("vsan")) {
         const auto id = reader.required<std::uint32_t>("id", 1, 4094);
@@ -68,7 +69,6 @@ void read_vsans(TableReader& root, Switch& contents) {
     }
 }
 
-/// [[wwn_text]]
 void read_wwn_texts(TableReader& root, Switch& contents) {
     for (TableReader& reader : root.tables("wwn_text")) {
         const auto wwn = reader.wwn("wwn");
@@ -83,6 +83,8 @@ void read_wwn_texts(TableReader& root, Switch& contents) {
     }
 }
 
+namespace {
+
 /// [generate]: everything but the switch's identity and IP configuration is made up.
 void read_generator(TableReader& root, TableReader& reader, bool slots_given, Switch& contents) {
     GeneratorSizes sizes;
@@ -93,7 +95,7 @@ void read_generator(TableReader& root, TableReader& reader, bool slots_given, Sw
     reader.finish();
     for (const char* key : {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel", "wwn_text"}) {
         if (root.has(key))
-            root.fail(key, "nothing but [switch] and [ip] beside [generate]");
+            root.fail(key, "nothing but [switch], [ip], [clock] and [[event]] beside [generate]");
     }
     if (!root.errors().empty())
         return;
@@ -102,6 +104,8 @@ void read_generator(TableReader& root, TableReader& reader, bool slots_given, Sw
     made.system_name = std::move(contents.system_name);
     made.has_name = contents.has_name;
     made.wwn = contents.wwn;
+    made.now = contents.now;
+    made.seed = contents.seed;
     if (slots_given)
         made.slots = std::move(contents.slots);
     if (contents.ip_configuration)
@@ -109,24 +113,31 @@ void read_generator(TableReader& root, TableReader& reader, bool slots_given, Sw
     contents = std::move(made);
 }
 
+/// In the order in which they refer to each other.
+void read_all_rows(TableReader& root, Switch& contents) {
+    read_vsans(root, contents);
+    read_ports(root, contents);
+    read_profiles(root, contents);
+    read_tunnels(root, contents);
+    read_wwn_texts(root, contents);
+}
+
 Switch read_switch(const toml::table& document, ScenarioErrors& errors) {
     Switch contents;
     TableReader root(document, "", errors);
     root.announce({"switch", "ip", "generate", "vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel",
-                   "wwn_text"});
+                   "wwn_text", "clock", "event"});
     for (const std::string& section : root.misspelt())
         errors.doubt(section);
     const bool slots_given = read_identity(root, contents);
     read_ip_configuration(root, contents);
+    read_clock(root, contents);
     if (auto generator = root.table("generate")) {
         read_generator(root, *generator, slots_given, contents);
     } else {
-        read_vsans(root, contents);
-        read_ports(root, contents);
-        read_profiles(root, contents);
-        read_tunnels(root, contents);
-        read_wwn_texts(root, contents);
+        read_all_rows(root, contents);
     }
+    read_events(root, contents);
     root.finish();
     return contents;
 }
@@ -166,20 +177,36 @@ std::optional<std::string> read_file(const std::string& name, std::string& reaso
     return text;
 }
 
-} // namespace
-
-ScenarioResult read_scenario(std::string_view toml, const std::string& origin) {
+/// Parses the text and hands it to `take`, which gives the switch and notes what is wrong.
+template <class Take>
+ScenarioResult read(std::string_view toml, const std::string& origin, Take take) {
     if (const auto stray = stray_character(toml))
         return {{}, {located(origin, *stray) + "TOML: expected ASCII outside comments and strings of one line"}};
     try {
         ScenarioErrors errors;
-        ScenarioResult result{read_switch(toml::parse(toml), errors), {}};
+        ScenarioResult result{take(toml::parse(toml), errors), {}};
         for (const ScenarioError& error : errors.in_order())
             result.errors.push_back(one_line(located(origin, error.where) + error.text));
         return result;
     } catch (const toml::parse_error& error) {
         return {{}, {one_line(located(origin, error.source().begin) + "TOML: " + std::string(error.description()))}};
     }
+}
+
+} // namespace
+
+ScenarioResult read_scenario(std::string_view toml, const std::string& origin) {
+    return read(toml, origin,
+                [](const toml::table& document, ScenarioErrors& errors) { return read_switch(document, errors); });
+}
+
+ScenarioResult read_rows(std::string_view toml, const std::string& origin, Switch contents) {
+    return read(toml, origin, [&](const toml::table& document, ScenarioErrors& errors) {
+        TableReader root(document, "", errors);
+        read_all_rows(root, contents);
+        root.finish();
+        return std::move(contents);
+    });
 }
 
 ScenarioResult read_scenario_file(const std::string& file) {

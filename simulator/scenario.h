@@ -14,6 +14,9 @@ struct ScenarioResult {
 /// Reads a scenario from TOML text; `origin` stands for the file's name in the message.
 ScenarioResult read_scenario(std::string_view toml, const std::string& origin);
 
+/// Adds the rows of a text that holds nothing else ([[tunnel]] and the like) to a switch.
+ScenarioResult read_rows(std::string_view toml, const std::string& origin, Switch contents);
+
 /// Reads a scenario file.
 ScenarioResult read_scenario_file(const std::string& file);
 

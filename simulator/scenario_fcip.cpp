@@ -68,7 +68,7 @@ void read_errors(TableReader& reader, const LinkKey& key, Switch& contents) {
     if (!inner)
         return;
     FcipLinkErrors& errors = contents.link_errors[key];
-    inner->counters(link_error_fields, errors.bytes);
+    read_counters(*inner, link_error_fields, errors.bytes, CounterTable::link_errors, key, contents);
     inner->finish();
 }
 

@@ -15,6 +15,18 @@ void read_profiles(TableReader& root, Switch& contents);
 /// [[tunnel]]: rows of the link, connection, error and port tables.
 void read_tunnels(TableReader& root, Switch& contents);
 
+/// [[vsan]] and [[wwn_text]].
+void read_vsans(TableReader& root, Switch& contents);
+void read_wwn_texts(TableReader& root, Switch& contents);
+
+/// [clock] and [[event]].
+void read_clock(TableReader& root, Switch& contents);
+void read_events(TableReader& root, Switch& contents);
+
+/// Reads a record's counters, and the rates of those that move.
+void read_counters(TableReader& reader, std::span<const CounterField> fields, std::uint8_t* record, CounterTable table,
+                   const LinkKey& row, Switch& contents);
+
 /// The keys that ports and FCIP interfaces share: VSAN, MTU, names and what goes wrong with them.
 /// @param name the display name and kernel name that the interface has without those keys
 void read_interface(TableReader& reader, const Switch& contents, Port& port, const std::string& name,

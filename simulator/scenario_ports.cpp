@@ -38,22 +38,23 @@ std::optional<std::uint32_t> read_if_index(TableReader& reader, const PortKind& 
 }
 
 std::vector<std::uint8_t> read_statistics(TableReader& reader, std::string_view key,
-                                          std::span<const CounterField> fields, std::size_t size) {
+                                          std::span<const CounterField> fields, std::size_t size, CounterTable table,
+                                          const LinkKey& row, Switch& contents) {
     auto statistics = reader.table(key);
     if (!statistics)
         return {};
     Payload payload(size);
-    statistics->counters(fields, payload.data());
+    read_counters(*statistics, fields, payload.data(), table, row, contents);
     statistics->finish();
     return payload;
 }
 
-std::vector<Payload> read_tcp_statistics(TableReader& reader) {
+std::vector<Payload> read_tcp_statistics(TableReader& reader, const LinkKey& row, Switch& contents) {
     auto statistics = reader.table("tcp_statistics");
     if (!statistics)
         return {};
     std::vector<Payload> replies{Payload(tcp_statistics_size)};
-    statistics->counters(tcp_statistics_fields, replies[0].data());
+    read_counters(*statistics, tcp_statistics_fields, replies[0].data(), CounterTable::tcp_statistics, row, contents);
     const std::uint32_t continuations = statistics->number("continuations", 0U, 1000U).value_or(1);
     for (std::uint32_t left = continuations; left > 0; --left) {
         Payload reply(tcp_continuation_size);
@@ -64,12 +65,12 @@ std::vector<Payload> read_tcp_statistics(TableReader& reader) {
     return replies;
 }
 
-std::optional<PmPortCounters> read_counters(TableReader& reader) {
+std::optional<PmPortCounters> read_port_counters(TableReader& reader, const LinkKey& row, Switch& contents) {
     auto counters = reader.table("counters");
     if (!counters)
         return std::nullopt;
     PmPortCounters record{};
-    counters->counters(port_counter_fields, record.bytes);
+    read_counters(*counters, port_counter_fields, record.bytes, CounterTable::port_counters, row, contents);
     counters->finish();
     return record;
 }
@@ -83,15 +84,17 @@ std::string read_network_address(TableReader& reader) {
     return mac ? *mac : text.value_or("");
 }
 
-void read_ethernet_facts(TableReader& reader, Port& port) {
+void read_ethernet_facts(TableReader& reader, const LinkKey& row, Port& port, Switch& contents) {
     port.network_address = read_network_address(reader);
     port.subnet_mask = reader.ipv4("subnet_mask");
     port.prefix_length = reader.number<std::uint8_t>("prefix_length", 0, 128);
     if (!reader.is_false("counter_mtu"))
         port.eth_stats_mtu = reader.number<std::uint32_t>("counter_mtu").value_or(port.mtu);
-    port.mac_statistics = read_statistics(reader, "mac_statistics", mac_statistics_fields, mac_statistics_size);
-    port.ip_statistics = read_statistics(reader, "ip_statistics", ip_statistics_fields, ip_statistics_size);
-    port.tcp_statistics = read_tcp_statistics(reader);
+    port.mac_statistics = read_statistics(reader, "mac_statistics", mac_statistics_fields, mac_statistics_size,
+                                          CounterTable::mac_statistics, row, contents);
+    port.ip_statistics = read_statistics(reader, "ip_statistics", ip_statistics_fields, ip_statistics_size,
+                                         CounterTable::ip_statistics, row, contents);
+    port.tcp_statistics = read_tcp_statistics(reader, row, contents);
 }
 
 void read_port(TableReader& reader, const PortKind& kind, Switch& contents) {
@@ -102,9 +105,10 @@ void read_port(TableReader& reader, const PortKind& kind, Switch& contents) {
     read_place(reader, contents, port);
     const auto if_index = read_if_index(reader, kind, port);
     read_interface(reader, contents, port, default_name(kind, port), default_kernel_name(kind, port));
-    port.counters = read_counters(reader);
+    const LinkKey row{if_index.value_or(0), 0};
+    port.counters = read_port_counters(reader, row, contents);
     if (kind.kind == kind_ethernet)
-        read_ethernet_facts(reader, port);
+        read_ethernet_facts(reader, row, port, contents);
     if (if_index)
         add_port(reader, contents, "port", *if_index, std::move(port));
     else
@@ -113,6 +117,14 @@ void read_port(TableReader& reader, const PortKind& kind, Switch& contents) {
 }
 
 } // namespace
+
+void read_counters(TableReader& reader, std::span<const CounterField> fields, std::uint8_t* record, CounterTable table,
+                   const LinkKey& row, Switch& contents) {
+    reader.counters(fields, record, [&](const CounterField& field, Rate rate) {
+        rate.since = contents.now;
+        contents.rates[{table, row, field.offset, field.bits}] = rate;
+    });
+}
 
 void read_interface(TableReader& reader, const Switch& contents, Port& port, const std::string& name,
                     const std::string& kernel_name) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <numeric>
 
 #include <arpa/inet.h>
@@ -278,11 +279,52 @@ std::vector<TableReader> TableReader::tables(std::string_view key) {
     return readers;
 }
 
-void TableReader::counters(std::span<const CounterField> fields, std::uint8_t* record) {
+std::optional<std::uint64_t> TableReader::seconds(std::string_view key) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    constexpr double most = 1e9;
+    const auto value = node->value<double>();
+    if (node->is_number() && value && *value >= 0 && *value <= most)
+        return static_cast<std::uint64_t>(std::llround(*value * 1000));
+    fail(key, "seconds from 0 to 1000000000");
+    return std::nullopt;
+}
+
+/// A counter that moves: {value = 5, rate = 100, period = 1, jitter = 10}.
+std::optional<Rate> TableReader::rate(std::string_view key, std::uint64_t highest) {
+    auto reader = table(key);
+    if (!reader)
+        return std::nullopt;
+    constexpr std::uint32_t longest = 1000000;
+    Rate rate;
+    rate.start = reader->integer("value", 0, highest).value_or(0);
+    const auto per_second = reader->integer("rate", 0, std::numeric_limits<std::uint64_t>::max() / longest / 1000);
+    if (!per_second)
+        reader->missing("rate", "an integer, how much is counted in a second");
+    rate.per_second = per_second.value_or(0);
+    const std::uint64_t period = reader->seconds("period").value_or(rate.period);
+    if (period == 0 || period > std::uint64_t{longest} * 1000)
+        reader->fail("period", "seconds from 0.001 to 1000000");
+    rate.period = static_cast<std::uint32_t>(period);
+    rate.jitter = reader->number<std::uint8_t>("jitter", 0, 100).value_or(0);
+    reader->finish();
+    return rate;
+}
+
+void TableReader::counters(std::span<const CounterField> fields, std::uint8_t* record,
+                           const std::function<void(const CounterField& field, const Rate& rate)>& take_rate) {
     for (const CounterField& field : fields) {
         const std::uint64_t highest = field.bits == 64 ? std::numeric_limits<std::uint64_t>::max() : any_word;
-        if (const auto value = integer(field.key, 0, highest))
+        const toml::node* node = find(field.key);
+        if (node && node->is_table()) {
+            if (const auto moving = rate(field.key, highest)) {
+                field.put(record, moving->start);
+                take_rate(field, *moving);
+            }
+        } else if (const auto value = integer(field.key, 0, highest)) {
             field.put(record, *value);
+        }
     }
 }
 

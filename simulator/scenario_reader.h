@@ -10,6 +10,7 @@
 #include <toml++/toml.h>
 
 #include <concepts>
+#include <functional>
 #include <limits>
 #include <set>
 
@@ -111,8 +112,12 @@ class TableReader {
     /// The tables of an array of tables; none if the key is not there.
     std::vector<TableReader> tables(std::string_view key);
 
-    /// Reads counters into a record: every field of the layout is a key.
-    void counters(std::span<const CounterField> fields, std::uint8_t* record);
+    /// Reads counters into a record: every field of the layout is a key. Those that move are handed to `take_rate`.
+    void counters(std::span<const CounterField> fields, std::uint8_t* record,
+                  const std::function<void(const CounterField& field, const Rate& rate)>& take_rate);
+
+    /// Seconds, with up to three digits behind the point, as milliseconds.
+    std::optional<std::uint64_t> seconds(std::string_view key);
 
     /// Makes keys known that are asked for later.
     void announce(std::initializer_list<std::string_view> keys);
@@ -129,6 +134,7 @@ class TableReader {
     std::optional<Value> parsed(std::string_view key, const char* expected,
                                 bool (*parse)(const std::string& text, Value& value));
     std::optional<std::string> text(std::string_view key, std::size_t longest, const std::string& expected);
+    std::optional<Rate> rate(std::string_view key, std::uint64_t highest);
     static std::string range_text(std::uint64_t lowest, std::uint64_t highest);
 
     const std::string* meant(std::string_view unknown) const;

@@ -55,6 +55,17 @@ std::string address_text(const ip_addr_value& address) {
     return text;
 }
 
+/// An integer; beyond what TOML's hold as a text.
+std::string number_text(std::uint64_t value) {
+    const std::string digits = std::to_string(value);
+    return value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) ? quoted(digits) : digits;
+}
+
+std::string seconds_text(std::uint64_t milliseconds) {
+    const std::string whole = std::to_string(milliseconds / 1000);
+    return milliseconds % 1000 == 0 ? whole : whole + "." + std::to_string(1000 + milliseconds % 1000).substr(1);
+}
+
 /// Lines of TOML, table by table. Keys that have their default are not written.
 class Lines {
   public:
@@ -66,11 +77,7 @@ class Lines {
         if (value != fallback)
             text(key, value);
     }
-    void number(std::string_view key, std::uint64_t value) {
-        const std::string digits = std::to_string(value);
-        raw(key,
-            value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) ? quoted(digits) : digits);
-    }
+    void number(std::string_view key, std::uint64_t value) { raw(key, number_text(value)); }
     void number(std::string_view key, std::uint64_t value, std::uint64_t fallback) {
         if (value != fallback)
             number(key, value);
@@ -105,11 +112,29 @@ std::uint64_t field_value(const CounterField& field, const std::uint8_t* record)
                             : get_big<std::uint32_t>(record, field.offset);
 }
 
-void write_counters(Lines& lines, const std::string& table, std::span<const CounterField> fields,
-                    const std::uint8_t* record) {
-    lines.table("[" + table + "]");
-    for (const CounterField& field : fields)
-        lines.number(field.key, field_value(field, record), 0);
+/// Where a record's counters are, to find those that move.
+struct Record {
+    const Switch& contents;
+    CounterTable table;
+    LinkKey row;
+    const std::uint8_t* bytes;
+};
+
+void write_counters(Lines& lines, const std::string& header, std::span<const CounterField> fields,
+                    const Record& record) {
+    lines.table("[" + header + "]");
+    for (const CounterField& field : fields) {
+        const std::uint64_t value = field_value(field, record.bytes);
+        const auto found = record.contents.rates.find({record.table, record.row, field.offset, field.bits});
+        if (found == record.contents.rates.end()) {
+            lines.number(field.key, value, 0);
+            continue;
+        }
+        const Rate& rate = found->second;
+        lines.raw(field.key, "{ value = " + number_text(value) + ", rate = " + number_text(rate.per_second) +
+                                 ", period = " + seconds_text(rate.period) +
+                                 ", jitter = " + std::to_string(rate.jitter) + " }");
+    }
 }
 
 template <class Row, std::size_t size>
@@ -189,14 +214,17 @@ void write_ethernet_facts(Lines& lines, const Port& port) {
     lines.unreadable(unreadable);
 }
 
-void write_statistics(Lines& lines, const Port& port) {
+void write_statistics(Lines& lines, const Switch& contents, const LinkKey& row, const Port& port) {
     if (!port.mac_statistics.empty())
-        write_counters(lines, "ethernet.mac_statistics", mac_statistics_fields, port.mac_statistics.data());
+        write_counters(lines, "ethernet.mac_statistics", mac_statistics_fields,
+                       {contents, CounterTable::mac_statistics, row, port.mac_statistics.data()});
     if (!port.ip_statistics.empty())
-        write_counters(lines, "ethernet.ip_statistics", ip_statistics_fields, port.ip_statistics.data());
+        write_counters(lines, "ethernet.ip_statistics", ip_statistics_fields,
+                       {contents, CounterTable::ip_statistics, row, port.ip_statistics.data()});
     if (port.tcp_statistics.empty())
         return;
-    write_counters(lines, "ethernet.tcp_statistics", tcp_statistics_fields, port.tcp_statistics[0].data());
+    write_counters(lines, "ethernet.tcp_statistics", tcp_statistics_fields,
+                   {contents, CounterTable::tcp_statistics, row, port.tcp_statistics[0].data()});
     lines.number("continuations", port.tcp_statistics.size() - 1, 1);
 }
 
@@ -213,9 +241,10 @@ void write_port(Lines& lines, const Switch& contents, const PortKind& kind, std:
     if (kind.kind == kind_ethernet)
         write_ethernet_facts(lines, port);
     if (port.counters)
-        write_counters(lines, std::string(kind.section) + ".counters", port_counter_fields, port.counters->bytes);
+        write_counters(lines, std::string(kind.section) + ".counters", port_counter_fields,
+                       {contents, CounterTable::port_counters, {if_index, 0}, port.counters->bytes});
     if (kind.kind == kind_ethernet)
-        write_statistics(lines, port);
+        write_statistics(lines, contents, {if_index, 0}, port);
 }
 
 void write_ports(Lines& lines, const Switch& contents) {
@@ -290,7 +319,8 @@ void write_tunnel_tables(Lines& lines, const Switch& contents, const FcipLinkEnt
         write_words(lines, connection_words, connection->second);
     }
     if (errors != contents.link_errors.end())
-        write_counters(lines, "tunnel.errors", link_error_fields, errors->second.bytes);
+        write_counters(lines, "tunnel.errors", link_error_fields,
+                       {contents, CounterTable::link_errors, errors->first, errors->second.bytes});
 }
 
 void write_tunnels(Lines& lines, const Switch& contents) {
@@ -305,11 +335,31 @@ void write_tunnels(Lines& lines, const Switch& contents) {
     }
 }
 
+void write_clock(Lines& lines, const Switch& contents) {
+    if (contents.now == 0 && contents.seed == 0)
+        return;
+    lines.table("[clock]");
+    lines.raw("now", seconds_text(contents.now));
+    lines.number("seed", contents.seed, 0);
+}
+
+void write_events(Lines& lines, const Switch& contents) {
+    for (const Event& event : contents.events) {
+        lines.table("[[event]]");
+        lines.raw("at", seconds_text(event.at));
+        if (event.lasts)
+            lines.raw("for", seconds_text(*event.lasts));
+        lines.text("do", event.command);
+        lines.text("rows", event.rows, "");
+    }
+}
+
 } // namespace
 
 std::string write_scenario(const Switch& contents) {
     Lines lines;
     write_identity(lines, contents);
+    write_clock(lines, contents);
     write_vsans(lines, contents);
     write_ports(lines, contents);
     write_profiles(lines, contents);
@@ -319,6 +369,7 @@ std::string write_scenario(const Switch& contents) {
         lines.text("wwn", plain_text(wwn));
         lines.text("text", text);
     }
+    write_events(lines, contents);
     return lines.take();
 }
 

@@ -1,6 +1,8 @@
 #include "simulator/switchsim.h"
 
 #include "simulator/call.h"
+#include "simulator/control.h"
+#include "simulator/live.h"
 #include "simulator/scenario.h"
 #include "simulator/state.h"
 
@@ -35,14 +37,18 @@ std::string take(ScenarioResult result) {
     the_tables = std::move(result.contents);
     bad_scenario = false;
     loaded = true;
+    restart_clock();
+    open_control();
     return {};
 }
 
 } // namespace
 
 void ensure_loaded() {
-    if (!loaded.load(std::memory_order_relaxed))
-        load_first();
+    if (loaded.load(std::memory_order_relaxed))
+        return;
+    load_first();
+    open_control(); // of a bad scenario too
 }
 
 Switch& current() {
@@ -62,6 +68,7 @@ void reset() {
     the_tables = {};
     bad_scenario = false;
     loaded = true;
+    reset_clock();
     clear_faults();
     clear_counts();
     clear_complaints();
@@ -84,6 +91,7 @@ void generate(unsigned tunnels) {
     the_tables = generate_switch({.tunnels = tunnels});
     bad_scenario = false;
     loaded = true;
+    restart_clock();
 }
 
 } // namespace switchsim

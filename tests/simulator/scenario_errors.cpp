@@ -96,7 +96,7 @@ TEST_F(ScenarioErrors, SwitchTable) {
          "3:1: switch.colour: expected one of the keys name, system_name, has_name, wwn, slots"},
         {"unknown table", "[switch]\nname = \"a\"\n[router]",
          "3:2: router: expected one of the keys switch, ip, generate, vsan, ethernet, fibre_channel, port_channel, "
-         "profile, tunnel, wwn_text"},
+         "profile, tunnel, wwn_text, clock, event"},
     });
 }
 
@@ -366,6 +366,6 @@ TEST_F(ScenarioErrors, GeneratorTable) {
          {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel", "wwn_text"}) {
         const std::string header = "[[" + other + "]]\n";
         EXPECT_EQ(load(one + header),
-                  "bad.toml:5:1: " + other + ": expected nothing but [switch] and [ip] beside [generate]");
+                  "bad.toml:5:1: " + other + ": expected nothing but [switch], [ip], [clock] and [[event]] beside [generate]");
     }
 }
