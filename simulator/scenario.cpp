@@ -114,9 +114,9 @@ void read_generator(TableReader& root, TableReader& reader, bool slots_given, Sw
 }
 
 /// In the order in which they refer to each other.
-void read_all_rows(TableReader& root, Switch& contents) {
+void read_all_rows(TableReader& root, bool default_slots, Switch& contents) {
     read_vsans(root, contents);
-    read_ports(root, contents);
+    read_ports(root, default_slots, contents);
     read_profiles(root, contents);
     read_tunnels(root, contents);
     read_wwn_texts(root, contents);
@@ -135,7 +135,7 @@ Switch read_switch(const toml::table& document, ScenarioErrors& errors) {
     if (auto generator = root.table("generate")) {
         read_generator(root, *generator, slots_given, contents);
     } else {
-        read_all_rows(root, contents);
+        read_all_rows(root, !slots_given, contents);
     }
     read_events(root, contents);
     root.finish();
@@ -203,7 +203,7 @@ ScenarioResult read_scenario(std::string_view toml, const std::string& origin) {
 ScenarioResult read_rows(std::string_view toml, const std::string& origin, Switch contents) {
     return read(toml, origin, [&](const toml::table& document, ScenarioErrors& errors) {
         TableReader root(document, "", errors);
-        read_all_rows(root, contents);
+        read_all_rows(root, false, contents);
         root.finish();
         return std::move(contents);
     });

@@ -6,8 +6,9 @@
 
 namespace switchsim {
 
-/// [[ethernet]], [[fibre_channel]] and [[port_channel]].
-void read_ports(TableReader& root, Switch& contents);
+/// [[ethernet]], [[fibre_channel]] and [[port_channel]]. @param default_slots whether the scenario does not list the
+/// slots
+void read_ports(TableReader& root, bool default_slots, Switch& contents);
 
 /// [[profile]].
 void read_profiles(TableReader& root, Switch& contents);

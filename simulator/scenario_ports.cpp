@@ -14,7 +14,7 @@ std::string list_of(const std::vector<std::uint8_t>& slots) {
 }
 
 /// Slot and port, each of which a port may be without.
-void read_place(TableReader& reader, const Switch& contents, Port& port) {
+void read_place(TableReader& reader, const Switch& contents, bool default_slots, Port& port) {
     if (!reader.is_false("slot"))
         port.slot = reader.required<std::uint8_t>("slot");
     if (!reader.is_false("port"))
@@ -23,7 +23,8 @@ void read_place(TableReader& reader, const Switch& contents, Port& port) {
     if (port.slot && !card_missing && std::ranges::count(contents.slots, *port.slot) == 0 &&
         !reader.errors().doubts("slots"))
         reader.wrong("slot", std::to_string(*port.slot) + " is not one of [switch] slots, which are " +
-                                 list_of(contents.slots) + "; expected one of them, or card_missing = true");
+                                 list_of(contents.slots) + (default_slots ? " (the default)" : "") +
+                                 "; expected one of them, or card_missing = true");
 }
 
 /// The interface index, given or derived; none where slot, port or index are wrong.
@@ -97,12 +98,12 @@ void read_ethernet_facts(TableReader& reader, const LinkKey& row, Port& port, Sw
     port.tcp_statistics = read_tcp_statistics(reader, row, contents);
 }
 
-void read_port(TableReader& reader, const PortKind& kind, Switch& contents) {
+void read_port(TableReader& reader, const PortKind& kind, bool default_slots, Switch& contents) {
     Port port;
     port.kind = kind.kind;
     port.mtu = kind.mtu;
     port.fc_interface = kind.has_fc_interface;
-    read_place(reader, contents, port);
+    read_place(reader, contents, default_slots, port);
     const auto if_index = read_if_index(reader, kind, port);
     read_interface(reader, contents, port, default_name(kind, port), default_kernel_name(kind, port));
     const LinkKey row{if_index.value_or(0), 0};
@@ -172,10 +173,10 @@ std::optional<std::uint32_t> read_ethernet_reference(TableReader& reader, const 
     return std::nullopt;
 }
 
-void read_ports(TableReader& root, Switch& contents) {
+void read_ports(TableReader& root, bool default_slots, Switch& contents) {
     for (const PortKind& kind : port_kinds) {
         for (TableReader& reader : root.tables(kind.section))
-            read_port(reader, kind, contents);
+            read_port(reader, kind, default_slots, contents);
     }
 }
 

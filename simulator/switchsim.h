@@ -77,7 +77,9 @@ struct CounterPlace {
     std::size_t offset;
     unsigned bits; ///< 32 or 64
 
-    auto operator<=>(const CounterPlace&) const = default;
+    bool operator<(const CounterPlace& other) const {
+        return std::tie(table, row, offset, bits) < std::tie(other.table, other.row, other.offset, other.bits);
+    }
 };
 
 /// A counter that moves: at the end of each period by what the rate makes of it. It wraps at its width.

@@ -152,7 +152,7 @@ TEST_F(ScenarioErrors, Ports) {
                             "7:8: ethernet[0].slot: expected an integer from 0 to 255");
     expect_error_after_head(
         "[[ethernet]]\nslot = 2\nport = 1\n",
-        "7:8: ethernet[0].slot: 2 is not one of [switch] slots, which are [1]; expected one of them, or "
+        "7:8: ethernet[0].slot: 2 is not one of [switch] slots, which are [1] (the default); expected one of them, or "
         "card_missing = true");
     expect_error_after_head("[[fibre_channel]]\nslot = false\nport = 1\n",
                             "6:1: fibre_channel[0].if_index: expected an interface index, for it cannot be derived "
@@ -321,7 +321,8 @@ TEST_F(ScenarioErrors, DefaultIsNamedWhereItIsWrong) {
     EXPECT_EQ(all_errors("[switch]\nname = \"a\"\n[[ethernet]]\nslot = 2\nport = 1\n"),
               (Lines{"3:1: ethernet[0].vsan: 1 (the default) is not the id of a [[vsan]]; expected one, or "
                      "vsan_missing = true",
-                     "4:8: ethernet[0].slot: 2 is not one of [switch] slots, which are [1]; expected one of them, or "
+                     "4:8: ethernet[0].slot: 2 is not one of [switch] slots, which are [1] (the default); expected one "
+                     "of them, or "
                      "card_missing = true"}));
 }
 
@@ -366,6 +367,7 @@ TEST_F(ScenarioErrors, GeneratorTable) {
          {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel", "wwn_text"}) {
         const std::string header = "[[" + other + "]]\n";
         EXPECT_EQ(load(one + header),
-                  "bad.toml:5:1: " + other + ": expected nothing but [switch], [ip], [clock] and [[event]] beside [generate]");
+                  "bad.toml:5:1: " + other +
+                      ": expected nothing but [switch], [ip], [clock] and [[event]] beside [generate]");
     }
 }
