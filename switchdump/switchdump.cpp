@@ -101,10 +101,8 @@ int look(const Options& options) {
     return options.capture ? print_scenario(options.anonymous) : dump();
 }
 
-} // namespace
-
-int run(int argc, const char* const* argv) {
-    CLI::App app{"Shows the FCIP profiles and links of a switch the way its own command line does.", "switchdump"};
+/// Reads the command line. @throws CLI::ParseError, CLI::CallForHelp
+Options parse(CLI::App& app, int argc, const char* const* argv) {
     Options options{.scenario = scenario_of_environment()};
     const auto* scenario =
         app.add_option("--scenario", options.scenario,
@@ -113,16 +111,23 @@ int run(int argc, const char* const* argv) {
                        "scenario instead")
             ->type_name("FILE")
             ->expected(0, 1);
-    const auto* anonymous =
-        app.add_flag("--anonymous", options.anonymous,
-                     "With --scenario: put others in the place of names, addresses and WWNs, the same for the same");
+    app.add_flag("--anonymous", options.anonymous,
+                 "With --scenario: put others in the place of names, addresses and WWNs, the same for the same");
+    app.parse(argc, argv);
+    options.capture = scenario->count() > 0 && (scenario->results().empty() || scenario->results()[0].empty());
+    if (options.capture)
+        options.scenario = scenario_of_environment();
+    if (options.anonymous && !options.capture)
+        throw CLI::ValidationError("--anonymous goes with --scenario without a file");
+    return options;
+}
+
+} // namespace
+
+int run(int argc, const char* const* argv) {
+    CLI::App app{"Shows the FCIP profiles and links of a switch the way its own command line does.", "switchdump"};
     try {
-        app.parse(argc, argv);
-        options.capture = scenario->count() > 0 && (scenario->results().empty() || scenario->results()[0].empty());
-        if (options.capture)
-            options.scenario = scenario_of_environment();
-        if (anonymous->count() > 0 && !options.capture)
-            throw CLI::ValidationError("--anonymous goes with --scenario without a file");
+        return look(parse(app, argc, argv));
     } catch (const CLI::CallForHelp&) {
         std::printf("%s", app.help().c_str());
         return 0;
@@ -130,7 +135,6 @@ int run(int argc, const char* const* argv) {
         fail(std::string(error.what()) + " (see switchdump --help)");
         return exit_usage;
     }
-    return look(options);
 }
 
 } // namespace switchdump
