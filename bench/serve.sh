@@ -86,7 +86,7 @@ first_name() {
 
 echo 'tunnels  operation                    reply      cmpihost  bare server  ratio'
 for tunnels in 1 100 1000 10000; do
-    printf '[generate]\ntunnels = %d\n' "$tunnels" >"$work/scenario.toml"
+    printf "[switch]\nname = \"bench\"\n[generate]\ntunnels = %d\n' "$tunnels" >"$work/scenario.toml"
     : >"$work/server"
     "$build/bin/cmpihost" serve --listen 127.0.0.1:0 --scenario "$work/scenario.toml" --quiet >"$work/server" &
     server=$!

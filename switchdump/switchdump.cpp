@@ -101,10 +101,15 @@ int look(const Options& options) {
     return options.capture ? print_scenario(options.anonymous) : dump();
 }
 
-} // namespace
+/// The exit code of a run whose output was to be written.
+int written(int result) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return result;
+    return result != 0 ? result : fail("the output could not be written");
+}
 
-int run(int argc, const char* const* argv) {
-    CLI::App app{"Shows the FCIP profiles and links of a switch the way its own command line does.", "switchdump"};
+/// Reads the command line. @throws CLI::ParseError, CLI::CallForHelp
+Options parse(CLI::App& app, int argc, const char* const* argv) {
     Options options{.scenario = scenario_of_environment()};
     const auto* scenario =
         app.add_option("--scenario", options.scenario,
@@ -113,16 +118,23 @@ int run(int argc, const char* const* argv) {
                        "scenario instead")
             ->type_name("FILE")
             ->expected(0, 1);
-    const auto* anonymous =
-        app.add_flag("--anonymous", options.anonymous,
-                     "With --scenario: put others in the place of names, addresses and WWNs, the same for the same");
+    app.add_flag("--anonymous", options.anonymous,
+                 "With --scenario: put others in the place of names, addresses and WWNs, the same for the same");
+    app.parse(argc, argv);
+    options.capture = scenario->count() > 0 && (scenario->results().empty() || scenario->results()[0].empty());
+    if (options.capture)
+        options.scenario = scenario_of_environment();
+    if (options.anonymous && !options.capture)
+        throw CLI::ValidationError("--anonymous goes with --scenario without a file");
+    return options;
+}
+
+} // namespace
+
+int run(int argc, const char* const* argv) {
+    CLI::App app{"Shows the FCIP profiles and links of a switch the way its own command line does.", "switchdump"};
     try {
-        app.parse(argc, argv);
-        options.capture = scenario->count() > 0 && (scenario->results().empty() || scenario->results()[0].empty());
-        if (options.capture)
-            options.scenario = scenario_of_environment();
-        if (anonymous->count() > 0 && !options.capture)
-            throw CLI::ValidationError("--anonymous goes with --scenario without a file");
+        return written(look(parse(app, argc, argv)));
     } catch (const CLI::CallForHelp&) {
         std::printf("%s", app.help().c_str());
         return 0;
@@ -130,10 +142,6 @@ int run(int argc, const char* const* argv) {
         fail(std::string(error.what()) + " (see switchdump --help)");
         return exit_usage;
     }
-    const int result = look(options);
-    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
-        return result;
-    return result != 0 ? result : fail("the output could not be written");
 }
 
 } // namespace switchdump

@@ -11,7 +11,9 @@
 #include <sstream>
 #include <thread>
 
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 namespace {
@@ -24,6 +26,17 @@ class SwitchsimControl : public testing::Test {
         socket_ = testing::TempDir() + "switchsim-" + std::to_string(getpid());
         setenv("SWITCHSIM_CONTROL", socket_.c_str(), 1);
         setenv("SWITCHSIM_CLOCK", "manual", 1);
+        leave_a_socket_over();
+    }
+
+    /// As a process does that was killed; the next one takes its place.
+    static void leave_a_socket_over() {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        socket_.copy(address.sun_path, sizeof address.sun_path - 1);
+        const int left = socket(AF_UNIX, SOCK_STREAM, 0);
+        ASSERT_EQ(bind(left, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        close(left);
     }
 
     void SetUp() override {
@@ -123,6 +136,19 @@ TEST_F(SwitchsimControl, FaultsAndDelaysUntilTheyAreCleared) {
     mutex_lock();
     EXPECT_STREQ(getCSName(), "edge-sw1");
     mutex_unlock();
+}
+
+TEST_F(SwitchsimControl, ClockThatStandsStillIsStepped) {
+    const std::string file = testing::TempDir() + "event.toml";
+    std::ofstream(file) << "[switch]\nname = \"a\"\n[[event]]\nat = 0.03\ndo = \"remove card 1\"\n";
+    ASSERT_EQ(switchsim::load(file), "");
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));
+    expect_done({"show"});
+    EXPECT_NE(out_.find("\nclock 0.000 s\ncard 1\nevent at 0.030 s: remove card 1\n"), std::string::npos) << out_;
+    expect_done({"step", "0.029"});
+    EXPECT_EQ(the_switch().slots.size(), 1U);
+    expect_done({"step", "0.001"});
+    EXPECT_EQ(the_switch().slots.size(), 0U);
 }
 
 TEST_F(SwitchsimControl, WaitsUntilTheRequestAtHandIsOver) {
