@@ -1,4 +1,4 @@
-// Scenario files: loaded whole or not at all.
+// Scenario files: loaded whole or not at all; and what is written of a switch reads back as the same.
 #include "fuzz/invariant.h"
 #include "provider/access/fcip_tables.h"
 #include "provider/access/lock.h"
@@ -16,6 +16,7 @@ void prepare() {
     fuzz::drop_trace();
     switchsim::complaints_are_fatal(true);
     switchsim::reset();
+    switchsim::stop_clock(true);
     const fcip::platform_lock lock;
     fuzz::require(init_mts(&mts_q) >= 0, "the queue opens");
 }
@@ -79,6 +80,14 @@ void walk_tables() {
     fuzz::require(profiles == switchsim::the_switch().profiles.size(), "a walk sees every profile");
 }
 
+void write_and_read() {
+    const fcip::platform_lock lock;
+    const std::string saved = switchsim::command({"save"}).text;
+    const std::string message = switchsim::load_text(saved, "saved");
+    fuzz::require(message.empty(), "what is saved loads");
+    fuzz::require(switchsim::command({"save"}).text == saved, "what is saved and loaded is saved as the same");
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -92,6 +101,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (message.empty()) {
         walk_tables();
         read_texts();
+        write_and_read();
         return 0;
     }
     fuzz::require(fuzz::is_one_line(message) && message.starts_with("scenario:"),

@@ -1,11 +1,14 @@
 #include "simulator/call.h"
+#include "simulator/live.h"
 #include "simulator/lock.h"
 #include "simulator/state.h"
 
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 
 namespace switchsim {
 namespace {
@@ -28,6 +31,7 @@ std::vector<std::string> record;
 bool any_fault = false;
 std::array<std::vector<PlannedFault>, function_count> faults_by_function;
 std::vector<PlannedFault> faults_by_number;
+std::array<std::atomic<unsigned>, function_count> delays; ///< milliseconds
 
 void increment(Counter& counter) {
     counter.store(counter.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
@@ -64,6 +68,11 @@ std::optional<ActiveFault> take_fault(Function function) {
     return by_function ? by_function : by_number;
 }
 
+void wait_for(Function function) {
+    if (const unsigned milliseconds = delays[index_of(function)].load(std::memory_order_relaxed))
+        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+}
+
 } // namespace
 
 Call::Call(Function function) noexcept : function_(function) {
@@ -73,6 +82,8 @@ Call::Call(Function function) noexcept : function_(function) {
         complain(function, "called without the process-wide lock");
     try {
         ensure_loaded();
+        advance();
+        wait_for(function);
         if (recording)
             record.emplace_back(name_of(function));
         if (any_fault)
@@ -114,11 +125,29 @@ void inject_at(unsigned nth, Fault fault, int code) {
     any_fault = true;
 }
 
+void delay(std::string_view function, unsigned milliseconds) {
+    delays[index_of(function_by_name(function))].store(milliseconds, std::memory_order_relaxed);
+}
+
+std::vector<std::string> planned_faults() {
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; i < function_count; ++i) {
+        const std::string name(function_names[i]);
+        for (const PlannedFault& fault : faults_by_function[i])
+            lines.push_back("fault " + name + " " + (fault.nth == every_call ? "every" : std::to_string(fault.nth)));
+        if (const unsigned milliseconds = delays[i].load(std::memory_order_relaxed))
+            lines.push_back("delay " + name + " " + std::to_string(milliseconds));
+    }
+    return lines;
+}
+
 void clear_faults() {
     for (auto& planned : faults_by_function)
         planned.clear();
     faults_by_number.clear();
     any_fault = false;
+    for (auto& one : delays)
+        one.store(0, std::memory_order_relaxed);
 }
 
 unsigned calls(std::string_view function) {

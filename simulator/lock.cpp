@@ -27,6 +27,18 @@ bool lock_held() {
     return owner.load(std::memory_order_relaxed) != std::thread::id{};
 }
 
+bool try_lock_switch() {
+    if (!process_lock.try_lock())
+        return false;
+    owner.store(std::this_thread::get_id(), std::memory_order_relaxed);
+    return true;
+}
+
+void unlock_switch() {
+    owner.store(std::thread::id{}, std::memory_order_relaxed);
+    process_lock.unlock();
+}
+
 } // namespace switchsim
 
 void mutex_lock(void) {

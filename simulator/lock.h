@@ -5,6 +5,10 @@
 
 namespace switchsim {
 
+/// Takes the process-wide lock for the simulator's own use, not counted, unless somebody holds it.
+bool try_lock_switch();
+void unlock_switch();
+
 /// Counts a call of a lock function.
 void count_lock_call(Function function);
 

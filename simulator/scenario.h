@@ -5,14 +5,17 @@
 
 namespace switchsim {
 
-/// Either the switch that a scenario describes or one line that says what is wrong with it.
+/// Either the switch that a scenario describes or all that is wrong with it.
 struct ScenarioResult {
     Switch contents;
-    std::string error; ///< "FILE:LINE:COLUMN: KEY: what was expected"; empty on success
+    std::vector<std::string> errors; ///< a line each, "FILE:LINE:COLUMN: KEY: what was expected"; none on success
 };
 
 /// Reads a scenario from TOML text; `origin` stands for the file's name in the message.
 ScenarioResult read_scenario(std::string_view toml, const std::string& origin);
+
+/// Adds the rows of a text that holds nothing else ([[tunnel]] and the like) to a switch.
+ScenarioResult read_rows(std::string_view toml, const std::string& origin, Switch contents);
 
 /// Reads a scenario file.
 ScenarioResult read_scenario_file(const std::string& file);

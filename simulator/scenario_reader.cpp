@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
+#include <numeric>
 
 #include <arpa/inet.h>
 
@@ -62,10 +64,43 @@ std::string joined(const std::vector<std::string>& words) {
     return list;
 }
 
+/// How many signs have to be put in, taken out or replaced, or neighbours exchanged, to make one word of another.
+std::size_t distance(std::string_view one, std::string_view other) {
+    std::vector<std::size_t> before;
+    std::vector<std::size_t> last(other.size() + 1);
+    std::iota(last.begin(), last.end(), std::size_t{0});
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        std::vector<std::size_t> row(other.size() + 1, i + 1);
+        for (std::size_t k = 0; k < other.size(); ++k) {
+            const std::size_t replaced = last[k] + (one[i] == other[k] ? 0 : 1);
+            row[k + 1] = std::min({replaced, last[k + 1] + 1, row[k] + 1});
+            if (i > 0 && k > 0 && one[i] == other[k - 1] && one[i - 1] == other[k])
+                row[k + 1] = std::min(row[k + 1], before[k - 1] + 1);
+        }
+        before = std::exchange(last, std::move(row));
+    }
+    return last.back();
+}
+
+bool contains(const std::vector<std::string>& words, std::string_view word) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
 } // namespace
 
+void ScenarioErrors::note(toml::source_position where, const std::string& key, const std::string& what) {
+    list_.push_back({where, key + ": " + what});
+}
+
+std::vector<ScenarioError> ScenarioErrors::in_order() const {
+    auto sorted = list_;
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const auto& one, const auto& other) { return one.where < other.where; });
+    return sorted;
+}
+
 const toml::node* TableReader::find(std::string_view key) {
-    if (std::find(known_.begin(), known_.end(), key) == known_.end())
+    if (!contains(known_, key))
         known_.emplace_back(key);
     return table_->get(key);
 }
@@ -79,10 +114,25 @@ bool TableReader::is_false(std::string_view key) {
     return node && node->is_boolean() && !node->ref<bool>();
 }
 
-void TableReader::fail(std::string_view key, std::string expected) const {
-    const toml::node* node = table_->get(key);
-    const auto& where = (node ? *node : *table_).source().begin;
-    throw ScenarioError{where, path_.empty() ? std::string(key) : path_ + "." + std::string(key), std::move(expected)};
+std::string TableReader::full(std::string_view key) const {
+    return path_.empty() ? std::string(key) : path_ + "." + std::string(key);
+}
+
+void TableReader::wrong(std::string_view key, const std::string& what) {
+    wrong_.emplace_back(key);
+    if (const toml::node* node = table_->get(key))
+        errors_->note(node->source().begin, full(key), what);
+    else
+        absent_.emplace_back(key, what);
+}
+
+void TableReader::missing(std::string_view key, const std::string& expected) {
+    if (!table_->contains(key))
+        fail(key, expected + ", but the key is missing");
+}
+
+bool TableReader::good(std::initializer_list<std::string_view> keys) const {
+    return std::none_of(keys.begin(), keys.end(), [&](std::string_view key) { return contains(wrong_, key); });
 }
 
 std::string TableReader::range_text(std::uint64_t lowest, std::uint64_t highest) {
@@ -101,9 +151,10 @@ std::optional<std::uint64_t> TableReader::integer(std::string_view key, std::uin
     } else if (const auto* digits = node->as_string()) {
         good = parse_number(digits->get(), value);
     }
-    if (!good || value < lowest || value > highest)
-        fail(key, range_text(lowest, highest));
-    return value;
+    if (good && value >= lowest && value <= highest)
+        return value;
+    fail(key, range_text(lowest, highest));
+    return std::nullopt;
 }
 
 std::optional<std::uint32_t> TableReader::flag(std::string_view key) {
@@ -113,18 +164,20 @@ std::optional<std::uint32_t> TableReader::flag(std::string_view key) {
     if (const auto* boolean = node->as_boolean())
         return boolean->get() ? 1U : 0U;
     const auto* word = node->as_integer();
-    if (!word || word->get() < 0 || word->get() > any_word)
-        fail(key, "true, false or " + range_text(0, any_word));
-    return static_cast<std::uint32_t>(word->get());
+    if (word && word->get() >= 0 && word->get() <= any_word)
+        return static_cast<std::uint32_t>(word->get());
+    fail(key, "true, false or " + range_text(0, any_word));
+    return std::nullopt;
 }
 
 std::optional<bool> TableReader::boolean(std::string_view key) {
     const toml::node* node = find(key);
     if (!node)
         return std::nullopt;
-    if (!node->is_boolean())
-        fail(key, "true or false");
-    return node->ref<bool>();
+    if (node->is_boolean())
+        return node->ref<bool>();
+    fail(key, "true or false");
+    return std::nullopt;
 }
 
 std::optional<std::string> TableReader::text(std::string_view key, std::size_t longest, const std::string& expected) {
@@ -132,9 +185,10 @@ std::optional<std::string> TableReader::text(std::string_view key, std::size_t l
     if (!node)
         return std::nullopt;
     const auto* text = node->as_string();
-    if (!text || text->get().find('\0') != std::string::npos || text->get().size() > longest)
-        fail(key, expected);
-    return text->get();
+    if (text && text->get().find('\0') == std::string::npos && text->get().size() <= longest)
+        return text->get();
+    fail(key, expected);
+    return std::nullopt;
 }
 
 std::optional<std::string> TableReader::text(std::string_view key) {
@@ -153,9 +207,10 @@ std::optional<Value> TableReader::parsed(std::string_view key, const char* expec
         return std::nullopt;
     Value value{};
     const auto* text = node->as_string();
-    if (!text || !parse(text->get(), value))
-        fail(key, expected);
-    return value;
+    if (text && parse(text->get(), value))
+        return value;
+    fail(key, expected);
+    return std::nullopt;
 }
 
 std::optional<ip_addr_value> TableReader::address(std::string_view key) {
@@ -182,18 +237,19 @@ std::optional<std::vector<std::uint8_t>> TableReader::bytes(std::string_view key
     const toml::node* node = find(key);
     if (!node)
         return std::nullopt;
-    const char* expected = "an array of different integers from 0 to 255";
-    const auto* array = node->as_array();
-    if (!array)
-        fail(key, expected);
     std::vector<std::uint8_t> values;
-    for (const toml::node& element : *array) {
+    const auto take = [&](const toml::node& element) {
         const auto value = element.value_exact<std::int64_t>();
         if (!value || *value < 0 || *value > 255 || std::find(values.begin(), values.end(), *value) != values.end())
-            fail(key, expected);
+            return false;
         values.push_back(static_cast<std::uint8_t>(*value));
-    }
-    return values;
+        return true;
+    };
+    const auto* array = node->as_array();
+    if (array && std::all_of(array->begin(), array->end(), take))
+        return values;
+    fail(key, "an array of different integers from 0 to 255");
+    return std::nullopt;
 }
 
 std::optional<TableReader> TableReader::table(std::string_view key) {
@@ -201,9 +257,10 @@ std::optional<TableReader> TableReader::table(std::string_view key) {
     if (!node)
         return std::nullopt;
     const auto* inner = node->as_table();
-    if (!inner)
-        fail(key, "a table");
-    return TableReader(*inner, path_.empty() ? std::string(key) : path_ + "." + std::string(key));
+    if (inner)
+        return TableReader(*inner, full(key), *errors_);
+    fail(key, "a table");
+    return std::nullopt;
 }
 
 std::vector<TableReader> TableReader::tables(std::string_view key) {
@@ -212,28 +269,117 @@ std::vector<TableReader> TableReader::tables(std::string_view key) {
     if (!node)
         return readers;
     const auto* array = node->as_array();
-    if (!array || !std::all_of(array->begin(), array->end(), [](const toml::node& one) { return one.is_table(); }))
+    if (!array || !std::all_of(array->begin(), array->end(), [](const toml::node& one) { return one.is_table(); })) {
         fail(key, "an array of tables [[" + std::string(key) + "]]");
+        errors_->doubt(std::string(key));
+        return readers;
+    }
     for (std::size_t i = 0; i < array->size(); ++i)
-        readers.emplace_back(*(*array)[i].as_table(), std::string(key) + "[" + std::to_string(i) + "]");
+        readers.emplace_back(*(*array)[i].as_table(), std::string(key) + "[" + std::to_string(i) + "]", *errors_);
     return readers;
 }
 
-void TableReader::counters(std::span<const CounterField> fields, std::uint8_t* record) {
+std::optional<std::uint64_t> TableReader::seconds(std::string_view key) {
+    const toml::node* node = find(key);
+    if (!node)
+        return std::nullopt;
+    constexpr double most = 1e9;
+    const auto value = node->value<double>();
+    if (node->is_number() && value && *value >= 0 && *value <= most)
+        return static_cast<std::uint64_t>(std::llround(*value * 1000));
+    fail(key, "seconds from 0 to 1000000000");
+    return std::nullopt;
+}
+
+/// A counter that moves: {value = 5, rate = 100, period = 1, jitter = 10}.
+std::optional<Rate> TableReader::rate(std::string_view key, std::uint64_t highest) {
+    auto reader = table(key);
+    if (!reader)
+        return std::nullopt;
+    constexpr std::uint32_t longest = 1000000;
+    Rate rate;
+    rate.start = reader->integer("value", 0, highest).value_or(0);
+    const auto per_second = reader->integer("rate", 0, std::numeric_limits<std::uint64_t>::max() / longest / 1000);
+    if (!per_second)
+        reader->missing("rate", "an integer, how much is counted in a second");
+    rate.per_second = per_second.value_or(0);
+    const std::uint64_t period = reader->seconds("period").value_or(rate.period);
+    if (period == 0 || period > std::uint64_t{longest} * 1000)
+        reader->fail("period", "seconds from 0.001 to 1000000");
+    rate.period = static_cast<std::uint32_t>(period);
+    rate.jitter = reader->number<std::uint8_t>("jitter", 0, 100).value_or(0);
+    reader->finish();
+    return rate;
+}
+
+void TableReader::counters(std::span<const CounterField> fields, std::uint8_t* record,
+                           const std::function<void(const CounterField& field, const Rate& rate)>& take_rate) {
     for (const CounterField& field : fields) {
         const std::uint64_t highest = field.bits == 64 ? std::numeric_limits<std::uint64_t>::max() : any_word;
-        if (const auto value = integer(field.key, 0, highest))
+        const toml::node* node = find(field.key);
+        if (node && node->is_table()) {
+            if (const auto moving = rate(field.key, highest)) {
+                field.put(record, moving->start);
+                take_rate(field, *moving);
+            }
+        } else if (const auto value = integer(field.key, 0, highest)) {
             field.put(record, *value);
+        }
     }
 }
 
-void TableReader::finish() const {
-    for (const auto& [key, node] : *table_) {
-        if (std::find(known_.begin(), known_.end(), key.str()) == known_.end())
-            throw ScenarioError{key.source().begin,
-                                path_.empty() ? std::string(key.str()) : path_ + "." + std::string(key.str()),
-                                "one of the keys " + joined(known_)};
+void TableReader::announce(std::initializer_list<std::string_view> keys) {
+    for (const std::string_view key : keys)
+        find(key);
+}
+
+/// The key that an unknown one is most like, among those that are not there; null if none is like it.
+const std::string* TableReader::meant(std::string_view unknown) const {
+    const std::string* nearest = nullptr;
+    std::size_t least = std::max<std::size_t>(unknown.size() / 3, 1);
+    for (const std::string& key : known_) {
+        const std::size_t longer = std::max(unknown.size(), key.size()) - std::min(unknown.size(), key.size());
+        if (longer > least || key.size() < 3 || table_->contains(key))
+            continue;
+        const std::size_t found = distance(unknown, key);
+        if (found < least || (found == least && !nearest)) {
+            least = found;
+            nearest = &key;
+        }
     }
+    return nearest;
+}
+
+std::vector<std::string> TableReader::misspelt() const {
+    std::vector<std::string> keys;
+    for (const auto& [key, node] : *table_) {
+        const std::string* likely = contains(known_, key.str()) ? nullptr : meant(key.str());
+        if (likely)
+            keys.push_back(*likely);
+    }
+    return keys;
+}
+
+void TableReader::finish() {
+    for (const auto& [key, node] : *table_) {
+        if (contains(known_, key.str()))
+            continue;
+        const auto& where = key.source().begin;
+        const std::string* likely = meant(key.str());
+        if (!likely) {
+            errors_->note(where, full(key.str()), "expected one of the keys " + joined(known_));
+            continue;
+        }
+        errors_->note(where, full(key.str()),
+                      "unknown key " + std::string(key.str()) + "; did you mean " + *likely + "?");
+        // What is missing because of it stands behind it.
+        for (const auto& [absent, what] : absent_)
+            if (absent == *likely)
+                errors_->note(where, full(absent), what);
+        std::erase_if(absent_, [&](const auto& absent) { return absent.first == *likely; });
+    }
+    for (const auto& [key, what] : absent_)
+        errors_->note(table_->source().begin, full(key), what);
 }
 
 } // namespace switchsim

@@ -1,5 +1,5 @@
 // Strict reading of one TOML table: every key is asked for by name, type and range, and what nobody asked for is an
-// error. All errors are thrown as ScenarioError, with the place and what was expected.
+// error. Errors are noted, with the place and what was expected, and reading goes on.
 #pragma once
 
 #include "simulator/statistics_layout.h"
@@ -10,22 +10,43 @@
 #include <toml++/toml.h>
 
 #include <concepts>
+#include <functional>
 #include <limits>
+#include <set>
 
 namespace switchsim {
 
-/// What is wrong with a scenario, and where.
+/// One thing that is wrong with a scenario.
 struct ScenarioError {
     toml::source_position where;
-    std::string key; ///< the key's full path
-    std::string expected;
+    std::string text; ///< "KEY: WHAT", the key with its full path
+};
+
+/// All that is wrong with a scenario.
+class ScenarioErrors {
+  public:
+    void note(toml::source_position where, const std::string& key, const std::string& what);
+    bool empty() const { return list_.empty(); }
+
+    /// The errors in order of place.
+    std::vector<ScenarioError> in_order() const;
+
+    /// Says that a section's rows (or a key's values) are not known, since what is wrong with them was noted:
+    /// references to them are no further errors.
+    void doubt(const std::string& what) { doubted_.insert(what); }
+    bool doubts(const std::string& what) const { return doubted_.contains(what); }
+
+  private:
+    std::vector<ScenarioError> list_;
+    std::set<std::string> doubted_;
 };
 
 inline constexpr std::uint32_t any_word = std::numeric_limits<std::uint32_t>::max();
 
 class TableReader {
   public:
-    TableReader(const toml::table& table, std::string path) : table_(&table), path_(std::move(path)) {}
+    TableReader(const toml::table& table, std::string path, ScenarioErrors& errors)
+        : table_(&table), path_(std::move(path)), errors_(&errors) {}
 
     /// Whether the key is there.
     bool has(std::string_view key);
@@ -33,8 +54,19 @@ class TableReader {
     /// Whether the key is there with the value false, which stands for "there is none" with keys of other types.
     bool is_false(std::string_view key);
 
-    /// Throws an error about a key (or, if it is not there, about the table).
-    [[noreturn]] void fail(std::string_view key, std::string expected) const;
+    /// Notes an error about a key: "expected EXPECTED". If the key is not there, the place is that of the table.
+    void fail(std::string_view key, const std::string& expected) { wrong(key, "expected " + expected); }
+
+    /// Notes an error about a key in other words.
+    void wrong(std::string_view key, const std::string& what);
+
+    /// Notes that a key that has to be there is not, unless it is there and wrong.
+    void missing(std::string_view key, const std::string& expected);
+
+    /// Whether no error about any of the keys was noted so far.
+    bool good(std::initializer_list<std::string_view> keys) const;
+
+    ScenarioErrors& errors() const { return *errors_; }
 
     /// An integer, or a text of decimal digits for those above 2^63 - 1.
     std::optional<std::uint64_t> integer(std::string_view key, std::uint64_t lowest, std::uint64_t highest);
@@ -47,9 +79,12 @@ class TableReader {
 
     /// The same for a key that has to be there.
     template <std::unsigned_integral Word>
-    Word required(std::string_view key, Word lowest = 0, Word highest = std::numeric_limits<Word>::max()) {
+    std::optional<Word> required(std::string_view key, Word lowest = 0,
+                                 Word highest = std::numeric_limits<Word>::max()) {
         const auto value = number(key, lowest, highest);
-        return value ? *value : missing<Word>(key, range_text(lowest, highest));
+        if (!value)
+            missing(key, range_text(lowest, highest));
+        return value;
     }
 
     /// A boolean as 1 or 0, or any 32-bit word as it is.
@@ -77,17 +112,21 @@ class TableReader {
     /// The tables of an array of tables; none if the key is not there.
     std::vector<TableReader> tables(std::string_view key);
 
-    /// Reads counters into a record: every field of the layout is a key.
-    void counters(std::span<const CounterField> fields, std::uint8_t* record);
+    /// Reads counters into a record: every field of the layout is a key. Those that move are handed to `take_rate`.
+    void counters(std::span<const CounterField> fields, std::uint8_t* record,
+                  const std::function<void(const CounterField& field, const Rate& rate)>& take_rate);
 
-    /// Throws unless every key was asked for.
-    void finish() const;
+    /// Seconds, with up to three digits behind the point, as milliseconds.
+    std::optional<std::uint64_t> seconds(std::string_view key);
 
-    /// Throws that a key that has to be there is not.
-    template <class Value>
-    [[noreturn]] Value missing(std::string_view key, const std::string& expected) const {
-        fail(key, expected + ", but the key is missing");
-    }
+    /// Makes keys known that are asked for later.
+    void announce(std::initializer_list<std::string_view> keys);
+
+    /// The keys that unknown ones are misspelt for.
+    std::vector<std::string> misspelt() const;
+
+    /// Notes every key that was not asked for, and those that are missing; the last call.
+    void finish();
 
   private:
     const toml::node* find(std::string_view key);
@@ -95,11 +134,18 @@ class TableReader {
     std::optional<Value> parsed(std::string_view key, const char* expected,
                                 bool (*parse)(const std::string& text, Value& value));
     std::optional<std::string> text(std::string_view key, std::size_t longest, const std::string& expected);
+    std::optional<Rate> rate(std::string_view key, std::uint64_t highest);
     static std::string range_text(std::uint64_t lowest, std::uint64_t highest);
+
+    const std::string* meant(std::string_view unknown) const;
+    std::string full(std::string_view key) const;
 
     const toml::table* table_;
     std::string path_;
+    ScenarioErrors* errors_;
     std::vector<std::string> known_;
+    std::vector<std::string> wrong_;
+    std::vector<std::pair<std::string, std::string>> absent_; ///< what is wrong with keys that are not there
 };
 
 } // namespace switchsim

@@ -21,6 +21,9 @@ bool load_failed();
 /// Notes what a caller did wrong, and aborts if that is wanted. Without memory to note it, standard error gets a line.
 void complain(Function function, std::string_view what) noexcept;
 
+/// The faults by name and the delays that wait for calls, a line each.
+std::vector<std::string> planned_faults();
+
 /// Forgets the IPC queue's messages and the last request.
 void reset_ipc();
 

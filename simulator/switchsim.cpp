@@ -1,6 +1,8 @@
 #include "simulator/switchsim.h"
 
 #include "simulator/call.h"
+#include "simulator/control.h"
+#include "simulator/live.h"
 #include "simulator/scenario.h"
 #include "simulator/state.h"
 
@@ -26,21 +28,27 @@ void load_first() {
     loaded = true;
 }
 
-/// Puts a scenario in place, or gives its error.
+/// Puts a scenario in place, or gives its first error and how many more there are.
 std::string take(ScenarioResult result) {
-    if (!result.error.empty())
-        return result.error;
+    if (!result.errors.empty()) {
+        const std::size_t more = result.errors.size() - 1;
+        return result.errors[0] + (more > 0 ? " (and " + std::to_string(more) + " more)" : "");
+    }
     the_tables = std::move(result.contents);
     bad_scenario = false;
     loaded = true;
+    restart_clock();
+    open_control();
     return {};
 }
 
 } // namespace
 
 void ensure_loaded() {
-    if (!loaded.load(std::memory_order_relaxed))
-        load_first();
+    if (loaded.load(std::memory_order_relaxed))
+        return;
+    load_first();
+    open_control(); // of a bad scenario too
 }
 
 Switch& current() {
@@ -60,6 +68,7 @@ void reset() {
     the_tables = {};
     bad_scenario = false;
     loaded = true;
+    reset_clock();
     clear_faults();
     clear_counts();
     clear_complaints();
@@ -74,10 +83,15 @@ std::string load_text(std::string_view toml, const std::string& origin) {
     return take(read_scenario(toml, origin));
 }
 
+std::vector<std::string> scenario_errors(std::string_view toml, const std::string& origin) {
+    return read_scenario(toml, origin).errors;
+}
+
 void generate(unsigned tunnels) {
     the_tables = generate_switch({.tunnels = tunnels});
     bad_scenario = false;
     loaded = true;
+    restart_clock();
 }
 
 } // namespace switchsim

@@ -69,6 +69,36 @@ using Wwn = std::array<std::uint8_t, 8>;
 using LinkKey = std::pair<std::uint32_t, std::uint32_t>; ///< {entity id, link index}
 using ConnectionKey = std::tuple<std::uint32_t, std::uint32_t, std::uint16_t, std::uint16_t>;
 
+/// Where a counter is: the record by its table and key, then its place in the record.
+enum class CounterTable : std::uint8_t { port_counters, mac_statistics, ip_statistics, tcp_statistics, link_errors };
+struct CounterPlace {
+    CounterTable table;
+    LinkKey row; ///< of link_errors; else {interface index, 0}
+    std::size_t offset;
+    unsigned bits; ///< 32 or 64
+
+    bool operator<(const CounterPlace& other) const {
+        return std::tie(table, row, offset, bits) < std::tie(other.table, other.row, other.offset, other.bits);
+    }
+};
+
+/// A counter that moves: at the end of each period by what the rate makes of it. It wraps at its width.
+struct Rate {
+    std::uint64_t start = 0;      ///< the value at time `since`
+    std::uint64_t per_second = 0; //
+    std::uint32_t period = 1000;  ///< milliseconds
+    std::uint8_t jitter = 0;      ///< percent of a period's amount that a value may be ahead by
+    std::uint64_t since = 0;      ///< milliseconds
+};
+
+/// What happens to the switch at a time of its own clock. `command` is one that switchsim::command() takes.
+struct Event {
+    std::uint64_t at = 0; ///< milliseconds
+    std::string command;
+    std::optional<std::uint64_t> lasts; ///< milliseconds, after which it is undone
+    std::string rows;                   ///< of the command "add": the rows, as a scenario has them
+};
+
 /// The switch: its tables, keyed as the platform keys them. Edit freely; the next platform call sees the change.
 struct Switch {
     std::string name = "switch";          ///< getCSName()
@@ -84,6 +114,10 @@ struct Switch {
     std::map<std::uint32_t, Vsan> vsans;
     std::vector<std::uint8_t> slots; ///< slots with a line card; requests to another slot's node time out
     std::optional<IpConfiguration> ip_configuration;
+    std::uint64_t now = 0;  ///< the switch's clock, milliseconds
+    std::uint64_t seed = 0; ///< of jitter
+    std::map<CounterPlace, Rate> rates;
+    std::vector<Event> events; ///< those to come, in any order
 };
 
 /// The running switch, loaded first if it was not yet. Hold the process-wide lock, or let nobody else call.
@@ -93,11 +127,14 @@ SWITCHSIM_API Switch& the_switch();
 SWITCHSIM_API void reset();
 
 /// Replaces the switch by the scenario in `file`. On error the old switch stays and the result is one line
-/// "FILE:LINE:COLUMN: KEY: what was expected"; empty on success.
+/// "FILE:LINE:COLUMN: KEY: what was expected", with " (and N more)" behind it if there are more; empty on success.
 SWITCHSIM_API std::string load(const std::string& file);
 
 /// The same for a scenario given as text; `origin` stands for the file's name in messages.
 SWITCHSIM_API std::string load_text(std::string_view toml, const std::string& origin);
+
+/// All that is wrong with a scenario, a line each, in order of place.
+SWITCHSIM_API std::vector<std::string> scenario_errors(std::string_view toml, const std::string& origin);
 
 /// The two-site scenario that is built in, as TOML.
 SWITCHSIM_API std::string_view built_in_scenario();
@@ -120,6 +157,25 @@ SWITCHSIM_API const SentRequest& last_request();
 
 /// Messages, sent or received, that the caller holds and has not dropped.
 SWITCHSIM_API unsigned undropped_messages();
+
+// ---------------------------------------------------------------------------------------------- time and commands
+
+/// Lets the switch's clock stand still, but for step(); the environment's SWITCHSIM_CLOCK=manual does so from the
+/// start. Otherwise it goes with the wall clock.
+SWITCHSIM_API void stop_clock(bool stopped);
+
+/// Moves the clock on, and with it counters and events.
+SWITCHSIM_API void step(std::uint64_t milliseconds);
+
+/// What a command came to.
+struct CommandResult {
+    bool good = false;
+    std::string text; ///< what was asked for; or one line that says what is wrong, and nothing was done
+};
+
+/// Looks at the switch or changes it (docs/scenarios.md lists the commands). The caller holds the process-wide lock.
+/// @param words the command, word by word; of "add" the last one is the text of the rows
+SWITCHSIM_API CommandResult command(const std::vector<std::string>& words);
 
 // ---------------------------------------------------------------------------------------------- faults and counts
 
@@ -145,7 +201,10 @@ SWITCHSIM_API void inject(std::string_view function, Fault fault, unsigned nth =
 /// apply (those that cannot fail) behave as ever. The lock functions do not count.
 SWITCHSIM_API void inject_at(unsigned nth, Fault fault, int code = -1);
 
-/// Removes all faults.
+/// Makes every call of a platform function take so much longer; 0 = no longer. Throws as inject() does.
+SWITCHSIM_API void delay(std::string_view function, unsigned milliseconds);
+
+/// Removes all faults and delays.
 SWITCHSIM_API void clear_faults();
 
 /// How often a platform function was called since the last reset() or clear_counts().

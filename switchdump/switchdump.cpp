@@ -3,12 +3,17 @@
 #include "provider/access/dumps.h"
 #include "provider/access/lock.h"
 #include "provider/common/memory.h"
+#include "simulator/scenario_writer.h"
+#include "switchdump/anonymous.h"
+#include "switchdump/capture.h"
 
 #include <CLI/CLI.hpp>
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 /// Of the simulated platform; a switch's libraries have no such function.
@@ -63,29 +68,61 @@ int dump_links() {
     }
 }
 
-int dump(const std::string& scenario) {
+/// What was asked for.
+struct Options {
+    std::string scenario; ///< of the simulated switch; "" = the built-in one
+    bool capture = false;
+    bool anonymous = false;
+};
+
+int dump() {
+    const int profiles = get_all_fcip_entities(mts_q) == 0 ? 0 : fail("a profile's interface list cannot be read");
+    const int links = dump_links();
+    return profiles != 0 ? profiles : links;
+}
+
+/// Prints the switch as a scenario.
+int print_scenario(bool anonymous) {
+    switchsim::Switch contents = capture();
+    if (anonymous)
+        make_anonymous(contents);
+    const std::string text = switchsim::write_scenario(contents);
+    const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+    return whole ? 0 : fail("the scenario cannot be written: " + std::string(std::strerror(errno)));
+}
+
+int look(const Options& options) {
     const fcip::platform_lock lock;
-    const std::string error = scenario.empty() ? "" : load(scenario);
+    const std::string error = options.scenario.empty() ? "" : load(options.scenario);
     if (!error.empty())
         return fail(error);
     if (init_mts(&mts_q) < 0)
         return fail("the switch's response queue cannot be opened");
-    const int profiles = get_all_fcip_entities(mts_q) == 0 ? 0 : fail("a profile's interface list cannot be read");
-    const int links = dump_links();
-    return profiles != 0 ? profiles : links;
+    return options.capture ? print_scenario(options.anonymous) : dump();
 }
 
 } // namespace
 
 int run(int argc, const char* const* argv) {
     CLI::App app{"Shows the FCIP profiles and links of a switch the way its own command line does.", "switchdump"};
-    std::string scenario = scenario_of_environment();
-    app.add_option("--scenario", scenario,
-                   "Scenario file of the simulated switch; without it the one that SWITCHSIM_SCENARIO names, or the "
-                   "built-in two-site switch")
-        ->type_name("FILE");
+    Options options{.scenario = scenario_of_environment()};
+    const auto* scenario =
+        app.add_option("--scenario", options.scenario,
+                       "With FILE: the scenario file of the simulated switch; without this the one that "
+                       "SWITCHSIM_SCENARIO names, or the built-in two-site switch. Without FILE: print the switch as a "
+                       "scenario instead")
+            ->type_name("FILE")
+            ->expected(0, 1);
+    const auto* anonymous =
+        app.add_flag("--anonymous", options.anonymous,
+                     "With --scenario: put others in the place of names, addresses and WWNs, the same for the same");
     try {
         app.parse(argc, argv);
+        options.capture = scenario->count() > 0 && (scenario->results().empty() || scenario->results()[0].empty());
+        if (options.capture)
+            options.scenario = scenario_of_environment();
+        if (anonymous->count() > 0 && !options.capture)
+            throw CLI::ValidationError("--anonymous goes with --scenario without a file");
     } catch (const CLI::CallForHelp&) {
         std::printf("%s", app.help().c_str());
         return 0;
@@ -93,10 +130,10 @@ int run(int argc, const char* const* argv) {
         fail(std::string(error.what()) + " (see switchdump --help)");
         return exit_usage;
     }
-    const int result = dump(scenario);
+    const int result = look(options);
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
         return result;
-    return fail("the output could not be written");
+    return result != 0 ? result : fail("the output could not be written");
 }
 
 } // namespace switchdump

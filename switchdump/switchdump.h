@@ -1,4 +1,5 @@
-// switchdump: the profiles and links of a switch, shown the way its own command line shows them.
+// switchdump: the profiles and links of a switch, shown the way its own command line shows them; or the whole switch,
+// as a scenario for the simulator.
 #pragma once
 
 namespace switchdump {

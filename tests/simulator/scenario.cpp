@@ -139,6 +139,8 @@ TEST_F(ScenarioFiles, EveryKeyIsDocumented) {
         {"`[[tunnel]]`", tunnel + "x = 1\n"},
         {"`[[tunnel]]`", tunnel + "[tunnel.connection]\nx = 1\n"},
         {"`[[tunnel]]`", tunnel + "[tunnel.errors]\nx = 1\n"},
+        {"`[clock]`", start + "[clock]\nx = 1\n"},
+        {"`[[event]]`", start + "[[event]]\nat = 1\ndo = \"remove tunnel 1\"\nx = 1\n"},
         {"`[generate]`", start + "[generate]\ntunnels = 0\nx = 1\n"},
     };
     for (const auto& [heading, toml] : tables) {

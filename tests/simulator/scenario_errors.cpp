@@ -96,7 +96,7 @@ TEST_F(ScenarioErrors, SwitchTable) {
          "3:1: switch.colour: expected one of the keys name, system_name, has_name, wwn, slots"},
         {"unknown table", "[switch]\nname = \"a\"\n[router]",
          "3:2: router: expected one of the keys switch, ip, generate, vsan, ethernet, fibre_channel, port_channel, "
-         "profile, tunnel, wwn_text"},
+         "profile, tunnel, wwn_text, clock, event"},
     });
 }
 
@@ -122,7 +122,8 @@ TEST_F(ScenarioErrors, Vsans) {
     expect_errors({
         {"no array", "[switch]\nname = \"a\"\n[vsan]\nid = 1", "3:1: vsan: expected an array of tables [[vsan]]"},
         {"no array of tables", "vsan = [1]\n[switch]\nname = \"a\"", "1:8: vsan: expected an array of tables [[vsan]]"},
-        {"id 0", "[switch]\nname = \"a\"\n[[vsan]]\nid = 0", "4:6: vsan[0].id: expected an integer from 1 to 4094"},
+        {"id 0", "[switch]\nname = \"a\"\n[[vsan]]\nid = 0\ndomain = \"d\"",
+         "4:6: vsan[0].id: expected an integer from 1 to 4094"},
         {"no domain", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1",
          "3:1: vsan[0].domain: expected a text, or false for a VSAN without a domain entry, but the key is missing"},
         {"domain true", "[switch]\nname = \"a\"\n[[vsan]]\nid = 1\ndomain = true",
@@ -149,8 +150,10 @@ TEST_F(ScenarioErrors, Ports) {
                             "6:1: ethernet[0].slot: expected an integer from 0 to 255, but the key is missing");
     expect_error_after_head("[[ethernet]]\nslot = true\nport = 1\n",
                             "7:8: ethernet[0].slot: expected an integer from 0 to 255");
-    expect_error_after_head("[[ethernet]]\nslot = 2\nport = 1\n",
-                            "7:8: ethernet[0].slot: expected a slot of [switch] slots, or card_missing = true");
+    expect_error_after_head(
+        "[[ethernet]]\nslot = 2\nport = 1\n",
+        "7:8: ethernet[0].slot: 2 is not one of [switch] slots, which are [1] (the default); expected one of them, or "
+        "card_missing = true");
     expect_error_after_head("[[fibre_channel]]\nslot = false\nport = 1\n",
                             "6:1: fibre_channel[0].if_index: expected an interface index, for it cannot be derived "
                             "without slot and port");
@@ -162,8 +165,7 @@ TEST_F(ScenarioErrors, Ports) {
     expect_error_after_head("[[port_channel]]\nslot = 1\nport = 1\nif_index = 0\n",
                             "9:12: port_channel[0].if_index: expected an integer from 1 to 4294967295");
     expect_error_after_head(port + port,
-                            "11:8: ethernet[1].port: expected an interface index that no other interface has, not "
-                            "2197880833");
+                            "11:8: ethernet[1].port: 2197880833 (the default of if_index) is another interface's");
     expect_error_after_head(port + "[[fibre_channel]]\nslot = 1\nport = 1\nif_index = 0x83010001\n",
                             "12:12: fibre_channel[0].if_index: expected an interface index that no other interface "
                             "has, not 2197880833");
@@ -236,11 +238,11 @@ TEST_F(ScenarioErrors, Profiles) {
 TEST_F(ScenarioErrors, Tunnels) {
     const std::string profile = "[[profile]]\nid = 1\naddress = \"10.0.0.1\"\n";                      // lines 6 to 8
     const std::string tunnel = "[[tunnel]]\nprofile = 1\nindex = 0\nremote_address = \"10.0.0.2\"\n"; // 9 to 12
-    expect_error_after_head("[[tunnel]]\nprofile = 0\n",
+    expect_error_after_head("[[tunnel]]\nprofile = 0\nindex = 0\nremote_address = \"none\"\n",
                             "7:11: tunnel[0].profile: expected an integer from 1 to 4294967295");
-    expect_error_after_head("[[tunnel]]\nprofile = 2\n",
+    expect_error_after_head("[[tunnel]]\nprofile = 2\nindex = 0\nremote_address = \"none\"\n",
                             "7:11: tunnel[0].profile: expected the id of a [[profile]], or profile_missing = true");
-    expect_error_after_head(profile + "[[tunnel]]\nprofile = 1\n",
+    expect_error_after_head(profile + "[[tunnel]]\nprofile = 1\nremote_address = \"none\"\n",
                             "9:1: tunnel[0].index: expected an integer from 0 to 4294967295, but the key is missing");
     expect_error_after_head(profile + "[[tunnel]]\nprofile = 1\nindex = 0\n",
                             "9:1: tunnel[0].remote_address: expected an IPv4 or IPv6 address, but the key is missing");
@@ -248,8 +250,7 @@ TEST_F(ScenarioErrors, Tunnels) {
                             "15:9: tunnel[1].index: expected an index that no other tunnel of the profile has");
     expect_error_after_head(profile + "[[profile]]\nid = 2\naddress = \"none\"\n" + tunnel +
                                 "[[tunnel]]\nprofile = 2\nindex = 0\nremote_address = \"10.0.0.3\"\n",
-                            "18:9: tunnel[1].index: expected an interface index that no other interface has, not "
-                            "167772160");
+                            "18:9: tunnel[1].index: 167772160 (the default of if_index) is another interface's");
     expect_error_after_head(profile + tunnel + "vsan = 2\n",
                             "13:8: tunnel[0].vsan: expected the id of a [[vsan]], or vsan_missing = true");
     expect_error_after_head(profile + tunnel + "ethernet = \"1/1\"\n",
@@ -267,6 +268,83 @@ TEST_F(ScenarioErrors, Tunnels) {
                             "special_frame_response_mismatches, special_frame_invalid_nonces, "
                             "duplicate_special_frames, special_frame_invalid_wwns, bb2_keep_alive_timeouts, "
                             "timestamp_expiries");
+}
+
+// ---------------------------------------------------------------------------------------------- all of them
+
+namespace {
+
+/// The errors of a scenario, without the file's name and each but for its place.
+std::vector<std::string> all_errors(const std::string& toml) {
+    std::vector<std::string> lines = switchsim::scenario_errors(toml, "bad.toml");
+    for (std::string& line : lines) {
+        EXPECT_TRUE(line.starts_with("bad.toml:")) << line;
+        line.erase(0, std::string("bad.toml:").size());
+    }
+    return lines;
+}
+
+using Lines = std::vector<std::string>;
+
+} // namespace
+
+TEST_F(ScenarioErrors, AllOfAFileInOrderOfPlace) {
+    EXPECT_EQ(all_errors("[[tunnel]]\nprofile = 0\nindex = 0\nremote_address = 1\n"
+                         "[switch]\nwwn = 1\nslots = [1]\n"
+                         "[[vsan]]\nid = 1\ndomain = \"d\"\n[[vsan]]\nid = 1\ndomain = 7\n"),
+              (Lines{"2:11: tunnel[0].profile: expected an integer from 1 to 4294967295",
+                     "4:18: tunnel[0].remote_address: expected an IPv4 or IPv6 address or \"none\"",
+                     "5:1: switch.name: expected a text, but the key is missing",
+                     "6:7: switch.wwn: expected a WWN like \"20:00:00:00:5e:11:22:33\"",
+                     "12:6: vsan[1].id: expected an id that no other VSAN has",
+                     "13:10: vsan[1].domain: expected a text of at most 255 bytes"}));
+}
+
+TEST_F(ScenarioErrors, FirstIsGivenWithTheNumberOfOthers) {
+    EXPECT_EQ(switchsim::load_text("[switch]\nname = 1\nwwn = 1\nslots = 1\n", "bad.toml"),
+              "bad.toml:2:8: switch.name: expected a text (and 2 more)");
+}
+
+TEST_F(ScenarioErrors, MisspeltKeyComesBeforeTheMissingOne) {
+    EXPECT_EQ(all_errors(head + "[[profile]]\nid = 1\nadress = \"10.0.0.1\"\n"),
+              (Lines{"8:1: profile[0].adress: unknown key adress; did you mean address?",
+                     "8:1: profile[0].address: expected an IPv4 or IPv6 address, but the key is missing"}));
+    EXPECT_EQ(all_errors(head + "[[ethernet]]\nslot = 1\nport = 1\nvsna = 5\ncolour = 1\n").size(), 2U);
+}
+
+TEST_F(ScenarioErrors, KeyThatIsThereAlreadyWasNotMeant) {
+    EXPECT_EQ(all_errors("[switch]\nname = \"a\"\nnames = \"b\"\n"),
+              Lines{"3:1: switch.names: expected one of the keys name, system_name, has_name, wwn, slots"});
+}
+
+TEST_F(ScenarioErrors, DefaultIsNamedWhereItIsWrong) {
+    EXPECT_EQ(all_errors("[switch]\nname = \"a\"\n[[ethernet]]\nslot = 2\nport = 1\n"),
+              (Lines{"3:1: ethernet[0].vsan: 1 (the default) is not the id of a [[vsan]]; expected one, or "
+                     "vsan_missing = true",
+                     "4:8: ethernet[0].slot: 2 is not one of [switch] slots, which are [1] (the default); expected one "
+                     "of them, or "
+                     "card_missing = true"}));
+}
+
+TEST_F(ScenarioErrors, ReferencesToWhatIsWrongAreNoFurtherErrors) {
+    const std::string lines = "[[ethernet]]\nslot = 1\nport = 1\nvsan = 9\n"
+                              "[[profile]]\nid = 7\naddress = \"none\"\naddress_interface = \"1/1\"\n"
+                              "[[tunnel]]\nprofile = 7\nindex = 0\nremote_address = \"none\"\nethernet = \"1/1\"\n"
+                              "vsan = 9\n";
+    const std::string name = "[switch]\nname = \"a\"\n";
+    const std::string vsan = "[[vsan]]\ndomain = \"d\"\nid = 9\n";
+    const auto with = [&](std::string text, const std::string& part, const std::string& instead) {
+        return all_errors(text.replace(text.find(part), part.size(), instead)).size();
+    };
+    EXPECT_EQ(all_errors(name + vsan + lines), Lines{});
+    EXPECT_EQ(with(name + vsan + lines, "id = 9", "id = 0"), 1U);
+    EXPECT_EQ(with(name + vsan + lines, "[[vsan]]", "[[vsam]]"), 1U);
+    EXPECT_EQ(with(name + vsan + lines, "id = 7", "id = -7"), 1U);
+    EXPECT_EQ(with(name + vsan + lines, "port = 1", "port = 300"), 1U);
+    EXPECT_EQ(with(name + vsan + lines, "slot = 1", "if_index = 1\nslot = 1"), 1U);
+    EXPECT_EQ(with(name + vsan + lines, "index = 0", "index = -1"), 1U);
+    EXPECT_EQ(with(name + "slots = [300]\n" + vsan + lines, "slot = 1", "slot = 3"), 3U);
+    EXPECT_EQ(with(name + "slot = [3]\n" + vsan + lines, "[[ethernet]]\nslot = 1", "[[ethernet]]\nslot = 3"), 3U);
 }
 
 TEST_F(ScenarioErrors, GeneratorTable) {
@@ -289,6 +367,7 @@ TEST_F(ScenarioErrors, GeneratorTable) {
          {"vsan", "ethernet", "fibre_channel", "port_channel", "profile", "tunnel", "wwn_text"}) {
         const std::string header = "[[" + other + "]]\n";
         EXPECT_EQ(load(one + header),
-                  "bad.toml:5:1: " + other + ": expected nothing but [switch] and [ip] beside [generate]");
+                  "bad.toml:5:1: " + other +
+                      ": expected nothing but [switch], [ip], [clock] and [[event]] beside [generate]");
     }
 }

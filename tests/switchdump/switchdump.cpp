@@ -142,7 +142,7 @@ TEST_F(Switchdump, HelpIsExit0OnStandardOutput) {
 
 TEST_F(Switchdump, WrongUsageIsOneLineAndExit2) {
     const std::vector<std::vector<const char*>> wrong = {
-        {"--no-such-option"}, {"--scenario"}, {"extra"}, {"--scenario", "a", "b"}};
+        {"--no-such-option"}, {"extra"}, {"--scenario", "a", "b"}, {"--anonymous"}, {"--scenario", "a", "--anonymous"}};
     for (const auto& arguments : wrong) {
         EXPECT_EQ(run(arguments), 2) << arguments.front();
         EXPECT_TRUE(one_error_line()) << err_;

@@ -1,0 +1,184 @@
+#include "simulator/control.h"
+
+#include "simulator/lock.h"
+#include "simulator/switchsim.h"
+
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <string>
+#include <thread>
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+namespace switchsim {
+namespace {
+
+constexpr int patience = 50;                     ///< milliseconds between two looks at whether it is over
+constexpr std::size_t longest_command = 1 << 26; ///< bytes
+
+void complain_about(const std::string& file, int error) {
+    std::fprintf(stderr, "switchsim: %s: %s\n", file.c_str(), std::strerror(error));
+}
+
+std::optional<sockaddr_un> address_of(const std::string& file) {
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    if (file.size() >= sizeof address.sun_path)
+        return std::nullopt;
+    std::memcpy(address.sun_path, file.c_str(), file.size());
+    return address;
+}
+
+const sockaddr* generic(const sockaddr_un& address) {
+    return reinterpret_cast<const sockaddr*>(&address);
+}
+
+/// Whether the file is a socket that nobody listens to any more.
+bool is_left_over(const std::string& file, const sockaddr_un& address) {
+    struct stat status {};
+    if (lstat(file.c_str(), &status) != 0 || !S_ISSOCK(status.st_mode))
+        return false;
+    const int probe = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool refused = connect(probe, generic(address), sizeof address) != 0 && errno == ECONNREFUSED;
+    close(probe);
+    return refused;
+}
+
+/// A socket that listens at the file, with mode 0600 from the beginning; -1 if it cannot be had.
+int listen_at(const std::string& file) {
+    const auto address = address_of(file);
+    if (!address) {
+        complain_about(file, ENAMETOOLONG);
+        return -1;
+    }
+    if (is_left_over(file, *address))
+        unlink(file.c_str());
+    const int listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const bool bound = listener >= 0 && fchmod(listener, S_IRUSR | S_IWUSR) == 0 &&
+                       bind(listener, generic(*address), sizeof *address) == 0 &&
+                       chmod(file.c_str(), S_IRUSR | S_IWUSR) == 0 && listen(listener, 8) == 0;
+    if (bound)
+        return listener;
+    complain_about(file, errno);
+    if (listener >= 0)
+        close(listener);
+    return -1;
+}
+
+class Control {
+  public:
+    ~Control() {
+        ending_ = true;
+        if (thread_.joinable()) {
+            thread_.join();
+            unlink(file_.c_str());
+        }
+    }
+
+    void open(const std::string& file) {
+        file_ = file;
+        listener_ = listen_at(file);
+        if (listener_ >= 0)
+            thread_ = std::thread([this] { serve(); });
+    }
+
+  private:
+    void serve() {
+        while (!ending_) {
+            pollfd waiting{listener_, POLLIN, 0};
+            if (poll(&waiting, 1, patience) <= 0)
+                continue;
+            const int client = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+            if (client < 0)
+                continue;
+            answer(client);
+            close(client);
+        }
+        close(listener_);
+    }
+
+    void answer(int client) {
+        try {
+            std::vector<std::string> words;
+            if (!receive(client, words))
+                return;
+            const CommandResult result = run(words);
+            send_all(client, (result.good ? "0" : "1") + result.text);
+        } catch (const std::exception&) {
+            send_all(client, "1not enough memory for the command");
+        }
+    }
+
+    /// The words that a client sends; false for one that says nothing for seconds, or too much.
+    bool receive(int client, std::vector<std::string>& words) const {
+        constexpr int longest_silence = 5000 / patience;
+        std::string text;
+        for (int silence = 0; silence < longest_silence && !ending_ && text.size() <= longest_command;) {
+            pollfd waiting{client, POLLIN, 0};
+            char block[16384];
+            if (poll(&waiting, 1, patience) <= 0) {
+                ++silence;
+                continue;
+            }
+            const ssize_t got = read(client, block, sizeof block);
+            if (got < 0)
+                return false;
+            if (got == 0) {
+                for (std::size_t at = 0, end = 0; (end = text.find('\0', at)) != std::string::npos; at = end + 1)
+                    words.push_back(text.substr(at, end - at));
+                return true;
+            }
+            text.append(block, static_cast<std::size_t>(got));
+        }
+        return false;
+    }
+
+    /// Runs a command between two requests. The process may end while somebody holds the lock.
+    CommandResult run(const std::vector<std::string>& words) const {
+        while (!try_lock_switch()) {
+            if (ending_)
+                return {false, "the process ends"};
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        struct Unlock {
+            ~Unlock() { unlock_switch(); }
+        } const unlock;
+        return command(words);
+    }
+
+    static void send_all(int client, std::string_view text) {
+        while (!text.empty()) {
+            const ssize_t sent = send(client, text.data(), text.size(), MSG_NOSIGNAL);
+            if (sent <= 0)
+                return;
+            text.remove_prefix(static_cast<std::size_t>(sent));
+        }
+    }
+
+    std::string file_;
+    int listener_ = -1;
+    std::atomic<bool> ending_ = false;
+    std::thread thread_;
+};
+
+} // namespace
+
+void open_control() {
+    const char* file = std::getenv("SWITCHSIM_CONTROL");
+    if (!file || !*file)
+        return;
+    static Control control;
+    static const bool opened = (control.open(file), true);
+    static_cast<void>(opened);
+}
+
+} // namespace switchsim

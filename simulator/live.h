@@ -1,0 +1,23 @@
+// The switch's clock: counters that move, and events.
+#pragma once
+
+#include "simulator/switchsim.h"
+
+namespace switchsim {
+
+/// Brings the switch to the present, if anything moves on it. At the beginning of every platform call.
+void advance();
+
+/// Says that the switch was replaced: its clock goes on from Switch::now.
+void restart_clock();
+
+/// Lets the environment say again how the clock goes.
+void reset_clock();
+
+/// Puts a changed switch in the place of the present one; names that are the same stay where they are in memory.
+void replace_switch(Switch&& contents);
+
+/// Brings the switch's clock to a time that is not before its present, and all that moves with it.
+void advance_to(std::uint64_t milliseconds);
+
+} // namespace switchsim

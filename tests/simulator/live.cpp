@@ -1,0 +1,303 @@
+// A switch that lives: counters that move, events, and commands. The clock stands still but for steps.
+#include "tests/simulator/scenario_lines.h"
+
+#include "simulator/bytes.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+using switchsim::the_switch;
+
+namespace {
+
+class LiveSwitch : public SimulatorTest {
+  protected:
+    void SetUp() override {
+        SimulatorTest::SetUp();
+        switchsim::stop_clock(true);
+    }
+
+    static void load(const std::string& lines) { load_ok(base + lines); }
+
+    static const switchsim::Port& port() { return the_switch().ports.at(gigabit); }
+
+    static std::uint32_t status() { return the_switch().links.at({1, 0}).status; }
+
+    static void expect_done(const std::vector<std::string>& words) {
+        const auto result = switchsim::command(words);
+        EXPECT_TRUE(result.good) << words[0] << ": " << result.text;
+    }
+
+    static std::string refused(const std::vector<std::string>& words) {
+        const std::string before = switchsim::command({"save"}).text;
+        const auto result = switchsim::command(words);
+        EXPECT_FALSE(result.good) << words[0];
+        EXPECT_EQ(switchsim::command({"save"}).text, before);
+        return result.text;
+    }
+
+    inline static const std::string base = "[[vsan]]\nid = 1\ndomain = \"d\"\n[[ethernet]]\nslot = 1\nport = 1\n"
+                                           "[[profile]]\nid = 1\naddress = \"10.0.0.1\"\n[[tunnel]]\nprofile = 1\n"
+                                           "index = 0\nremote_address = \"10.0.0.2\"\nethernet = \"1/1\"\n";
+};
+
+const std::string first_counters = "[[fibre_channel]]\nslot = 1\nport = 9\n[fibre_channel.counters]\n";
+
+std::uint64_t fibre_bytes() {
+    return switchsim::get_big<std::uint64_t>(the_switch().ports.at(0x01010009).counters->bytes, 275);
+}
+
+} // namespace
+
+TEST_F(LiveSwitch, CountersMoveAtTheirRate) {
+    load(first_counters + "bytes_received = {value = 7, rate = 100}\n");
+    EXPECT_EQ(fibre_bytes(), 7U);
+    switchsim::step(999);
+    EXPECT_EQ(fibre_bytes(), 7U);
+    switchsim::step(1);
+    EXPECT_EQ(fibre_bytes(), 107U);
+    switchsim::step(10500);
+    EXPECT_EQ(fibre_bytes(), 1107U);
+}
+
+TEST_F(LiveSwitch, PeriodSaysHowOftenCountersMove) {
+    load(first_counters + "bytes_received = {rate = 100, period = 2.5}\n");
+    switchsim::step(2499);
+    EXPECT_EQ(fibre_bytes(), 0U);
+    switchsim::step(1);
+    EXPECT_EQ(fibre_bytes(), 250U);
+}
+
+TEST_F(LiveSwitch, CountersWrapAtTheirWidth) {
+    load(first_counters + "bytes_received = {value = \"18446744073709551615\", rate = 2}\n"
+                          "multicast_received = {value = 4294967295, rate = 2}\n");
+    switchsim::step(1000);
+    EXPECT_EQ(fibre_bytes(), 1U);
+    EXPECT_EQ(switchsim::get_big<std::uint32_t>(the_switch().ports.at(0x01010009).counters->bytes, 259), 1U);
+}
+
+TEST_F(LiveSwitch, JitterComesFromTheSeedAndNeverFallsBack) {
+    const auto run = [&](const std::string& seed) {
+        load("[clock]\nseed = " + seed + "\n" + first_counters + "bytes_received = {rate = 1000, jitter = 100}\n");
+        std::vector<std::uint64_t> values;
+        for (int second = 0; second < 20; ++second) {
+            switchsim::step(1000);
+            values.push_back(fibre_bytes());
+        }
+        return values;
+    };
+    const auto one = run("1");
+    EXPECT_EQ(run("1"), one);
+    EXPECT_NE(run("2"), one);
+    EXPECT_TRUE(std::is_sorted(one.begin(), one.end()));
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        EXPECT_GE(one[i], 1000 * (i + 1));
+        EXPECT_LE(one[i], 1000 * (i + 2));
+    }
+}
+
+TEST_F(LiveSwitch, CountersOfEveryTableMove) {
+    load("[[ethernet]]\nslot = 1\nport = 2\n[ethernet.mac_statistics]\ncollisions = {rate = 1}\n"
+         "[ethernet.ip_statistics]\nreceived = {rate = 2}\n[ethernet.tcp_statistics]\nactive_opens = {rate = 3}\n"
+         "[[tunnel]]\nprofile = 1\nindex = 1\nremote_address = \"10.0.0.3\"\n"
+         "[tunnel.errors]\nlost_synchronisation = {rate = 4}\n");
+    switchsim::step(1000);
+    const auto& port = the_switch().ports.at(0x83010002);
+    EXPECT_EQ(switchsim::get_big<std::uint64_t>(port.mac_statistics.data(), 40), 1U);
+    EXPECT_EQ(switchsim::get_big<std::uint32_t>(port.ip_statistics.data(), 36), 2U);
+    EXPECT_EQ(switchsim::get_big<std::uint32_t>(port.tcp_statistics[0].data(), 36), 3U);
+    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 1}).bytes, 8), 4U);
+}
+
+TEST_F(LiveSwitch, WallClockMovesCountersBetweenPlatformCalls) {
+    load(first_counters + "bytes_received = {rate = 1000, period = 0.01}\n");
+    switchsim::stop_clock(false);
+    const std::uint64_t before = fibre_bytes();
+    for (int tries = 0; tries < 500 && fibre_bytes() == before; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        getCSName();
+    }
+    EXPECT_GT(fibre_bytes(), before);
+}
+
+TEST_F(LiveSwitch, WrongRatesAreErrors) {
+    const auto error = [&](const std::string& rate) {
+        return load_lines(base + first_counters + "bytes_received = " + rate + "\n");
+    };
+    const std::string key = ": fibre_channel[0].counters.bytes_received.";
+    EXPECT_NE(error("{value = 1}").find(key + "rate: expected an integer"), std::string::npos);
+    EXPECT_NE(error("{rate = -1}").find(key + "rate: expected an integer from 0"), std::string::npos);
+    EXPECT_NE(error("{rate = 1, period = 0}").find(key + "period: expected seconds from 0.001"), std::string::npos);
+    EXPECT_NE(error("{rate = 1, jitter = 101}").find(key + "jitter: expected an integer from 0 to 100"),
+              std::string::npos);
+    EXPECT_NE(error("{rate = 1, x = 1}").find(key + "x: expected one of the keys value, rate, period, jitter"),
+              std::string::npos);
+}
+
+// ---------------------------------------------------------------------------------------------- events
+
+TEST_F(LiveSwitch, EventHappensAtItsTimeAndIsUndone) {
+    load("[[event]]\nat = 10\nfor = 5\ndo = \"set tunnel 1 status down\"\n");
+    switchsim::step(9999);
+    EXPECT_EQ(status(), 1U);
+    switchsim::step(1);
+    EXPECT_EQ(status(), 2U);
+    switchsim::step(4999);
+    EXPECT_EQ(status(), 2U);
+    switchsim::step(1);
+    EXPECT_EQ(status(), 1U);
+    EXPECT_TRUE(the_switch().events.empty());
+}
+
+TEST_F(LiveSwitch, EventAndItsEndWithinOneStep) {
+    load("[[event]]\nat = 1\nfor = 1\ndo = \"remove tunnel 1\"\n[[event]]\nat = 3\ndo = \"set tunnel 1 cost 5\"\n");
+    switchsim::step(100000);
+    EXPECT_EQ(the_switch().links.at({1, 0}).cost, 5U);
+}
+
+TEST_F(LiveSwitch, RowsComeAndGo) {
+    load("[[event]]\nat = 1\nfor = 1\ndo = \"add\"\nrows = '''\n[[profile]]\nid = 2\naddress = \"none\"\n[[tunnel]]\n"
+         "profile = 2\nindex = 4\nremote_address = \"none\"\n'''\n");
+    switchsim::step(1000);
+    EXPECT_EQ(the_switch().links.count({2, 4}), 1U);
+    EXPECT_EQ(the_switch().ports.count(0x0A000004), 1U);
+    switchsim::step(1000);
+    EXPECT_EQ(the_switch().links.size(), 1U);
+    EXPECT_EQ(the_switch().profiles.size(), 1U);
+    EXPECT_EQ(the_switch().ports.size(), 2U);
+}
+
+TEST_F(LiveSwitch, LineCardIsPulledAndPutBack) {
+    load("[[event]]\nat = 1\nfor = 1\ndo = \"remove card 1\"\n");
+    switchsim::step(1000);
+    EXPECT_TRUE(the_switch().slots.empty());
+    switchsim::step(1000);
+    EXPECT_EQ(the_switch().slots, std::vector<std::uint8_t>{1});
+}
+
+TEST_F(LiveSwitch, EventThatCannotHappenIsTold) {
+    load("[[event]]\nat = 1\ndo = \"remove tunnel 9\"\n");
+    testing::internal::CaptureStderr();
+    switchsim::step(1000);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "switchsim: event at 1000 ms: no tunnel is called 9\n");
+    EXPECT_EQ(the_switch().links.size(), 1U);
+}
+
+TEST_F(LiveSwitch, WrongEventsAreErrors) {
+    const auto error = [&](const std::string& event) { return load_lines("[[event]]\n" + event); };
+    EXPECT_EQ(error("at = 1\n"),
+              "test.toml:3:1: event[0].do: expected a command like \"set tunnel 1 status down\", but "
+              "the key is missing");
+    EXPECT_EQ(error("do = \"remove tunnel 1\"\n"),
+              "test.toml:3:1: event[0].at: expected seconds from 0 to 1000000000, but the key is missing");
+    for (const char* wrong : {"clear", "add", "remove tunnel", "", "fault getCSName"})
+        EXPECT_EQ(error("at = 1\ndo = \"" + std::string(wrong) + "\"\n"),
+                  "test.toml:5:6: event[0].do: expected a command like \"set tunnel 1 status down\", or \"add\" with "
+                  "rows");
+    EXPECT_EQ(error("at = -1\ndo = \"remove tunnel 1\"\n"),
+              "test.toml:4:6: event[0].at: expected seconds from 0 to 1000000000");
+}
+
+// ---------------------------------------------------------------------------------------------- commands
+
+TEST_F(LiveSwitch, SetTakesEveryKindOfRow) {
+    load(first_counters);
+    expect_done({"set", "tunnel", "1/1", "errors", "{timestamp_expiries = 5}"});
+    expect_done({"set", "tunnel", "1", "errors.timestamp_expiries", "6"});
+    expect_done({"set", "profile", "1", "port", "7"});
+    expect_done({"set", "ethernet", "1/1", "name", "a port"});
+    expect_done({"set", "fibre_channel", "1/9", "mtu", "9"});
+    expect_done({"set", "vsan", "1", "domain", "false"});
+    expect_done({"set", "switch", "name", "other"});
+    expect_done({"set", "ip", "default_ttl", "9"});
+    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 72), 6U);
+    EXPECT_EQ(the_switch().profiles.at(1).listen_port, 7U);
+    EXPECT_EQ(port().name, "a port");
+    EXPECT_EQ(the_switch().ports.at(0x01010009).mtu, 9U);
+    EXPECT_FALSE(the_switch().vsans.at(1).domain);
+    EXPECT_EQ(the_switch().name, "other");
+    EXPECT_EQ(the_switch().ip_configuration->default_ttl, 9);
+    EXPECT_EQ(the_switch().links.size(), 1U);
+    expect_done({"set", "ethernet", "1/1", "name", "default"});
+    EXPECT_EQ(port().name, "GigabitEthernet1/1");
+}
+
+TEST_F(LiveSwitch, SetLeavesEverythingElseAsItIs) {
+    ASSERT_EQ(switchsim::load_text(switchsim::built_in_scenario(), "two-site"), "");
+    const std::string before = switchsim::command({"save"}).text;
+    std::string last;
+    for (const auto& [key, link] : the_switch().links)
+        last = std::to_string(key.first) + "/" + std::to_string(key.second + 1);
+    expect_done({"set", "tunnel", last, "cost", "77"});
+    EXPECT_FALSE(switchsim::command({"save"}).text == before);
+    expect_done({"set", "tunnel", last, "cost", "4000"});
+    EXPECT_TRUE(switchsim::command({"save"}).text == before);
+}
+
+TEST_F(LiveSwitch, BadCommandsChangeNothing) {
+    load("");
+    EXPECT_EQ(refused({}), "expected show, set, add, remove, fault, delay, clear, step or save");
+    EXPECT_EQ(refused({"set", "tunnel", "2", "cost", "1"}), "no tunnel is called 2");
+    EXPECT_EQ(refused({"set", "tunnel", "1", "cost"}), "set: expected a key and a value");
+    EXPECT_NE(refused({"set", "tunnel", "1", "cots", "1"}).find("unknown key cots; did you mean cost?"),
+              std::string::npos);
+    EXPECT_NE(refused({"set", "tunnel", "1", "cost", "x"}).find("cost: expected an integer"), std::string::npos);
+    EXPECT_NE(refused({"set", "router", "1", "cost", "1"}).find("\"router\" is none of"), std::string::npos);
+    EXPECT_NE(refused({"add", "[[tunnel]]\nprofile = 1\nindex = 0\nremote_address = \"none\"\n"})
+                  .find("an index that no other tunnel of the profile has"),
+              std::string::npos);
+    EXPECT_NE(refused({"add", "[[profile]]\nid = 5\naddress = \"none\"\n[[profile]]\nid = 1\naddress = \"none\"\n"})
+                  .find("an id that no other profile has"),
+              std::string::npos);
+    EXPECT_NE(refused({"add", "[switch]\nname = \"b\"\n"}).find("expected one of the keys vsan"), std::string::npos);
+    EXPECT_EQ(refused({"fault", "nothing"}), "no platform function is called \"nothing\"");
+}
+
+TEST_F(LiveSwitch, AmbiguousTunnelsAreNamedByTheProfile) {
+    load("[[profile]]\nid = 2\naddress = \"none\"\n[[tunnel]]\nprofile = 2\nindex = 0\nif_index = 5\n"
+         "remote_address = \"none\"\n");
+    EXPECT_EQ(refused({"remove", "tunnel", "1"}), "several tunnels are called 1; name one by PROFILE/NUMBER");
+    expect_done({"remove", "tunnel", "2/1"});
+    EXPECT_EQ(the_switch().links.size(), 1U);
+    EXPECT_EQ(the_switch().ports.count(5), 0U);
+}
+
+TEST_F(LiveSwitch, RemoveTakesARowWithAllBehindIt) {
+    load("connection = {}\nerrors = {timestamp_expiries = {rate = 1}}\n");
+    ASSERT_EQ(the_switch().rates.size(), 1U);
+    expect_done({"remove", "tunnel", "1"});
+    EXPECT_TRUE(the_switch().links.empty() && the_switch().connections.empty());
+    EXPECT_TRUE(the_switch().link_errors.empty() && the_switch().rates.empty());
+    EXPECT_EQ(the_switch().ports.count(fcip1), 0U);
+    EXPECT_EQ(the_switch().ports.size(), 1U);
+    expect_done({"remove", "ethernet", "1/1"});
+    expect_done({"remove", "profile", "1"});
+    expect_done({"remove", "vsan", "1"});
+    EXPECT_TRUE(the_switch().ports.empty() && the_switch().profiles.empty() && the_switch().vsans.empty());
+}
+
+TEST_F(LiveSwitch, SaveKeepsValuesRatesClockAndEventsToCome) {
+    load("errors = {timestamp_expiries = {value = 4, rate = 10, period = 0.5, jitter = 3}}\n"
+         "[clock]\nseed = 9\n[[event]]\nat = 1\nfor = 5\ndo = \"set tunnel 1 status down\"\n"
+         "[[event]]\nat = 99.5\nfor = 1\ndo = \"remove tunnel 1\"\n");
+    switchsim::step(2000);
+    const std::string saved = switchsim::command({"save"}).text;
+    ASSERT_EQ(switchsim::load_text(saved, "saved"), "") << saved;
+    EXPECT_EQ(switchsim::command({"save"}).text, saved);
+    EXPECT_EQ(the_switch().now, 2000U);
+    EXPECT_EQ(the_switch().seed, 9U);
+    EXPECT_EQ(the_switch().rates.size(), 1U);
+    EXPECT_EQ(the_switch().events.size(), 2U);
+    EXPECT_EQ(status(), 2U);
+    switchsim::step(4000);
+    EXPECT_EQ(status(), 1U);
+    EXPECT_GE(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 72), 64U);
+}
+
+TEST_F(LiveSwitch, NamesThatCallersHoldOutliveCommands) {
+    load("");
+    const char* name = getCSName();
+    expect_done({"set", "tunnel", "1", "cost", "1"});
+    EXPECT_EQ(getCSName(), name);
+}

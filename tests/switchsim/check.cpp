@@ -1,0 +1,61 @@
+// switchsim check: all that is wrong with scenario files.
+#include "switchsim/program.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace {
+
+class SwitchsimCheck : public testing::Test {
+  protected:
+    int run(const std::vector<std::string>& arguments) {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const int result = switchsim_program::run(arguments);
+        out_ = testing::internal::GetCapturedStdout();
+        err_ = testing::internal::GetCapturedStderr();
+        return result;
+    }
+
+    static std::string file(const std::string& name, const std::string& text) {
+        const std::string path = testing::TempDir() + name;
+        std::ofstream(path) << text;
+        return path;
+    }
+
+    static std::string shipped(const std::string& name) { return FCIP_SOURCE_DIR "/scenarios/" + name; }
+
+    std::string out_;
+    std::string err_;
+};
+
+TEST_F(SwitchsimCheck, GoodFilesAreExit0WithoutAWord) {
+    EXPECT_EQ(run({"check", shipped("two-site.toml"), shipped("single-tunnel.toml")}), 0);
+    EXPECT_EQ(out_ + err_, "");
+}
+
+TEST_F(SwitchsimCheck, EveryErrorOfEveryFileIsALineAndExit1) {
+    const std::string one = file("one.toml", "[switch]\nname = 1\nslots = 2\n");
+    const std::string other = file("other.toml", "[switch]\nnam = \"a\"\n");
+    EXPECT_EQ(run({"check", one, shipped("two-site.toml"), "/nowhere/x.toml", other}), 1);
+    EXPECT_EQ(err_, one + ":2:8: switch.name: expected a text\n" + one +
+                        ":3:9: switch.slots: expected an array of different integers from 0 to 255\n" +
+                        "/nowhere/x.toml: cannot read: No such file or directory\n" + other +
+                        ":2:1: switch.nam: unknown key nam; did you mean name?\n" + other +
+                        ":2:1: switch.name: expected a text, but the key is missing\n");
+    EXPECT_EQ(out_, "");
+}
+
+TEST_F(SwitchsimCheck, WrongUsageIsExit2AndHelpIsExit0) {
+    for (const std::vector<std::string>& wrong :
+         std::vector<std::vector<std::string>>{{}, {"check"}, {"chek", "file"}, {"--help", "check"}}) {
+        EXPECT_EQ(run(wrong), 2);
+        EXPECT_TRUE(err_.starts_with("usage: switchsim check FILE...\n")) << err_;
+        EXPECT_EQ(out_, "");
+    }
+    EXPECT_EQ(run({"--help"}), 0);
+    EXPECT_TRUE(out_.starts_with("usage: switchsim check FILE...\n")) << out_;
+}
+
+} // namespace

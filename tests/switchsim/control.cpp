@@ -1,0 +1,153 @@
+// The program and the control socket together: commands from outside while the switch runs.
+#include "platform/services.h"
+#include "simulator/switchsim.h"
+#include "switchsim/control_client.h"
+#include "switchsim/program.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using switchsim::the_switch;
+
+class SwitchsimControl : public testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        socket_ = testing::TempDir() + "switchsim-" + std::to_string(getpid());
+        setenv("SWITCHSIM_CONTROL", socket_.c_str(), 1);
+        setenv("SWITCHSIM_CLOCK", "manual", 1);
+    }
+
+    void SetUp() override {
+        switchsim::reset();
+        ASSERT_EQ(switchsim::load(FCIP_SOURCE_DIR "/scenarios/single-tunnel.toml"), "");
+    }
+
+    void TearDown() override { EXPECT_EQ(switchsim::complaints(), std::vector<std::string>{}); }
+
+    int run(const std::vector<std::string>& arguments) {
+        testing::internal::CaptureStdout();
+        testing::internal::CaptureStderr();
+        const int result = switchsim_program::run(arguments);
+        out_ = testing::internal::GetCapturedStdout();
+        err_ = testing::internal::GetCapturedStderr();
+        return result;
+    }
+
+    void expect_done(const std::vector<std::string>& arguments) {
+        EXPECT_EQ(run(arguments), 0) << arguments[0];
+        EXPECT_EQ(err_, "");
+    }
+
+    static std::uint32_t status() { return the_switch().links.begin()->second.status; }
+
+    static std::string socket_;
+    std::string out_;
+    std::string err_;
+};
+
+std::string SwitchsimControl::socket_;
+
+TEST_F(SwitchsimControl, SocketIsItsOwnersAlone) {
+    struct stat status {};
+    ASSERT_EQ(stat(socket_.c_str(), &status), 0);
+    EXPECT_TRUE(S_ISSOCK(status.st_mode));
+    EXPECT_EQ(status.st_mode & 07777U, 0600U);
+}
+
+TEST_F(SwitchsimControl, SetChangesARowAndShowShowsIt) {
+    expect_done({"set", "tunnel", "1", "status", "down"});
+    EXPECT_EQ(status(), 2U);
+    expect_done({"set", "tunnel", "1/1", "remote_address", "2001:db8::5"});
+    EXPECT_EQ(the_switch().links.begin()->second.remote_address.family, ip_family_ipv6);
+    expect_done({"show"});
+    EXPECT_NE(out_.find("\ntunnel 1/1 status 2\n"), std::string::npos) << out_;
+}
+
+TEST_F(SwitchsimControl, BadCommandsAreOneLineAndExit1) {
+    const std::string before = switchsim::command({"save"}).text;
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{"set"},
+                                               {"set", "tunnel", "9", "status", "1"},
+                                               {"set", "tunnel", "1", "colour", "1"},
+                                               {"set", "tunnel", "1", "status", "-1"},
+                                               {"add", "/nowhere"},
+                                               {"remove", "tunnel"},
+                                               {"show", "all"},
+                                               {"fault", "nothing"},
+                                               {"delay", "getCSName", "x"},
+                                               {"step", "-1"},
+                                               {"clear", "it"},
+                                               {"save", "/nowhere/file"},
+                                               {"remove", "card", "9"},
+                                               {"add", "card", "1"}}) {
+        EXPECT_EQ(run(words), 1) << words[0];
+        EXPECT_TRUE(err_.starts_with("switchsim: ")) << err_;
+        EXPECT_EQ(std::count(err_.begin(), err_.end(), '\n'), 1) << err_;
+        EXPECT_EQ(out_, "");
+    }
+    EXPECT_EQ(switchsim::command({"save"}).text, before);
+}
+
+TEST_F(SwitchsimControl, AddReadsAFileAndSaveWritesOne) {
+    const std::string rows = testing::TempDir() + "rows.toml";
+    std::ofstream(rows) << "[[tunnel]]\nprofile = 1\nindex = 6\nremote_address = \"10.0.0.7\"\n";
+    expect_done({"add", rows});
+    EXPECT_EQ(the_switch().links.size(), 2U);
+    const std::string saved = testing::TempDir() + "saved.toml";
+    expect_done({"save", saved});
+    ASSERT_EQ(switchsim::load(saved), "");
+    EXPECT_EQ(the_switch().links.size(), 2U);
+    EXPECT_EQ(the_switch().links.count({1, 6}), 1U);
+}
+
+TEST_F(SwitchsimControl, FaultsAndDelaysUntilTheyAreCleared) {
+    expect_done({"fault", "getCSName", "every", "fail"});
+    expect_done({"delay", "getCSName", "30"});
+    mutex_lock();
+    const auto began = std::chrono::steady_clock::now();
+    EXPECT_EQ(getCSName(), nullptr);
+    EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(30));
+    mutex_unlock();
+    expect_done({"show"});
+    EXPECT_NE(out_.find("fault getCSName every\ndelay getCSName 30\n"), std::string::npos) << out_;
+    expect_done({"clear"});
+    mutex_lock();
+    EXPECT_STREQ(getCSName(), "edge-sw1");
+    mutex_unlock();
+}
+
+TEST_F(SwitchsimControl, WaitsUntilTheRequestAtHandIsOver) {
+    mutex_lock();
+    std::atomic<bool> done = false;
+    std::thread client([&] {
+        EXPECT_TRUE(switchsim_program::ask(socket_, {"set", "tunnel", "1", "status", "3"}).good);
+        done = true;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_FALSE(done);
+    EXPECT_EQ(status(), 1U);
+    mutex_unlock();
+    client.join();
+    EXPECT_EQ(status(), 3U);
+}
+
+TEST_F(SwitchsimControl, NoSocketIsOneLineAndExit1) {
+    setenv("SWITCHSIM_CONTROL", "/nowhere/socket", 1);
+    EXPECT_EQ(run({"show"}), 1);
+    EXPECT_EQ(err_, "switchsim: /nowhere/socket: No such file or directory\n");
+    unsetenv("SWITCHSIM_CONTROL");
+    EXPECT_EQ(run({"show"}), 1);
+    EXPECT_EQ(err_, "switchsim: SWITCHSIM_CONTROL names no control socket\n");
+    setenv("SWITCHSIM_CONTROL", socket_.c_str(), 1);
+}
+
+} // namespace
