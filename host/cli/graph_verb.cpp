@@ -55,46 +55,54 @@ std::string shown(const Graph& graph, const mof::Schema& schema, GraphFormat for
     return text_of(graph, schema);
 }
 
+int print_graph(const Options& options, const Streams& streams, const mof::Schema& schema, const GraphWalk& walk,
+                const AnswerCheck& check) {
+    if (print(streams, shown(walk.graph(), schema, options.graph_format)) != exit_ok)
+        return exit_output;
+    tell(walk.notes(), options.limit, streams.err);
+    check.tell(streams.err);
+    if (walk.notes().errors > 0)
+        return exit_cim_error;
+    return check.found() ? exit_findings : exit_ok;
+}
+
+/// Asks a provider for whole answers, which are checked.
+GraphWalk::Ask ask_by(Session& session, AnswerCheck& check, Progress& progress) {
+    return [&session, &check, &progress](const Request& request) {
+        progress.tell(call_text(request));
+        std::vector<Object> objects;
+        Answer answer = session.ask(request, [&](Object object, bool is_instance) {
+            check.add(request, object, is_instance);
+            objects.push_back(std::move(object));
+        });
+        check.add(request, answer);
+        answer.objects = std::move(objects);
+        return answer;
+    };
+}
+
 } // namespace
 
 int show_graph(const Options& options, const Streams& streams) {
-    std::optional<mof::Schema> schema;
-    std::optional<AnswerCheck> check;
-    std::optional<GraphWalk> walk;
     Progress progress(streams.err);
     try {
-        schema = load_schema(options);
-        check_start(*schema, options.start);
-        check.emplace(options);
+        const mof::Schema schema = load_schema(options);
+        check_start(schema, options.start);
+        AnswerCheck check(options);
         Session session(options, streams);
-        const auto ask = [&](const Request& request) {
-            progress.tell(call_text(request));
-            std::vector<Object> objects;
-            Answer answer = session.ask(request, [&](Object object, bool is_instance) {
-                check->add(request, object, is_instance);
-                objects.push_back(std::move(object));
-            });
-            answer.objects = std::move(objects);
-            return answer;
-        };
-        walk.emplace(*schema, ask, options.name_space, options.limit);
-        options.start ? walk->start_at(*options.start) : walk->start_everywhere();
-        walk->run();
+        GraphWalk walk(schema, ask_by(session, check, progress), options.name_space, options.limit);
+        options.start ? walk.start_at(*options.start) : walk.start_everywhere();
+        walk.run();
         session.close();
+        progress.end();
+        return print_graph(options, streams, schema, walk, check);
     } catch (const ProviderFailed& failure) {
+        progress.end();
         std::fprintf(streams.err, "cmpihost: %s\n", failure.what());
         return exit_provider;
     } catch (const std::runtime_error& error) {
         return refuse(streams, error.what());
     }
-    progress.end();
-    if (print(streams, shown(walk->graph(), *schema, options.graph_format)) != exit_ok)
-        return exit_output;
-    tell(walk->notes(), options.limit, streams.err);
-    check->tell(streams.err);
-    if (walk->notes().errors > 0)
-        return exit_cim_error;
-    return check->found() ? exit_findings : exit_ok;
 }
 
 } // namespace cmpihost

@@ -79,6 +79,28 @@ TEST_F(CommandLines, AFailureOutsideOfACallIsToldToo) {
     EXPECT_EQ(cleanup.err, "cmpihost: the provider called exit(7) while it cleaned up\n");
 }
 
+TEST_F(CommandLines, AnExceptionIsToldAndNothingElse) {
+    const auto error_of = [](const char* class_name, const char* fork) {
+        std::vector<std::string> arguments{"--provider", throwing_provider, "--name", "Throw", "ein", class_name};
+        if (*fork != '\0')
+            arguments.emplace_back(fork);
+        const Outcome outcome = cmpihost_with(arguments);
+        EXPECT_EQ(outcome.exit_code, 5);
+        return outcome.err;
+    };
+    const std::string call = " in enumerateInstanceNames of root/cimv2:Throw_";
+    for (const char* fork : {"", "--no-fork"}) {
+        EXPECT_EQ(error_of("Throw_Exception", fork),
+                  "cmpihost: the provider threw an exception (no memory\\nfor this)" + call + "Exception\n");
+        EXPECT_EQ(error_of("Throw_Number", fork),
+                  "cmpihost: the provider threw an object that is no exception" + call + "Number\n");
+    }
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(error_of("Throw_Noexcept", ""),
+              "cmpihost: the provider died of signal 6 (SIGABRT)" + call + "Noexcept\n");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "the language's own words of it";
+}
+
 TEST_F(CommandLines, AProviderInTimeIsNotDisturbed) {
     const Outcome outcome = ask_bad({"--timeout", "20", "--max-objects", "1", "ein", "Bad_Sleep50"});
     EXPECT_EQ(outcome.exit_code, 0);

@@ -42,6 +42,7 @@ inline const std::string good_provider = TEST_PROVIDERS "/host_good_provider.so"
 inline const std::string odd_provider = TEST_PROVIDERS "/host_odd_provider.so";
 inline const std::string bad_provider = TEST_PROVIDERS "/host_bad_provider.so";
 inline const std::string fault_provider = TEST_PROVIDERS "/host_fault_provider.so";
+inline const std::string throwing_provider = TEST_PROVIDERS "/host_throwing_provider.so";
 inline const std::string graph_provider = TEST_PROVIDERS "/host_graph_provider.so";
 
 /// Without a scenario from the environment.
