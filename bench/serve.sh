@@ -81,12 +81,12 @@ measure() {
 first_name() {
     body EnumerateInstanceNames "$class_parameter" >"$work/body"
     ask "$url" EnumerateInstanceNames "$work/names"
-    sed 's/<INSTANCENAME/\n&/g' "$work/names" | sed -n '2s/<\/INSTANCENAME>.*/<\/INSTANCENAME>/p'
+    sed 's/<INSTANCENAME/\n&/g' "$work/names" | grep -m 1 '^<INSTANCENAME' | sed 's|</INSTANCENAME>.*|</INSTANCENAME>|'
 }
 
 echo 'tunnels  operation                    reply      cmpihost  bare server  ratio'
 for tunnels in 1 100 1000 10000; do
-    printf "[switch]\nname = \"bench\"\n[generate]\ntunnels = %d\n' "$tunnels" >"$work/scenario.toml"
+    printf '[switch]\nname = "bench"\n[generate]\ntunnels = %d\n' "$tunnels" >"$work/scenario.toml"
     : >"$work/server"
     "$build/bin/cmpihost" serve --listen 127.0.0.1:0 --scenario "$work/scenario.toml" --quiet >"$work/server" &
     server=$!
