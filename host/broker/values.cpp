@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <type_traits>
 
 namespace cmpihost {
@@ -223,6 +224,37 @@ bool give_simple(const HeldValue& value, CMPIType type, CMPIValue& out, CMPIStat
     }
 }
 
+/// How many bytes of a CMPIValue a value of this type takes.
+std::size_t size_of(CMPIType type) {
+    switch (type) {
+    case CMPI_boolean:
+    case CMPI_uint8:
+    case CMPI_sint8:
+        return 1;
+    case CMPI_char16:
+    case CMPI_uint16:
+    case CMPI_sint16:
+        return 2;
+    case CMPI_uint32:
+    case CMPI_sint32:
+    case CMPI_real32:
+        return 4;
+    case CMPI_uint64:
+    case CMPI_sint64:
+    case CMPI_real64:
+        return 8;
+    default:
+        return sizeof(void*);
+    }
+}
+
+/// The value that a provider points to. It may be a variable of the type alone, and lie anywhere.
+CMPIValue value_at(const CMPIValue* value, CMPIType type) {
+    CMPIValue copied{};
+    std::memcpy(&copied, static_cast<const void*>(value), size_of(type));
+    return copied;
+}
+
 } // namespace
 
 std::string_view type_text(CMPIType type) {
@@ -252,12 +284,12 @@ CMPIrc read_value(Store& store, const CMPIValue* value, CMPIType type, HeldValue
     if (value == nullptr || (type & CMPI_ARRAY) != 0) {
         if (type_text(type).empty())
             return CMPI_RC_ERR_INVALID_DATA_TYPE;
-        return value == nullptr ? CMPI_RC_OK : read_array(store, value->array, without_array(type), out);
+        return value == nullptr ? CMPI_RC_OK : read_array(store, value_at(value, type).array, without_array(type), out);
     }
     if (type == CMPI_null)
         return CMPI_RC_OK;
     if (type != CMPI_chars)
-        return read_simple(store, *value, type, out);
+        return read_simple(store, value_at(value, type), type, out);
     out.data = store.arena.copy(reinterpret_cast<const char*>(value));
     return CMPI_RC_OK;
 }
