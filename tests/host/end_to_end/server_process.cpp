@@ -29,8 +29,10 @@ pid_t start(const std::vector<std::string>& arguments, int out, int err) {
         return child;
     dup2(out, STDOUT_FILENO);
     dup2(err, STDERR_FILENO);
-    for (const char* name : {"ASAN_OPTIONS", "TSAN_OPTIONS"}) // a signal ends the process as it does without sanitizers
-        setenv(name, "handle_segv=0:handle_abort=0:handle_sigill=0:handle_sigbus=0:handle_sigfpe=0", 1);
+    // With a sanitizer, too, signals and exit() are to end the process at once.
+    const std::string signals = "handle_segv=0:handle_abort=0:handle_sigill=0:handle_sigbus=0:handle_sigfpe=0";
+    setenv("ASAN_OPTIONS", signals.c_str(), 1);
+    setenv("TSAN_OPTIONS", (signals + ":atexit_sleep_ms=0").c_str(), 1);
     execvp(words[0], words.data());
     _exit(127);
 }
