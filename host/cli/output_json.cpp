@@ -56,7 +56,7 @@ std::string indented(const Json& json, int depth) {
     for (const char c : text) { // a newline in a text is escaped
         out += c;
         if (c == '\n')
-            out.append(static_cast<std::size_t>(2 * depth), ' ');
+            out.append(2 * static_cast<std::size_t>(depth), ' ');
     }
     return out;
 }

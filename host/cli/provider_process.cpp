@@ -48,11 +48,12 @@ std::optional<std::string> next_message(std::string& received, std::size_t& read
     const std::string_view rest = std::string_view(received).substr(read);
     if (rest.size() < sizeof(std::uint64_t))
         return std::nullopt;
-    const std::uint64_t size = WireReader(rest).number();
-    if (rest.size() - sizeof size < size)
+    const std::uint64_t announced = WireReader(rest).number();
+    if (rest.size() - sizeof announced < announced)
         return std::nullopt;
-    std::string message(rest.substr(sizeof size, size));
-    read += sizeof size + size;
+    const auto size = static_cast<std::size_t>(announced);
+    std::string message(rest.substr(sizeof announced, size));
+    read += sizeof announced + size;
     if (read == received.size()) {
         received.clear();
         read = 0;

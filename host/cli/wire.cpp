@@ -93,11 +93,12 @@ void WireWriter::answer(const Answer& answer) {
     number(answer.done);
 }
 
-std::string_view WireReader::take(std::size_t size) {
+std::string_view WireReader::take(std::uint64_t size) {
     if (size > rest_.size())
         throw std::runtime_error("a message ends too early");
-    const std::string_view taken = rest_.substr(0, size);
-    rest_.remove_prefix(size);
+    const auto room = static_cast<std::size_t>(size);
+    const std::string_view taken = rest_.substr(0, room);
+    rest_.remove_prefix(room);
     return taken;
 }
 

@@ -39,7 +39,7 @@ class WireReader {
     Answer answer();
 
   private:
-    std::string_view take(std::size_t size);
+    std::string_view take(std::uint64_t size);
     std::optional<std::string> optional();
     std::vector<Property> properties();
     Value value();

@@ -67,7 +67,7 @@ bool is_usable_hash(std::string_view hash) {
         return false;
     const std::string_view rest = hash.substr(prefix_size);
     const std::size_t dollar = rest.find('$');
-    return dollar != std::string_view::npos && dollar <= longest_salt && is_text_of_digits(rest.substr(0, dollar)) &&
+    return dollar <= longest_salt && is_text_of_digits(rest.substr(0, dollar)) &&
            rest.size() - dollar - 1 == digest_size && is_text_of_digits(rest.substr(dollar + 1));
 }
 
