@@ -98,7 +98,8 @@ TEST_F(CommandLines, AnExceptionIsToldAndNothingElse) {
     testing::internal::CaptureStderr();
     EXPECT_EQ(error_of("Throw_Noexcept", ""),
               "cmpihost: the provider died of signal 6 (SIGABRT)" + call + "Noexcept\n");
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "") << "the language's own words of it";
+    const std::string other = testing::internal::GetCapturedStderr(); // an emulator tells of the signal, too
+    EXPECT_EQ(other.find("terminate called"), std::string::npos) << other;
 }
 
 TEST_F(CommandLines, AProviderInTimeIsNotDisturbed) {
