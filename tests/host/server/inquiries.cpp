@@ -5,7 +5,6 @@ namespace cmpihost::server {
 namespace {
 
 using cimxml::class_parameter;
-using cimxml::parameter;
 
 std::string boolean(const std::string& name, const std::string& value) {
     return text_parameter(name, value);
