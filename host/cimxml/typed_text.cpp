@@ -1,5 +1,6 @@
 #include "host/cimxml/typed_text.h"
 
+#include "host/cim/integer_type.h"
 #include "host/cim/names.h"
 #include "host/cimxml/characters.h"
 
@@ -76,23 +77,6 @@ std::optional<Value> parse_char16(std::string_view text) {
     for (std::size_t i = 1; i < length; ++i)
         code = code << 6 | (byte(i) & 0x3fU);
     return Value{code};
-}
-
-struct IntegerType {
-    std::string_view name;
-    bool with_sign;
-    unsigned bits;
-};
-
-constexpr std::array integer_types{IntegerType{"uint8", false, 8},   IntegerType{"uint16", false, 16},
-                                   IntegerType{"uint32", false, 32}, IntegerType{"uint64", false, 64},
-                                   IntegerType{"sint8", true, 8},    IntegerType{"sint16", true, 16},
-                                   IntegerType{"sint32", true, 32},  IntegerType{"sint64", true, 64}};
-
-const IntegerType* integer_type(std::string_view type) {
-    const auto* found = std::find_if(integer_types.begin(), integer_types.end(),
-                                     [type](const IntegerType& each) { return each.name == type; });
-    return found == integer_types.end() ? nullptr : found;
 }
 
 /// Shortest digits that read back as the same number, with the point that CIM-XML wants in a real.

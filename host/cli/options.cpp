@@ -1,6 +1,7 @@
 #include "host/cli/options.h"
 
 #include "host/cim/path_text.h"
+#include "host/cli/parse_end.h"
 #include "host/cli/programs.h"
 #include "host/cli/request_words.h"
 #include "host/cli/verbs.h"
@@ -10,7 +11,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
 #include <stdexcept>
 
 namespace cmpihost {
@@ -312,18 +312,12 @@ Options options_for(const Arguments& arguments) {
     return options;
 }
 
-CommandLine usage_error(const std::string& what) {
-    return {std::nullopt, exit_usage, {}, "cmpihost: " + what + "\nTry cmpihost --help.\n"};
+CommandLine ended(ParseEnd end) {
+    return {std::nullopt, end.exit_code, std::move(end.output), std::move(end.error)};
 }
 
-/// Help, version or a wrong option.
-CommandLine stopped(const CLI::App& app, const CLI::ParseError& error) {
-    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success))
-        return usage_error(error.what());
-    std::ostringstream output;
-    std::ostringstream unused;
-    app.exit(error, output, unused);
-    return {std::nullopt, exit_ok, output.str(), {}};
+CommandLine usage_error(const std::string& what) {
+    return ended(usage_end("cmpihost", what));
 }
 
 } // namespace
@@ -348,7 +342,7 @@ CommandLine read_command_line(const std::vector<std::string>& arguments) {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return {options_for(texts), exit_ok, {}, {}};
     } catch (const CLI::ParseError& error) {
-        return stopped(app, error);
+        return ended(parse_end(app, error, "cmpihost"));
     } catch (const UsageError& error) {
         return usage_error(error.what());
     } catch (const PathError& error) {

@@ -1,5 +1,6 @@
 #include "host/cli/passwd_verb.h"
 
+#include "host/cli/parse_end.h"
 #include "host/http/basic.h"
 #include "host/http/password_hash.h"
 #include "host/http/users.h"
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <sstream>
 #include <stdexcept>
 
 #include <termios.h>
@@ -81,10 +81,7 @@ void change(const std::string& file, const std::string& user, bool deleted, cons
 int stopped(const CLI::App& app, const CLI::ParseError& error, const Streams& streams) {
     if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success))
         return refuse(streams, std::string("passwd: ") + error.what());
-    std::ostringstream output;
-    std::ostringstream unused;
-    app.exit(error, output, unused);
-    return print(streams, output.str());
+    return print(streams, parse_end(app, error, "cmpihost passwd").output);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "host/cli/serve_options.h"
 
 #include "host/cli/options.h"
+#include "host/cli/parse_end.h"
 #include "host/cli/schema_files.h"
 #include "host/cli/serve_limits.h"
 #include "host/cli/streams.h"
@@ -9,7 +10,6 @@
 #include <CLI/CLI.hpp>
 
 #include <filesystem>
-#include <sstream>
 
 namespace cmpihost {
 
@@ -141,23 +141,16 @@ void set_providers(const Texts& texts, server::Settings& settings) {
         set_default_provider(settings);
 }
 
-ServeLine usage_error(const std::string& what) {
-    return {std::nullopt, exit_usage, {}, "cmpihost serve: " + what + "\nTry cmpihost serve --help.\n"};
-}
+constexpr const char* program = "cmpihost serve";
 
-ServeLine stopped(const CLI::App& app, const CLI::ParseError& error) {
-    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success))
-        return usage_error(error.what());
-    std::ostringstream output;
-    std::ostringstream unused;
-    app.exit(error, output, unused);
-    return {std::nullopt, exit_ok, output.str(), {}};
+ServeLine ended(ParseEnd end) {
+    return {std::nullopt, end.exit_code, std::move(end.output), std::move(end.error)};
 }
 
 } // namespace
 
 ServeLine read_serve_line(const std::vector<std::string>& arguments) {
-    CLI::App app("Serves the instances of CMPI providers to WBEM clients.", "cmpihost serve");
+    CLI::App app("Serves the instances of CMPI providers to WBEM clients.", program);
     Texts texts;
     ServeOptions options;
     describe_listener(app, texts, options);
@@ -170,9 +163,9 @@ ServeLine read_serve_line(const std::vector<std::string>& arguments) {
         set_schema(options.settings);
         set_providers(texts, options.settings);
     } catch (const CLI::ParseError& error) {
-        return stopped(app, error);
+        return ended(parse_end(app, error, program));
     } catch (const std::runtime_error& error) {
-        return usage_error(error.what());
+        return ended(usage_end(program, error.what()));
     }
     options.arguments = arguments;
     return {std::move(options), exit_ok, {}, {}};

@@ -1,23 +1,12 @@
 #include "host/mof/typed_value.h"
 
-#include <algorithm>
-#include <array>
+#include "host/cim/integer_type.h"
+
 #include <limits>
 
 namespace cmpihost::mof {
 
 namespace {
-
-struct IntegerType {
-    std::string_view name;
-    bool with_sign;
-    unsigned bits;
-};
-
-constexpr std::array integer_types{IntegerType{"uint8", false, 8},   IntegerType{"uint16", false, 16},
-                                   IntegerType{"uint32", false, 32}, IntegerType{"uint64", false, 64},
-                                   IntegerType{"sint8", true, 8},    IntegerType{"sint16", true, 16},
-                                   IntegerType{"sint32", true, 32},  IntegerType{"sint64", true, 64}};
 
 std::optional<Value> as_unsigned(const IntegerType& type, const Value& value) {
     const std::uint64_t highest = std::numeric_limits<std::uint64_t>::max() >> (64 - type.bits);
@@ -48,9 +37,7 @@ std::optional<Value> as_real(const Value& value) {
 std::optional<Value> single_value(std::string_view type, const Value& value) {
     if (std::holds_alternative<std::monostate>(value.data))
         return value;
-    const auto* integer = std::find_if(integer_types.begin(), integer_types.end(),
-                                       [type](const IntegerType& each) { return each.name == type; });
-    if (integer != integer_types.end())
+    if (const IntegerType* integer = integer_type(type))
         return integer->with_sign ? as_signed(*integer, value) : as_unsigned(*integer, value);
     if (type == "real32" || type == "real64")
         return as_real(value);
