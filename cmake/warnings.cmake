@@ -3,3 +3,7 @@ add_library(strict INTERFACE)
 target_compile_options(strict INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror
   $<$<CXX_COMPILER_ID:GNU>:-Wno-format-truncation> # texts are cut on purpose, to the lengths that clients know
   $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>) # no part of -Wconversion elsewhere
+# Compiled together, names of one file shadow those of another, and types in unnamed namespaces seem to be in a header.
+if(CMAKE_UNITY_BUILD)
+  target_compile_options(strict INTERFACE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()

@@ -28,7 +28,7 @@ std::size_t character_length(std::string_view text) {
 }
 
 /// A text as a TOML string. Bytes that are no UTF-8 become question marks, for TOML has no place for them.
-std::string quoted(std::string_view text) {
+std::string quote(std::string_view text) {
     std::string result = "\"";
     while (!text.empty()) {
         const std::size_t length = character_length(text);
@@ -58,7 +58,7 @@ std::string address_text(const ip_addr_value& address) {
 /// An integer; beyond what TOML's hold as a text.
 std::string number_text(std::uint64_t value) {
     const std::string digits = std::to_string(value);
-    return value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) ? quoted(digits) : digits;
+    return value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) ? quote(digits) : digits;
 }
 
 std::string seconds_text(std::uint64_t milliseconds) {
@@ -71,7 +71,7 @@ class Lines {
   public:
     void table(const std::string& header) { text_ += (text_.empty() ? "" : "\n") + header + "\n"; }
     void raw(std::string_view key, const std::string& value) { text_ += std::string(key) + " = " + value + "\n"; }
-    void text(std::string_view key, const std::string& value) { raw(key, quoted(value)); }
+    void text(std::string_view key, const std::string& value) { raw(key, quote(value)); }
 
     void text(std::string_view key, const std::string& value, const std::string& fallback) {
         if (value != fallback)
@@ -172,7 +172,7 @@ void write_vsans(Lines& lines, const Switch& contents) {
         lines.table("[[vsan]]");
         lines.number("id", id);
         lines.text("name", vsan.name, "VSAN" + std::to_string(id));
-        lines.raw("domain", vsan.domain ? quoted(*vsan.domain) : "false");
+        lines.raw("domain", vsan.domain ? quote(*vsan.domain) : "false");
     }
 }
 

@@ -125,6 +125,9 @@ void observe(Observer observer, void* closure);
 /// "ERR_NOT_SUPPORTED" without its prefix, "NOT_SUPPORTED", for 7; "OK" for 0; "UNKNOWN" outside the standard.
 std::string_view rc_name(int rc);
 
+/// Whether a return code says that the provider does not serve what it was asked for.
+bool is_not_served(int rc);
+
 /// "uint16", "string[]", "reference", ... of a CMPI type code; chars count as string.
 std::string type_name(CMPIType type);
 

@@ -1,4 +1,4 @@
-// The names of the standard's return codes.
+// The standard's return codes: their names, and what they mean.
 #include "host/broker/broker.h"
 
 #include <algorithm>
@@ -45,6 +45,10 @@ constexpr std::array names{
 std::string_view rc_name(int rc) {
     const auto* row = std::find_if(names.begin(), names.end(), [rc](const RcRow& r) { return r.rc == rc; });
     return row == names.end() ? "UNKNOWN" : row->name;
+}
+
+bool is_not_served(int rc) {
+    return rc == CMPI_RC_ERR_NOT_SUPPORTED || rc == CMPI_RC_ERR_INVALID_CLASS;
 }
 
 } // namespace cmpihost

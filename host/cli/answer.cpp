@@ -33,10 +33,6 @@ void print_status(const Answer& answer, const std::string& by, std::FILE* err) {
         std::fprintf(err, "note: %s\n", message.c_str());
 }
 
-bool is_not_served(int rc) {
-    return rc == CMPI_RC_ERR_NOT_SUPPORTED || rc == CMPI_RC_ERR_INVALID_CLASS;
-}
-
 // ----------------------------------------------------------------------------------------------------- many times
 
 /// Times of calls, for people.

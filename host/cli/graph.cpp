@@ -51,10 +51,6 @@ bool matches(const Object& instance, const Object& pattern) {
     return identity(same) == identity(pattern);
 }
 
-bool is_not_served(int rc) {
-    return rc == CMPI_RC_ERR_NOT_SUPPORTED || rc == CMPI_RC_ERR_INVALID_CLASS;
-}
-
 } // namespace
 
 GraphWalk::GraphWalk(const mof::Schema& schema, Ask ask, std::string name_space, std::size_t limit)

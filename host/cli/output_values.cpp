@@ -38,7 +38,7 @@ std::string escaped(char c) {
     }
 }
 
-std::string quoted(std::string_view text) {
+std::string quote(std::string_view text) {
     std::string out = "\"";
     for (const char c : text) {
         if (c == '"' || c == '\\')
@@ -76,11 +76,11 @@ struct ValueWriter {
     }
     std::string operator()(std::int64_t value) const { return std::to_string(value); }
     std::string operator()(double value) const { return real(value); }
-    std::string operator()(const std::string& value) const { return quoted(value); }
+    std::string operator()(const std::string& value) const { return quote(value); }
     std::string operator()(const Value::Reference& value) const {
         if (type.starts_with("instance"))
             return embedded(*value);
-        return mof ? quoted(path_text(*value)) : printable(path_text(*value));
+        return mof ? quote(path_text(*value)) : printable(path_text(*value));
     }
     std::string operator()(const Value::Array& values) const {
         std::string out = "{";
@@ -94,7 +94,7 @@ struct ValueWriter {
         std::string out = "instance of " + object.class_name + " {";
         for (const Property& property : object.properties)
             out += " " + property.name + " = " + (mof ? mof_value(property) : text_value(property)) + ";";
-        return mof ? quoted(out + " };") : out + " }";
+        return mof ? quote(out + " };") : out + " }";
     }
 };
 

@@ -19,7 +19,7 @@ constexpr milliseconds poll_time{100};
 constexpr milliseconds end_time{1'000};
 
 int open_log(const std::string& file) {
-    return open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0640);
+    return ::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0640);
 }
 
 int first_descriptor(const std::string& file) {

@@ -21,12 +21,12 @@ constexpr std::size_t prefix_size = 7;
 constexpr std::size_t digest_size = 43;
 constexpr std::size_t longest_salt = 86;
 
-bool is_digit(char c) {
+bool is_hash_digit(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '.' || c == '/';
 }
 
 bool is_text_of_digits(std::string_view text) {
-    return !text.empty() && std::ranges::all_of(text, is_digit);
+    return !text.empty() && std::ranges::all_of(text, is_hash_digit);
 }
 
 /// What the library works in: 32 KiB that hold traces of the password.

@@ -100,7 +100,7 @@ struct Row {
     Status (*answer)(const Work& work);
 };
 
-constexpr std::array rows{
+constexpr std::array class_rows{
     Row{"GetClass", get_class},
     Row{"EnumerateClasses", enumerate_classes},
     Row{"EnumerateClassNames", enumerate_class_names},
@@ -109,9 +109,9 @@ constexpr std::array rows{
 };
 
 const Row* find_row(std::string_view operation) {
-    const auto* row = std::find_if(rows.begin(), rows.end(),
+    const auto* row = std::find_if(class_rows.begin(), class_rows.end(),
                                    [operation](const Row& each) { return same_name(each.operation, operation); });
-    return row == rows.end() ? nullptr : row;
+    return row == class_rows.end() ? nullptr : row;
 }
 
 } // namespace

@@ -9,30 +9,28 @@ namespace cmpihost::server {
 
 namespace {
 
-using enum Request::Operation;
-
-constexpr std::array rows{
-    InquiryRow{"AssociatorNames", associator_names, Form::object_path, false},
-    InquiryRow{"Associators", associators, Form::object_with_path, false},
-    InquiryRow{"EnumerateInstanceNames", enumerate_instance_names, Form::instance_name, false},
-    InquiryRow{"EnumerateInstances", enumerate_instances, Form::named_instance, false},
-    InquiryRow{"GetInstance", get_instance, Form::instance, false},
-    InquiryRow{"OpenAssociatorInstancePaths", associator_names, Form::instance_path, true},
-    InquiryRow{"OpenAssociatorInstances", associators, Form::instance_with_path, true},
-    InquiryRow{"OpenEnumerateInstancePaths", enumerate_instance_names, Form::instance_path, true},
-    InquiryRow{"OpenEnumerateInstances", enumerate_instances, Form::instance_with_path, true},
-    InquiryRow{"OpenReferenceInstancePaths", reference_names, Form::instance_path, true},
-    InquiryRow{"OpenReferenceInstances", references, Form::instance_with_path, true},
-    InquiryRow{"ReferenceNames", reference_names, Form::object_path, false},
-    InquiryRow{"References", references, Form::object_with_path, false},
+constexpr std::array inquiry_rows{
+    InquiryRow{"AssociatorNames", Request::Operation::associator_names, Form::object_path, false},
+    InquiryRow{"Associators", Request::Operation::associators, Form::object_with_path, false},
+    InquiryRow{"EnumerateInstanceNames", Request::Operation::enumerate_instance_names, Form::instance_name, false},
+    InquiryRow{"EnumerateInstances", Request::Operation::enumerate_instances, Form::named_instance, false},
+    InquiryRow{"GetInstance", Request::Operation::get_instance, Form::instance, false},
+    InquiryRow{"OpenAssociatorInstancePaths", Request::Operation::associator_names, Form::instance_path, true},
+    InquiryRow{"OpenAssociatorInstances", Request::Operation::associators, Form::instance_with_path, true},
+    InquiryRow{"OpenEnumerateInstancePaths", Request::Operation::enumerate_instance_names, Form::instance_path, true},
+    InquiryRow{"OpenEnumerateInstances", Request::Operation::enumerate_instances, Form::instance_with_path, true},
+    InquiryRow{"OpenReferenceInstancePaths", Request::Operation::reference_names, Form::instance_path, true},
+    InquiryRow{"OpenReferenceInstances", Request::Operation::references, Form::instance_with_path, true},
+    InquiryRow{"ReferenceNames", Request::Operation::reference_names, Form::object_path, false},
+    InquiryRow{"References", Request::Operation::references, Form::object_with_path, false},
 };
 
 bool is_enumeration(Request::Operation operation) {
-    return operation == enumerate_instances || operation == enumerate_instance_names;
+    return operation == Request::Operation::enumerate_instances || operation == Request::Operation::enumerate_instance_names;
 }
 
 bool is_associators(Request::Operation operation) {
-    return operation == associators || operation == associator_names;
+    return operation == Request::Operation::associators || operation == Request::Operation::associator_names;
 }
 
 void add_keys(std::vector<std::string>& names, const mof::ClassDeclaration& declaration) {
@@ -102,9 +100,9 @@ void fill_association(Inquiry& inquiry, const cimxml::Call& call, const Namespac
 } // namespace
 
 const InquiryRow* find_inquiry(std::string_view operation) {
-    const auto* found = std::find_if(rows.begin(), rows.end(),
+    const auto* found = std::find_if(inquiry_rows.begin(), inquiry_rows.end(),
                                      [operation](const InquiryRow& row) { return same_name(row.name, operation); });
-    return found == rows.end() ? nullptr : found;
+    return found == inquiry_rows.end() ? nullptr : found;
 }
 
 std::vector<const ServedClass*> served_below(const Namespace& space, const mof::ClassDeclaration* ancestor,
@@ -130,7 +128,7 @@ const mof::ClassDeclaration& declared_class(const Namespace& space, std::string_
 
 Inquiry make_inquiry(const cimxml::Call& call, const InquiryRow& row, const Namespace& space) {
     const auto* properties = cimxml::argument<std::vector<std::string>>(call, "PropertyList");
-    if (row.operation == get_instance)
+    if (row.operation == Request::Operation::get_instance)
         return get_inquiry(*cimxml::argument<Object>(call, "InstanceName"), properties, space);
     Inquiry inquiry;
     inquiry.request.operation = row.operation;
@@ -147,7 +145,7 @@ Inquiry make_inquiry(const cimxml::Call& call, const InquiryRow& row, const Name
 
 Inquiry get_inquiry(const Object& path, const std::vector<std::string>* properties, const Namespace& space) {
     Inquiry inquiry;
-    inquiry.request.operation = get_instance;
+    inquiry.request.operation = Request::Operation::get_instance;
     inquiry.request.path = path;
     inquiry.request.path.name_space = space.name;
     inquiry.single = true;

@@ -162,7 +162,7 @@ struct InstanceRow {
     Operation operation;
 };
 
-constexpr std::array rows{
+constexpr std::array instance_rows{
     InstanceRow{"CreateInstance", create_instance}, InstanceRow{"DeleteInstance", delete_instance},
     InstanceRow{"ExecQuery", exec_query},           InstanceRow{"GetProperty", get_property},
     InstanceRow{"ModifyInstance", modify_instance},
@@ -171,9 +171,9 @@ constexpr std::array rows{
 } // namespace
 
 Operation find_instance_operation(std::string_view name) {
-    const auto* found =
-        std::find_if(rows.begin(), rows.end(), [name](const InstanceRow& row) { return same_name(row.name, name); });
-    return found == rows.end() ? nullptr : found->operation;
+    const auto* found = std::find_if(instance_rows.begin(), instance_rows.end(),
+                                     [name](const InstanceRow& row) { return same_name(row.name, name); });
+    return found == instance_rows.end() ? nullptr : found->operation;
 }
 
 } // namespace cmpihost::server

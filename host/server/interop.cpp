@@ -8,8 +8,6 @@ namespace cmpihost::server {
 
 namespace {
 
-using Operation = Request::Operation;
-
 bool is_same_path(const Object& path, const Object& other);
 
 bool is_same_value(const Value& value, const Value& other) {
@@ -50,9 +48,9 @@ bool is_wanted(const Request& request, const Property& property) {
 Object result(const Object& instance, const Request& request) {
     const std::string& name_space = request.path.name_space;
     Object object{instance.class_name, name_space, std::nullopt, placed(instance.keys, name_space), {}};
-    const Operation operation = request.operation;
-    if (operation == Operation::enumerate_instance_names || operation == Operation::associator_names ||
-        operation == Operation::reference_names)
+    const Request::Operation operation = request.operation;
+    if (operation == Request::Operation::enumerate_instance_names ||
+        operation == Request::Operation::associator_names || operation == Request::Operation::reference_names)
         return object;
     std::copy_if(instance.properties.begin(), instance.properties.end(), std::back_inserter(object.properties),
                  [&](const Property& property) { return is_wanted(request, property); });
@@ -151,16 +149,16 @@ Answer Interop::answer(const Request& request) const {
     if (schema_.find(request.path.class_name) == nullptr)
         return failure(CMPI_RC_ERR_INVALID_CLASS, "class " + request.path.class_name + " is not declared");
     switch (request.operation) {
-    case Operation::enumerate_instances:
-    case Operation::enumerate_instance_names:
+    case Request::Operation::enumerate_instances:
+    case Request::Operation::enumerate_instance_names:
         return enumerate(request);
-    case Operation::get_instance:
+    case Request::Operation::get_instance:
         return get(request);
-    case Operation::associators:
-    case Operation::associator_names:
+    case Request::Operation::associators:
+    case Request::Operation::associator_names:
         return associators(request);
-    case Operation::references:
-    case Operation::reference_names:
+    case Request::Operation::references:
+    case Request::Operation::reference_names:
         return references(request);
     default:
         return failure(CMPI_RC_ERR_NOT_SUPPORTED, "the interop namespace is read-only");

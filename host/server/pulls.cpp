@@ -77,7 +77,7 @@ struct PullRow {
     Operation operation;
 };
 
-constexpr std::array rows{
+constexpr std::array pull_rows{
     PullRow{"CloseEnumeration", close_enumeration},
     PullRow{"PullInstancePaths", pull_instance_paths},
     PullRow{"PullInstances", pull_instances},
@@ -109,7 +109,7 @@ Status answer_opening(Exchange& exchange, const InquiryRow& row) {
 }
 
 Operation find_pull_operation(std::string_view name) {
-    for (const PullRow& row : rows)
+    for (const PullRow& row : pull_rows)
         if (same_name(row.name, name))
             return row.operation;
     return nullptr;

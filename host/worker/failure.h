@@ -8,6 +8,9 @@ namespace cmpihost::worker {
 /// "EnumerateInstances of X"; "EnumerateInstances" without a class; "a request" if nothing is known of it.
 std::string request_name(const server::Subject* subject);
 
+/// The HTTP status of a request that no provider has seen.
+inline constexpr unsigned service_unavailable = 503;
+
 struct Failure {
     server::Outcome outcome;
     std::string body; ///< of the reply; empty if there is none

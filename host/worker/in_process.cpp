@@ -16,8 +16,6 @@ namespace cmpihost::worker {
 
 namespace {
 
-constexpr unsigned service_unavailable = 503;
-
 /// Collects a reply. How much it may take is the service's own limit.
 class CollectingSink : public server::ReplySink {
   public:

@@ -2,6 +2,7 @@
 
 #include "host/worker/crew.h"
 #include "host/worker/exchange.h"
+#include "host/worker/failure.h"
 #include "host/worker/records.h"
 
 #include <boost/asio/post.hpp>
@@ -16,7 +17,6 @@ namespace {
 using boost::system::error_code;
 using Clock = std::chrono::steady_clock;
 
-constexpr unsigned service_unavailable = 503; // for a request that no worker has seen
 constexpr unsigned too_large = 413;
 
 /// A request, until its worker has ended it.
