@@ -5,7 +5,7 @@
 //   discard         what was appended        endless      appends for ever
 //   sleep MS        waits                    hang         waits for ever
 //   crash           SIGSEGV                  exit STATUS  from within the answer
-//   await FILE      waits until there is such a file
+//   await FILE      waits until there is such a file      make FILE  makes it
 //   orphan FILE     forks a process that keeps the socket as long as there is such a file, then dies by SIGABRT
 //   garbage         writes to the socket what is no frame     shut   closes its half of the connection
 //   ignore          SIGABRT and SIGTERM from now on
@@ -13,7 +13,7 @@
 //   status CODE     is what it ends with, as HTTP
 //
 // usage: worker_double THREADS [GRACE | FILE FIRST LAST] | never
-//   GRACE is what run_worker() is given, in milliseconds
+//   GRACE is what run_worker() is given, in milliseconds; ten minutes, where it is not told
 //   FILE grows by a byte with each start; the starts from FIRST to LAST end with exit status 2 before they are ready
 #include "host/worker/worker_process.h"
 
@@ -118,6 +118,8 @@ void run(const std::string& command, const Question& question, ReplySink& sink, 
         sink.append(rest);
     else if (verb == "ignore")
         ignore_signals();
+    else if (verb == "make")
+        std::ofstream(rest) << '.';
     else if (verb == "discard")
         sink.discard();
     else if (verb == "big")
@@ -159,6 +161,6 @@ int main(int argc, char** argv) {
         hang();
     if (argc == 5 && !may_start(argv[2], std::stoul(argv[3]), std::stoul(argv[4])))
         return 2;
-    const std::chrono::milliseconds grace(argc == 3 ? std::stoi(argv[2]) : 200);
+    const std::chrono::milliseconds grace(argc == 3 ? std::stoi(argv[2]) : 600'000);
     return cmpihost::worker::run_worker(worker_socket, answer, static_cast<unsigned>(std::stoul(mode)), grace);
 }
