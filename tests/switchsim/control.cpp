@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -23,11 +24,15 @@ using switchsim::the_switch;
 class SwitchsimControl : public testing::Test {
   protected:
     static void SetUpTestSuite() {
-        socket_ = testing::TempDir() + "switchsim-" + std::to_string(getpid());
+        folder_ = testing::TempDir() + "switchsim-" + std::to_string(getpid());
+        std::filesystem::create_directories(folder_);
+        socket_ = folder_ + "/socket";
         setenv("SWITCHSIM_CONTROL", socket_.c_str(), 1);
         setenv("SWITCHSIM_CLOCK", "manual", 1);
         leave_a_socket_over();
     }
+
+    static void TearDownTestSuite() { std::filesystem::remove_all(folder_); }
 
     /// As a process does that was killed; the next one takes its place.
     static void leave_a_socket_over() {
@@ -62,11 +67,13 @@ class SwitchsimControl : public testing::Test {
 
     static std::uint32_t status() { return the_switch().links.begin()->second.status; }
 
+    static std::string folder_;
     static std::string socket_;
     std::string out_;
     std::string err_;
 };
 
+std::string SwitchsimControl::folder_;
 std::string SwitchsimControl::socket_;
 
 TEST_F(SwitchsimControl, SocketIsItsOwnersAlone) {
@@ -111,11 +118,11 @@ TEST_F(SwitchsimControl, BadCommandsAreOneLineAndExit1) {
 }
 
 TEST_F(SwitchsimControl, AddReadsAFileAndSaveWritesOne) {
-    const std::string rows = testing::TempDir() + "rows.toml";
+    const std::string rows = folder_ + "/rows.toml";
     std::ofstream(rows) << "[[tunnel]]\nprofile = 1\nindex = 6\nremote_address = \"10.0.0.7\"\n";
     expect_done({"add", rows});
     EXPECT_EQ(the_switch().links.size(), 2U);
-    const std::string saved = testing::TempDir() + "saved.toml";
+    const std::string saved = folder_ + "/saved.toml";
     expect_done({"save", saved});
     ASSERT_EQ(switchsim::load(saved), "");
     EXPECT_EQ(the_switch().links.size(), 2U);
@@ -139,7 +146,7 @@ TEST_F(SwitchsimControl, FaultsAndDelaysUntilTheyAreCleared) {
 }
 
 TEST_F(SwitchsimControl, ClockThatStandsStillIsStepped) {
-    const std::string file = testing::TempDir() + "event.toml";
+    const std::string file = folder_ + "/event.toml";
     std::ofstream(file) << "[switch]\nname = \"a\"\n[[event]]\nat = 0.03\ndo = \"remove card 1\"\n";
     ASSERT_EQ(switchsim::load(file), "");
     std::this_thread::sleep_for(std::chrono::milliseconds(60));
