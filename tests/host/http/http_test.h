@@ -254,12 +254,10 @@ class ListenerTest : public testing::Test {
     /// Does something on the thread of the event loop.
     template <class Do>
     void on_loop(Do action) {
-        std::promise<void> done;
-        boost::asio::post(context, [&] {
-            action();
-            done.set_value();
-        });
-        done.get_future().wait();
+        std::packaged_task<void()> task(std::ref(action));
+        auto done = task.get_future();
+        boost::asio::post(context, std::move(task));
+        done.wait();
     }
 
     void release() {
@@ -276,14 +274,17 @@ class ListenerTest : public testing::Test {
     template <class Do>
     void at_once(Do action) {
         std::promise<void> stands;
-        std::promise<void> done;
-        boost::asio::post(context, [&] {
+        std::promise<void> acted;
+        std::packaged_task<void()> stand([&stands, until = acted.get_future()] {
             stands.set_value();
-            done.get_future().wait();
+            until.wait();
         });
+        auto over = stand.get_future();
+        boost::asio::post(context, std::move(stand));
         stands.get_future().wait();
         action();
-        done.set_value();
+        acted.set_value();
+        over.wait(); // which looks at both
     }
 
     /// Sends bytes on a connection of their own, and answers the first reply.
