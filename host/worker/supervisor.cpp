@@ -206,9 +206,10 @@ void Supervisor::State::ended(const std::shared_ptr<Worker>& worker, const std::
 void Supervisor::State::take_back(Worker& worker) {
     auto unsent = worker.child->take_unsent();
     for (auto question = unsent.rbegin(); question != unsent.rend(); ++question) {
-        Request& request = requests_.at(question->request);
-        if (request.exchange.answered() || !crew_->at_work())
+        const auto found = requests_.find(question->request); // not there if it was answered unread
+        if (found == requests_.end() || found->second.exchange.answered() || !crew_->at_work())
             continue;
+        Request& request = found->second;
         request.worker = nullptr;
         request.frames = std::move(question->frames);
         waiting_.push_front(question->request);

@@ -106,6 +106,20 @@ TEST_F(SupervisorDeaths, WhatCannotBeSentIsForTheNextWorker) {
     EXPECT_EQ(answer("say from the next"), "from the next"); // the event loop does not know yet
 }
 
+TEST_F(SupervisorDeaths, AnswerToWhatWasNeverSentHarmsNobody) {
+    const FreshFile file;
+    options_.command = {TEST_WORKER, "forge", file.path};
+    ASSERT_EQ(start(), "");
+    const unsigned first = ask(std::string(std::size_t{4} << 20, 'q')); // more than the socket takes
+    const unsigned second = ask("say second");
+    file.make();
+    EXPECT_EQ(text(reply_to(second)), "");
+    const Reply& reply = reply_to(first);
+    EXPECT_EQ(reply.outcome.http_status, 500u);
+    EXPECT_EQ(reply.outcome.notes,
+              std::vector<std::string>{"the provider ended with exit status 3 while answering a request"});
+}
+
 TEST_F(SupervisorDeaths, ChildThatKeepsTheSocketIsNotWaitedFor) {
     const FreshFile file;
     file.make();
