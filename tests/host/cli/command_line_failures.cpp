@@ -46,18 +46,27 @@ TEST_F(CommandLines, AMisbehavingProviderIsToldInOneLine) {
     }
 }
 
-/// The time holds for loading, too, which a busy machine may not do in the first of these.
-TEST_F(CommandLines, AProviderThatGivesNoAnswerIsEnded) {
+/// What is told of a provider that has little time to answer. The time holds for loading, too, which a busy machine may
+/// not do in it: more is given then.
+std::string told_in_time(const std::string& class_name) {
     for (const std::string seconds : {"0.3", "3", "30"}) {
-        const Outcome outcome = ask_bad({"--timeout", seconds, "ei", "Bad_Loop"});
+        const Outcome outcome = ask_bad({"--timeout", seconds, "ei", class_name});
         EXPECT_EQ(outcome.exit_code, 5);
         EXPECT_EQ(outcome.out, "");
-        const std::string told = "cmpihost: the provider gave no answer for " + seconds + " seconds ";
-        if (outcome.err == told + "in enumerateInstances of root/cimv2:Bad_Loop\n")
-            return;
-        EXPECT_EQ(outcome.err, told + "while it was loaded\n");
+        std::string told = outcome.err;
+        if (const std::size_t at = told.find(seconds); at != std::string::npos)
+            told.replace(at, seconds.size(), "N");
+        if (told != "cmpihost: the provider gave no answer for N seconds while it was loaded\n")
+            return told;
     }
-    ADD_FAILURE() << "it was never asked";
+    return "it was never asked";
+}
+
+TEST_F(CommandLines, AProviderThatGivesNoAnswerIsEnded) {
+    EXPECT_EQ(told_in_time("Bad_Loop"),
+              "cmpihost: the provider gave no answer for N seconds in enumerateInstances of root/cimv2:Bad_Loop\n");
+    EXPECT_EQ(told_in_time("Bad_Closes"),
+              "cmpihost: the provider closed its connection in enumerateInstances of root/cimv2:Bad_Closes\n");
 }
 
 TEST_F(CommandLines, WhatWasAnsweredBeforeACrashIsShown) {
