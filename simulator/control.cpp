@@ -3,6 +3,7 @@
 #include "simulator/lock.h"
 #include "simulator/switchsim.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -23,6 +24,7 @@ namespace switchsim {
 namespace {
 
 constexpr int patience = 50;                     ///< milliseconds between two looks at whether it is over
+constexpr int longest_silence = 5000 / patience; ///< of a client, in such looks
 constexpr std::size_t longest_command = 1 << 26; ///< bytes
 
 void complain_about(const std::string& file, int error) {
@@ -98,8 +100,10 @@ class Control {
             if (poll(&waiting, 1, patience) <= 0)
                 continue;
             const int client = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
-            if (client < 0)
+            if (client < 0) { // there may be no descriptor left
+                std::this_thread::sleep_for(std::chrono::milliseconds(patience));
                 continue;
+            }
             answer(client);
             close(client);
         }
@@ -120,7 +124,6 @@ class Control {
 
     /// The words that a client sends; false for one that says nothing for seconds, or too much.
     bool receive(int client, std::vector<std::string>& words) const {
-        constexpr int longest_silence = 5000 / patience;
         std::string text;
         for (int silence = 0; silence < longest_silence && !ending_ && text.size() <= longest_command;) {
             pollfd waiting{client, POLLIN, 0};
@@ -155,12 +158,19 @@ class Control {
         return command(words);
     }
 
-    static void send_all(int client, std::string_view text) {
-        while (!text.empty()) {
-            const ssize_t sent = send(client, text.data(), text.size(), MSG_NOSIGNAL);
-            if (sent <= 0)
+    /// A client that takes nothing for seconds loses what is left: others wait for their turn.
+    void send_all(int client, std::string_view text) const {
+        for (int silence = 0; silence < longest_silence && !ending_ && !text.empty();) {
+            pollfd waiting{client, POLLOUT, 0};
+            if (poll(&waiting, 1, patience) <= 0) {
+                ++silence;
+                continue;
+            }
+            const ssize_t sent = send(client, text.data(), text.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+            if (sent < 0 && errno != EAGAIN)
                 return;
-            text.remove_prefix(static_cast<std::size_t>(sent));
+            text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(sent, 0)));
+            silence = 0;
         }
     }
 

@@ -62,6 +62,7 @@ struct Refusal {
     Envelope envelope{};
     unsigned code = 0;
     std::string description{};
+    bool of_target = false; ///< what a method is called on cannot be read; of it the envelope has the class
 };
 
 } // namespace cmpihost::cimxml

@@ -177,10 +177,17 @@ void read_intrinsic(const XmlElement& element, const mof::Schema& schema, Call& 
 
 void read_target(const XmlElement& path, const mof::Schema& schema, Envelope& envelope) {
     envelope.name_space = read_namespace(path.children.front());
-    if (path.is("LOCALCLASSPATH"))
-        envelope.target = ClassName{*path.children.back().attribute("NAME")};
-    else
+    const XmlElement& name = path.children.back();
+    const bool is_class = path.is("LOCALCLASSPATH");
+    envelope.target = ClassName{*name.attribute(is_class ? "NAME" : "CLASSNAME")};
+    if (is_class)
+        return;
+    try {
         envelope.target = read_instance_path(path, schema);
+    } catch (Refusal& refusal) {
+        refusal.of_target = true;
+        throw;
+    }
 }
 
 void read_extrinsic(const XmlElement& element, const mof::Schema& schema, Call& call) {

@@ -2,6 +2,8 @@
 
 #include "host/cli/streams.h"
 
+#include <utility>
+
 namespace cmpihost {
 
 namespace {
@@ -11,13 +13,17 @@ constexpr const char* clear_line = "\r\033[K";
 
 } // namespace
 
-Progress::Progress(std::FILE* err)
-    : err_(err != nullptr && is_terminal(err) ? err : nullptr), next_(Clock::now() + std::chrono::seconds(1)) {}
+Progress::Progress(std::FILE* err, Clock clock)
+    : err_(err != nullptr && is_terminal(err) ? err : nullptr), clock_(std::move(clock)),
+      next_(clock_() + std::chrono::seconds(1)) {}
 
 void Progress::tell(const std::string& text) {
-    if (err_ == nullptr || Clock::now() < next_)
+    if (err_ == nullptr)
         return;
-    next_ = Clock::now() + std::chrono::milliseconds(200);
+    const auto now = clock_();
+    if (now < next_)
+        return;
+    next_ = now + std::chrono::milliseconds(200);
     shown_ = true;
     std::fprintf(err_, "%s%s", clear_line, text.substr(0, longest_line).c_str());
     std::fflush(err_);

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <functional>
 #include <string>
 
 namespace cmpihost {
@@ -10,8 +11,10 @@ namespace cmpihost {
 /// A line on a terminal that is written again and again, from a second after the beginning on; nothing elsewhere.
 class Progress {
   public:
+    using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
     /// @param err null: nobody wants to know
-    explicit Progress(std::FILE* err);
+    explicit Progress(std::FILE* err, Clock clock = std::chrono::steady_clock::now);
     ~Progress() { end(); }
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
@@ -22,10 +25,9 @@ class Progress {
     void end();
 
   private:
-    using Clock = std::chrono::steady_clock;
-
     std::FILE* err_; ///< null: no terminal
-    Clock::time_point next_;
+    Clock clock_;
+    std::chrono::steady_clock::time_point next_;
     bool shown_ = false;
 };
 

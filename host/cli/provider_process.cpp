@@ -4,12 +4,15 @@
 #include "host/cli/call_text.h"
 #include "host/cli/wire.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <thread>
 
 #include <poll.h>
 #include <sys/prctl.h>
@@ -23,6 +26,8 @@ namespace {
 
 /// What a message from the provider's process is. Its first byte; a text or a WireWriter's bytes follow.
 enum class Message : char { loaded, refused, object, answered, failed, closed };
+
+constexpr double longest_end = 10; // seconds from the end of the connection to that of the process
 
 // ------------------------------------------------------------------------------------------------- both processes
 
@@ -147,6 +152,20 @@ void take_signals_as_they_come() {
     _exit(0);
 }
 
+/// The status of a process that ends, which is reaped then; nothing if it has not ended in time.
+std::optional<int> status_of_end(pid_t process, double seconds) {
+    const auto limit = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    int status = 0;
+    for (;;) {
+        const pid_t ended = waitpid(process, &status, WNOHANG);
+        if (ended == process)
+            return status;
+        if ((ended < 0 && errno != EINTR) || std::chrono::steady_clock::now() > limit)
+            return std::nullopt;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
 std::string end_text(int status) {
     if (WIFSIGNALED(status)) {
         const char* name = sigabbrev_np(WTERMSIG(status));
@@ -221,13 +240,16 @@ void ProviderProcess::fail_by_time() {
     throw ProviderFailed("the provider gave no answer for " + seconds_text(timeout_) + " " + doing_);
 }
 
+/// Its end is what closes the connection, but for a provider that closes what is not its own.
 void ProviderProcess::fail_by_death() {
-    int status = 0;
-    while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
+    const auto status = status_of_end(process_, timeout_ > 0 ? std::min(timeout_, longest_end) : longest_end);
+    if (!status) {
+        end(SIGKILL);
+        throw ProviderFailed("the provider closed its connection " + doing_);
     }
     process_ = -1;
     end(0);
-    throw ProviderFailed("the provider " + end_text(status) + " " + doing_);
+    throw ProviderFailed("the provider " + end_text(*status) + " " + doing_);
 }
 
 std::string ProviderProcess::receive() {

@@ -105,11 +105,12 @@ void Log::run() {
 /// A pipe that is said to take bytes takes PIPE_BUF of them without blocking, and a terminal a line.
 bool Log::put(std::string_view text) {
     while (!text.empty()) {
-        if (gives_up())
-            return false;
+        const bool at_once = gives_up(); // or not at all
         pollfd ready{descriptor_, POLLOUT, 0};
-        const int count = poll(&ready, 1, static_cast<int>(poll_time.count()));
+        const int count = poll(&ready, 1, at_once ? 0 : static_cast<int>(poll_time.count()));
         if ((count < 0 && errno != EINTR) || (ready.revents & (POLLERR | POLLNVAL)) != 0)
+            return false;
+        if (count <= 0 && at_once)
             return false;
         if (count <= 0)
             continue;

@@ -19,7 +19,7 @@ class Log {
     /// @throws std::runtime_error "FILE: ...", one line: it cannot be opened
     explicit Log(const LogOptions& options);
 
-    /// Writes what waits, if that takes no longer than a second.
+    /// Writes what waits. After a second, only what is taken at once.
     ~Log();
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;

@@ -36,6 +36,7 @@ struct Reading {
     cimxml::Call call;
     Outcome outcome{}; ///< another HTTP status than 200: there is nothing else to answer
     Status status{};
+    bool headers_compare = true; ///< there is something that the headers can be compared with
 };
 
 Reading reading_of(std::variant<cimxml::Call, cimxml::Refusal> read) {
@@ -43,6 +44,7 @@ Reading reading_of(std::variant<cimxml::Call, cimxml::Refusal> read) {
         return {std::move(*call)};
     auto& refusal = std::get<cimxml::Refusal>(read);
     Reading reading{{std::move(refusal.envelope), {}, {}}, {refusal.http_status, std::move(refusal.cim_error)}};
+    reading.headers_compare = !refusal.of_target;
     if (refusal.http_status == 200)
         reading.status = {static_cast<CimCode>(refusal.code), std::move(refusal.description)};
     return reading;
@@ -106,7 +108,7 @@ Outcome Service::State::answer(const Question& question, ReplySink& sink) {
         return std::move(reading.outcome);
     const cimxml::Envelope& envelope = reading.call.envelope;
     sink.subject({envelope, class_of(reading.call)});
-    if (!cimxml::headers_match(question.cim_method, question.cim_object, envelope))
+    if (reading.headers_compare && !cimxml::headers_match(question.cim_method, question.cim_object, envelope))
         return {400, "header-mismatch"};
     ReplyBody body(sink, settings_.max_reply);
     Notes notes(said_);

@@ -79,8 +79,8 @@ bool Child::hand_over() {
 
 void Child::break_off(const std::string& fault) {
     fault_ = fault;
+    signal({SIGKILL}, {}); // before the socket's end tells it to end by itself
     close_socket();
-    signal({SIGKILL}, {});
 }
 
 /// Most often the process is ending, and its end tells why.

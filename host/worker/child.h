@@ -1,13 +1,13 @@
 // A worker process, as the front sees it.
 #pragma once
 
+#include "host/worker/clock.h"
 #include "host/worker/frames.h"
 #include "host/worker/spawn.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/local/stream_protocol.hpp>
 #include <boost/asio/posix/stream_descriptor.hpp>
-#include <boost/asio/steady_timer.hpp>
 
 #include <deque>
 #include <memory>
@@ -72,7 +72,7 @@ class Child : public std::enable_shared_from_this<Child> {
     FrameReader reader_{Sender::worker};
     boost::asio::local::stream_protocol::socket socket_;
     boost::asio::posix::stream_descriptor end_;
-    boost::asio::steady_timer timer_;
+    Timer timer_;
     std::deque<Outgoing> outgoing_;
     std::string fault_; ///< why the process was killed for what it did
     bool waits_to_write_ = false;

@@ -53,7 +53,7 @@ void Crew::tell_started(const std::string& error) {
 
 void Crew::start_worker() {
     const Process process = spawn(options_.command);
-    auto worker = std::make_shared<Worker>(Worker{.pid = process.pid, .start_limit = boost::asio::steady_timer(loop_)});
+    auto worker = std::make_shared<Worker>(Worker{.pid = process.pid, .start_limit = Timer(loop_)});
     const std::weak_ptr<Worker> known = worker;
     worker->child =
         std::make_shared<Child>(loop_, process,

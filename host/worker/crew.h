@@ -9,7 +9,7 @@ namespace cmpihost::worker {
 struct Worker {
     std::shared_ptr<Child> child{};
     pid_t pid = -1;
-    boost::asio::steady_timer start_limit;
+    Timer start_limit;
     bool ready = false;
     bool answered = false; ///< a request
     bool retired = false;  ///< gets no more requests
@@ -66,7 +66,7 @@ class Crew : public std::enable_shared_from_this<Crew> {
     boost::asio::io_context& loop_;
     const SupervisorOptions& options_;
     Events events_;
-    boost::asio::steady_timer start_timer_;
+    Timer start_timer_;
     std::chrono::milliseconds pause_;
     std::function<void(const std::string&)> started_{}; ///< until the first worker is ready
     std::vector<std::function<void()>> stopped_{};

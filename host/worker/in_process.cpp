@@ -50,6 +50,8 @@ Reply reply_to(const AnswerFunction& answer, const server::Question& question) {
         return sink.reply(answer(question, sink));
     } catch (const std::exception& error) {
         return sink.failed(std::string("the server failed: ") + error.what());
+    } catch (...) {
+        return sink.failed("the server failed: something else than an error was thrown");
     }
 }
 

@@ -15,7 +15,6 @@ namespace cmpihost::worker {
 namespace {
 
 using boost::system::error_code;
-using Clock = std::chrono::steady_clock;
 
 constexpr unsigned too_large = 413;
 
@@ -23,7 +22,7 @@ constexpr unsigned too_large = 413;
 struct Request {
     Exchange exchange;
     std::string frames; ///< until they are sent
-    boost::asio::steady_timer timer;
+    Timer timer;
     Clock::time_point asked;
     Clock::time_point sent{};
     std::shared_ptr<Worker> worker{}; ///< null while it waits
@@ -106,11 +105,11 @@ void Supervisor::State::add(const std::string& record, Done done) {
         ++last_number_;
     } while (last_number_ == 0 || requests_.contains(last_number_));
     const std::uint32_t number = last_number_;
-    Request& request = requests_
-                           .try_emplace(number, Request{Exchange(std::move(done), memory_, options_.max_reply),
-                                                        frames_of(FrameKind::question, number, record),
-                                                        boost::asio::steady_timer(loop_), Clock::now()})
-                           .first->second;
+    Request& request =
+        requests_
+            .try_emplace(number, Request{Exchange(std::move(done), memory_, options_.max_reply),
+                                         frames_of(FrameKind::question, number, record), Timer(loop_), Clock::now()})
+            .first->second;
     wait_until(request.asked + options_.timeout / 3, number, request, &State::warn);
     waiting_.push_back(number);
     send_waiting();
@@ -207,9 +206,10 @@ void Supervisor::State::ended(const std::shared_ptr<Worker>& worker, const std::
 void Supervisor::State::take_back(Worker& worker) {
     auto unsent = worker.child->take_unsent();
     for (auto question = unsent.rbegin(); question != unsent.rend(); ++question) {
-        Request& request = requests_.at(question->request);
-        if (request.exchange.answered() || !crew_->at_work())
+        const auto found = requests_.find(question->request); // not there if it was answered unread
+        if (found == requests_.end() || found->second.exchange.answered() || !crew_->at_work())
             continue;
+        Request& request = found->second;
         request.worker = nullptr;
         request.frames = std::move(question->frames);
         waiting_.push_front(question->request);

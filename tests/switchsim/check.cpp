@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
+
+#include <unistd.h>
 
 namespace {
 
@@ -18,14 +21,17 @@ class SwitchsimCheck : public testing::Test {
         return result;
     }
 
+    static void SetUpTestSuite() { std::filesystem::create_directories(folder); }
+    static void TearDownTestSuite() { std::filesystem::remove_all(folder); }
+
     static std::string file(const std::string& name, const std::string& text) {
-        const std::string path = testing::TempDir() + name;
-        std::ofstream(path) << text;
-        return path;
+        std::ofstream(folder + name) << text;
+        return folder + name;
     }
 
     static std::string shipped(const std::string& name) { return FCIP_SOURCE_DIR "/scenarios/" + name; }
 
+    inline static const std::string folder = testing::TempDir() + "switchsim-check-" + std::to_string(getpid()) + "/";
     std::string out_;
     std::string err_;
 };

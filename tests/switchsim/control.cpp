@@ -6,11 +6,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <thread>
 
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -23,20 +28,37 @@ using switchsim::the_switch;
 class SwitchsimControl : public testing::Test {
   protected:
     static void SetUpTestSuite() {
-        socket_ = testing::TempDir() + "switchsim-" + std::to_string(getpid());
+        folder_ = testing::TempDir() + "switchsim-" + std::to_string(getpid());
+        std::filesystem::create_directories(folder_);
+        socket_ = folder_ + "/socket";
         setenv("SWITCHSIM_CONTROL", socket_.c_str(), 1);
         setenv("SWITCHSIM_CLOCK", "manual", 1);
         leave_a_socket_over();
     }
 
+    static void TearDownTestSuite() { std::filesystem::remove_all(folder_); }
+
     /// As a process does that was killed; the next one takes its place.
     static void leave_a_socket_over() {
-        sockaddr_un address{};
-        address.sun_family = AF_UNIX;
-        socket_.copy(address.sun_path, sizeof address.sun_path - 1);
+        const sockaddr_un address = socket_address();
         const int left = socket(AF_UNIX, SOCK_STREAM, 0);
         ASSERT_EQ(bind(left, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
         close(left);
+    }
+
+    static sockaddr_un socket_address() {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        socket_.copy(address.sun_path, sizeof address.sun_path - 1);
+        return address;
+    }
+
+    /// Sends a command, and reads nothing.
+    static void send_command(int client, const std::string& word) {
+        const sockaddr_un address = socket_address();
+        ASSERT_EQ(connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        ASSERT_EQ(send(client, word.c_str(), word.size() + 1, 0), static_cast<ssize_t>(word.size() + 1));
+        shutdown(client, SHUT_WR);
     }
 
     void SetUp() override {
@@ -62,11 +84,13 @@ class SwitchsimControl : public testing::Test {
 
     static std::uint32_t status() { return the_switch().links.begin()->second.status; }
 
+    static std::string folder_;
     static std::string socket_;
     std::string out_;
     std::string err_;
 };
 
+std::string SwitchsimControl::folder_;
 std::string SwitchsimControl::socket_;
 
 TEST_F(SwitchsimControl, SocketIsItsOwnersAlone) {
@@ -111,11 +135,11 @@ TEST_F(SwitchsimControl, BadCommandsAreOneLineAndExit1) {
 }
 
 TEST_F(SwitchsimControl, AddReadsAFileAndSaveWritesOne) {
-    const std::string rows = testing::TempDir() + "rows.toml";
+    const std::string rows = folder_ + "/rows.toml";
     std::ofstream(rows) << "[[tunnel]]\nprofile = 1\nindex = 6\nremote_address = \"10.0.0.7\"\n";
     expect_done({"add", rows});
     EXPECT_EQ(the_switch().links.size(), 2U);
-    const std::string saved = testing::TempDir() + "saved.toml";
+    const std::string saved = folder_ + "/saved.toml";
     expect_done({"save", saved});
     ASSERT_EQ(switchsim::load(saved), "");
     EXPECT_EQ(the_switch().links.size(), 2U);
@@ -139,7 +163,7 @@ TEST_F(SwitchsimControl, FaultsAndDelaysUntilTheyAreCleared) {
 }
 
 TEST_F(SwitchsimControl, ClockThatStandsStillIsStepped) {
-    const std::string file = testing::TempDir() + "event.toml";
+    const std::string file = folder_ + "/event.toml";
     std::ofstream(file) << "[switch]\nname = \"a\"\n[[event]]\nat = 0.03\ndo = \"remove card 1\"\n";
     ASSERT_EQ(switchsim::load(file), "");
     std::this_thread::sleep_for(std::chrono::milliseconds(60));
@@ -164,6 +188,41 @@ TEST_F(SwitchsimControl, WaitsUntilTheRequestAtHandIsOver) {
     mutex_unlock();
     client.join();
     EXPECT_EQ(status(), 3U);
+}
+
+TEST_F(SwitchsimControl, ClientThatTakesNoAnswerHoldsNobodyUp) {
+    const std::string file = folder_ + "/large.toml";
+    std::ofstream(file) << "[switch]\nname = \"a\"\n[generate]\ntunnels = 1000\nprofiles = 10\n"
+                           "ethernet_ports = 8\nvsans = 4\n";
+    ASSERT_EQ(switchsim::load(file), "");
+    ASSERT_GT(switchsim::command({"save"}).text.size(), 500'000U) << "more than the socket takes";
+    const int silent = socket(AF_UNIX, SOCK_STREAM, 0);
+    send_command(silent, "save");
+    expect_done({"show"});
+    close(silent);
+}
+
+std::chrono::nanoseconds processor_time() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+}
+
+TEST_F(SwitchsimControl, WaitsWithoutWorkWhileThereIsNoDescriptor) {
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const int client = socket(AF_UNIX, SOCK_STREAM, 0);
+    const rlimit none{static_cast<rlim_t>(client) + 1, usual.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    send_command(client, "show");
+    const auto began = processor_time();
+    std::this_thread::sleep_for(std::chrono::milliseconds(400));
+    EXPECT_LT(processor_time() - began, std::chrono::milliseconds(20));
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &usual), 0);
+    char answer = 0;
+    EXPECT_EQ(read(client, &answer, 1), 1);
+    EXPECT_EQ(answer, '0');
+    close(client);
 }
 
 TEST_F(SwitchsimControl, NoSocketIsOneLineAndExit1) {

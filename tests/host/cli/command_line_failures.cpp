@@ -33,9 +33,6 @@ TEST_F(CommandLines, AMisbehavingProviderIsToldInOneLine) {
          "",
          "the provider died of signal 11 (SIGSEGV) in getInstance of root/cimv2:Bad_Stack.Name=\"x\""},
         {{"ei", "Bad_Exit"}, "", "the provider called exit(3) in enumerateInstances of root/cimv2:Bad_Exit"},
-        {{"--timeout", "0.3", "ei", "Bad_Loop"},
-         "",
-         "the provider gave no answer for 0.3 seconds in enumerateInstances of root/cimv2:Bad_Loop"},
         {{"--max-objects", "2", "ein", "Bad_Endless"},
          "Name\ngood\ngood\n\n2 objects\n",
          "the provider returned more than 2 objects in enumerateInstanceNames of root/cimv2:Bad_Endless"},
@@ -47,6 +44,29 @@ TEST_F(CommandLines, AMisbehavingProviderIsToldInOneLine) {
         EXPECT_EQ(outcome.out, row.out);
         EXPECT_EQ(outcome.err, "cmpihost: " + std::string(row.error) + "\n");
     }
+}
+
+/// What is told of a provider that has little time to answer. The time holds for loading, too, which a busy machine may
+/// not do in it: more is given then.
+std::string told_in_time(const std::string& class_name) {
+    for (const std::string seconds : {"0.3", "3", "30"}) {
+        const Outcome outcome = ask_bad({"--timeout", seconds, "ei", class_name});
+        EXPECT_EQ(outcome.exit_code, 5);
+        EXPECT_EQ(outcome.out, "");
+        std::string told = outcome.err;
+        if (const std::size_t at = told.find(seconds); at != std::string::npos)
+            told.replace(at, seconds.size(), "N");
+        if (told != "cmpihost: the provider gave no answer for N seconds while it was loaded\n")
+            return told;
+    }
+    return "it was never asked";
+}
+
+TEST_F(CommandLines, AProviderThatGivesNoAnswerIsEnded) {
+    EXPECT_EQ(told_in_time("Bad_Loop"),
+              "cmpihost: the provider gave no answer for N seconds in enumerateInstances of root/cimv2:Bad_Loop\n");
+    EXPECT_EQ(told_in_time("Bad_Closes"),
+              "cmpihost: the provider closed its connection in enumerateInstances of root/cimv2:Bad_Closes\n");
 }
 
 TEST_F(CommandLines, WhatWasAnsweredBeforeACrashIsShown) {
@@ -103,7 +123,7 @@ TEST_F(CommandLines, AnExceptionIsToldAndNothingElse) {
 }
 
 TEST_F(CommandLines, AProviderInTimeIsNotDisturbed) {
-    const Outcome outcome = ask_bad({"--timeout", "20", "--max-objects", "1", "ein", "Bad_Sleep50"});
+    const Outcome outcome = ask_bad({"--timeout", "1000", "--max-objects", "1", "ein", "Bad_Sleep50"});
     EXPECT_EQ(outcome.exit_code, 0);
     EXPECT_EQ(outcome.err, "");
 }

@@ -4,6 +4,8 @@
 # usage: program_test.sh CMPIHOST...    the program, behind an emulator if it needs one
 set -u
 failures=0
+folder=$(mktemp -d)
+trap 'rm -r "$folder"' EXIT
 
 # expect WHAT EXPECTED ACTUAL
 expect() {
@@ -33,10 +35,13 @@ unset SWITCHSIM_SCENARIO
 
     error=$({
         {
-            sleep 1 # until the pipe has lost its reader
+            while [ ! -e "$folder/closed" ]; do sleep 0.1; done
             "$@" $names
             echo "status $?" >&2
-        } | true
+        } | {
+            exec <&-
+            : >"$folder/closed"
+        }
     } 2>&1)
     expect 'a broken pipe ends it quietly' 'status 141' "$error"
 }

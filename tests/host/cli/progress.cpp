@@ -12,33 +12,77 @@
 namespace cmpihost {
 namespace {
 
-TEST(Progress, IsALineOnATerminalAfterASecond) {
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    std::array<char, 64> name{};
-    ASSERT_TRUE(grantpt(terminal) == 0 && unlockpt(terminal) == 0 &&
-                ptsname_r(terminal, name.data(), name.size()) == 0);
-    std::FILE* err = std::fopen(name.data(), "w");
-    ASSERT_NE(err, nullptr);
-    {
-        Progress progress(err);
-        progress.tell("too early");
-        usleep(1'050'000);
-        progress.tell("12 objects");
-        progress.tell("too soon");
+using std::chrono::milliseconds;
+
+class ProgressTest : public testing::Test {
+  protected:
+    /// A clock that the test moves.
+    Progress::Clock clock() {
+        return [this] { return now_; };
     }
-    std::fflush(err);
-    std::array<char, 256> text{};
-    const ssize_t size = read(terminal, text.data(), text.size());
-    EXPECT_EQ(std::string(text.data(), static_cast<std::size_t>(size)), "\r\033[K12 objects\r\033[K");
-    std::fclose(err);
-    close(terminal);
+
+    std::chrono::steady_clock::time_point now_{std::chrono::hours(1)};
+};
+
+/// A terminal, and what came to be seen on it.
+class Terminal {
+  public:
+    Terminal() : shown_(posix_openpt(O_RDWR | O_NOCTTY)) {
+        std::array<char, 64> name{};
+        EXPECT_TRUE(grantpt(shown_) == 0 && unlockpt(shown_) == 0 && ptsname_r(shown_, name.data(), name.size()) == 0);
+        file_ = std::fopen(name.data(), "w");
+        EXPECT_NE(file_, nullptr);
+    }
+    ~Terminal() {
+        std::fclose(file_);
+        close(shown_);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    std::FILE* file() { return file_; }
+
+    /// All that is shown, after writing a mark behind it.
+    std::string text() {
+        std::fputs("end", file_);
+        std::fflush(file_);
+        std::string text;
+        std::array<char, 256> block{};
+        while (!text.ends_with("end")) {
+            const ssize_t got = read(shown_, block.data(), block.size());
+            if (got <= 0)
+                break;
+            text.append(block.data(), static_cast<std::size_t>(got));
+        }
+        return text;
+    }
+
+  private:
+    int shown_;
+    std::FILE* file_ = nullptr;
+};
+
+TEST_F(ProgressTest, IsALineOnATerminalAfterASecond) {
+    Terminal terminal;
+    {
+        Progress progress(terminal.file(), clock());
+        now_ += milliseconds(999);
+        progress.tell("too early");
+        now_ += milliseconds(1);
+        progress.tell("12 objects");
+        now_ += milliseconds(199);
+        progress.tell("too soon");
+        now_ += milliseconds(1);
+        progress.tell("13 objects");
+    }
+    EXPECT_EQ(terminal.text(), "\r\033[K12 objects\r\033[K13 objects\r\033[Kend");
 }
 
-TEST(Progress, IsNothingElsewhere) {
+TEST_F(ProgressTest, IsNothingElsewhere) {
     std::FILE* file = std::tmpfile();
     {
-        Progress progress(file);
-        usleep(1'050'000);
+        Progress progress(file, clock());
+        now_ += std::chrono::seconds(2);
         progress.tell("12 objects");
     }
     EXPECT_EQ(std::ftell(file), 0);

@@ -19,27 +19,32 @@ std::string RawReply::header(std::string_view name) const {
     return {};
 }
 
-RawReply exchange(int port, std::string_view bytes, bool half_close) {
+int send_to(int port, std::string_view bytes) {
     const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<std::uint16_t>(port));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
+        return connection;
+    while (!bytes.empty()) {
+        const ssize_t sent = send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (sent <= 0)
+            break;
+        bytes.remove_prefix(static_cast<std::size_t>(sent));
+    }
+    return connection;
+}
+
+RawReply exchange(int port, std::string_view bytes, bool half_close) {
+    const int connection = send_to(port, bytes);
+    if (half_close)
+        shutdown(connection, SHUT_WR);
     std::string text;
-    if (connect(connection, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
-        while (!bytes.empty()) {
-            const ssize_t sent = send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-            if (sent <= 0)
-                break;
-            bytes.remove_prefix(static_cast<std::size_t>(sent));
-        }
-        if (half_close)
-            shutdown(connection, SHUT_WR);
-        std::array<char, 65536> block{};
-        for (ssize_t got = 1; got > 0;) {
-            got = recv(connection, block.data(), block.size(), 0);
-            text.append(block.data(), static_cast<std::size_t>(got > 0 ? got : 0));
-        }
+    std::array<char, 65536> block{};
+    for (ssize_t got = 1; got > 0;) {
+        got = recv(connection, block.data(), block.size(), 0);
+        text.append(block.data(), static_cast<std::size_t>(got > 0 ? got : 0));
     }
     close(connection);
     RawReply reply;

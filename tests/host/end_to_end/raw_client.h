@@ -16,6 +16,10 @@ struct RawReply {
     std::string header(std::string_view name) const;
 };
 
+/// Sends bytes to a port of this machine.
+/// @return the connection, which is the caller's to close
+int send_to(int port, std::string_view bytes);
+
 /// Sends bytes to a port of this machine and reads until the server closes.
 /// @param half_close whether the sending side is closed behind them
 RawReply exchange(int port, std::string_view bytes, bool half_close = false);

@@ -1,5 +1,6 @@
 #include "tests/host/end_to_end/server_process.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -17,6 +18,9 @@ namespace cmpihost {
 namespace {
 
 using namespace std::chrono_literals;
+
+/// What is waited for comes within this, however busy the machine is.
+constexpr auto most_patience = 120s;
 
 /// Starts a program whose outputs go to these descriptors.
 pid_t start(const std::vector<std::string>& arguments, int out, int err) {
@@ -62,6 +66,18 @@ int port_in(const std::string& text) {
                : std::atoi(text.c_str() + found + before.size());
 }
 
+/// Waits until something holds, by looking now and then.
+template <class Condition>
+bool comes_true(Condition holds) {
+    const auto end = std::chrono::steady_clock::now() + most_patience;
+    while (std::chrono::steady_clock::now() < end) {
+        if (holds())
+            return true;
+        std::this_thread::sleep_for(20ms);
+    }
+    return false;
+}
+
 std::string text_of(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), {}};
@@ -88,15 +104,24 @@ ServerProcess::ServerProcess(const std::vector<std::string>& options) {
     const int out = mkostemp(out_file.data(), O_CLOEXEC);
     const int err = mkostemp(error_file_.data(), O_CLOEXEC);
     std::vector<std::string> arguments{CMPIHOST_PROGRAM, "serve", "--listen", "127.0.0.1:0", "--quiet"};
+    arguments.insert(arguments.end(), {"--header-time", "600", "--body-time", "600", "--send-time", "600"});
+    if (std::find(options.begin(), options.end(), "--timeout") == options.end())
+        arguments.insert(arguments.end(), {"--timeout", "600"});
     arguments.insert(arguments.end(), options.begin(), options.end());
     pid_ = start(arguments, out, err);
     close(out);
     close(err);
-    for (int tries = 0; tries < 1000 && port_ == 0 && waitpid(pid_, nullptr, WNOHANG) == 0; ++tries) {
-        std::this_thread::sleep_for(20ms);
+    comes_true([this, &out_file] {
         port_ = port_in(text_of(out_file));
-    }
+        return port_ != 0 || has_ended();
+    });
     unlink(out_file.c_str());
+}
+
+bool ServerProcess::has_ended() {
+    if (pid_ > 0 && waitpid(pid_, nullptr, WNOHANG) == pid_)
+        pid_ = -1;
+    return pid_ < 0;
 }
 
 ServerProcess::~ServerProcess() {
@@ -106,6 +131,8 @@ ServerProcess::~ServerProcess() {
 }
 
 int ServerProcess::stop() {
+    if (pid_ < 0)
+        return -1;
     kill(pid_, SIGTERM);
     const int code = exit_code_of(pid_);
     pid_ = -1;
@@ -114,6 +141,10 @@ int ServerProcess::stop() {
 
 std::string ServerProcess::errors() const {
     return text_of(error_file_);
+}
+
+bool ServerProcess::comes_to_tell(const std::string& text) const {
+    return comes_true([&] { return errors().find(text) != std::string::npos; });
 }
 
 } // namespace cmpihost

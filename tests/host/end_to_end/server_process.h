@@ -20,7 +20,8 @@ CommandResult run_command(const std::vector<std::string>& arguments);
 /// A server on a port of its own, until it goes out of scope.
 class ServerProcess {
   public:
-    /// Starts `cmpihost serve --listen 127.0.0.1:0 --quiet OPTIONS...` and waits until it listens.
+    /// Starts `cmpihost serve --listen 127.0.0.1:0 --quiet OPTIONS...` and waits until it listens. Where the options
+    /// have no --timeout, it is so long that no machine is too slow for it.
     explicit ServerProcess(const std::vector<std::string>& options = {});
     ~ServerProcess();
     ServerProcess(const ServerProcess&) = delete;
@@ -40,7 +41,12 @@ class ServerProcess {
     /// What it printed on standard error so far.
     std::string errors() const;
 
+    /// Whether it comes to print this on standard error. The log is written beside the answers.
+    bool comes_to_tell(const std::string& text) const;
+
   private:
+    bool has_ended();
+
     pid_t pid_ = -1;
     int port_ = 0;
     std::string error_file_;

@@ -110,7 +110,22 @@ struct RawReply {
     }
 };
 
-/// A client on a socket. Nothing that it waits for takes longer than ten seconds.
+/// What is waited for comes within this, however busy the machine is.
+constexpr int most_patience_ms = 120'000;
+
+/// Waits until something holds, by looking now and then.
+template <class Condition>
+bool comes_true(Condition holds) {
+    const auto end = std::chrono::steady_clock::now() + milliseconds{most_patience_ms};
+    while (std::chrono::steady_clock::now() < end) {
+        if (holds())
+            return true;
+        std::this_thread::sleep_for(milliseconds{2});
+    }
+    return false;
+}
+
+/// A client on a socket.
 class RawClient {
   public:
     explicit RawClient(std::uint16_t port, int receive_buffer = 0) : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
@@ -135,7 +150,7 @@ class RawClient {
     void end_sending() const { shutdown(socket_, SHUT_WR); }
 
     /// Waits for more bytes. False at the end, after a reset, and when none come.
-    bool read_some(int patience_ms = 10'000) {
+    bool read_some(int patience_ms = most_patience_ms) {
         pollfd ready{socket_, POLLIN, 0};
         if (poll(&ready, 1, patience_ms) != 1)
             return false;
@@ -199,11 +214,17 @@ inline std::string post(const std::string& body = "<CIM/>", const std::string& m
            "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
-/// A listener on a free port, on a thread of its own. Options are set before start().
+/// A listener on a free port, on a thread of its own. Options are set before start(). Those of time are so long that
+/// nothing ends by itself, unless the test is about it.
 class ListenerTest : public testing::Test {
   protected:
     ListenerTest() {
         options.endpoints = {{"127.0.0.1", 0, false}};
+        Limits& limits = options.limits;
+        for (milliseconds* limit : {&limits.handshake, &limits.header, &limits.body, &limits.body_most, &limits.sending,
+                                    &limits.idle, &limits.linger_silent, &limits.linger, &limits.drain})
+            *limit = std::chrono::hours{1};
+        options.login.remembered = std::chrono::hours{1};
         backend.reply.body = {"<answer/>"};
         log_options.file = log_file.name();
     }
@@ -233,12 +254,10 @@ class ListenerTest : public testing::Test {
     /// Does something on the thread of the event loop.
     template <class Do>
     void on_loop(Do action) {
-        std::promise<void> done;
-        boost::asio::post(context, [&] {
-            action();
-            done.set_value();
-        });
-        done.get_future().wait();
+        std::packaged_task<void()> task(std::ref(action));
+        auto done = task.get_future();
+        boost::asio::post(context, std::move(task));
+        done.wait();
     }
 
     void release() {
@@ -247,9 +266,25 @@ class ListenerTest : public testing::Test {
 
     /// Waits until so many requests were handed over.
     void wait_for_questions(std::size_t count) {
-        for (int i = 0; i < 1000 && backend.questions().size() < count; ++i)
-            std::this_thread::sleep_for(milliseconds{10});
+        comes_true([&] { return backend.questions().size() >= count; });
         EXPECT_EQ(backend.questions().size(), count);
+    }
+
+    /// Does something while the event loop stands still, so that all of it is there when the loop goes on.
+    template <class Do>
+    void at_once(Do action) {
+        std::promise<void> stands;
+        std::promise<void> acted;
+        std::packaged_task<void()> stand([&stands, until = acted.get_future()] {
+            stands.set_value();
+            until.wait();
+        });
+        auto over = stand.get_future();
+        boost::asio::post(context, std::move(stand));
+        stands.get_future().wait();
+        action();
+        acted.set_value();
+        over.wait(); // which looks at both
     }
 
     /// Sends bytes on a connection of their own, and answers the first reply.

@@ -66,7 +66,7 @@ TEST_F(Listeners, RunningRequestsEndWhenTheyStop) {
     EXPECT_EQ(reply.header("Connection"), "close");
     EXPECT_TRUE(busy.sees_end());
     busy.end_sending();
-    EXPECT_EQ(future.wait_for(seconds{10}), std::future_status::ready);
+    EXPECT_EQ(future.wait_for(milliseconds{most_patience_ms}), std::future_status::ready);
 }
 
 TEST_F(Listeners, TakeNoMoreConnectionsWhenTheyStop) {

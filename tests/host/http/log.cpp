@@ -96,10 +96,9 @@ TEST(Logs, ThatCannotBeOpenedAreToldSo) {
     }
 }
 
-/// Waits until the file has as many bytes.
-void wait_for(const TestFile& file, std::size_t size) {
-    for (int i = 0; i < 500 && file.text().size() < size; ++i)
-        std::this_thread::sleep_for(milliseconds{10});
+/// Waits until the file has a line.
+void wait_for_line(const TestFile& file) {
+    EXPECT_TRUE(comes_true([&file] { return file.text().ends_with('\n'); }));
 }
 
 TEST(Logs, AreOpenedAgain) {
@@ -108,7 +107,7 @@ TEST(Logs, AreOpenedAgain) {
     {
         Log log(to_file(file.name()));
         log.record(some_record());
-        wait_for(file, 1);
+        wait_for_line(file);
         std::filesystem::rename(file.name(), moved);
         log.reopen();
         log.record(some_record());
@@ -144,7 +143,7 @@ TEST(Logs, BlockedOnesBlockNobodyAndTellWhatIsMissing) {
         std::thread late([&] {
             pollfd ready{reader, POLLIN, 0};
             char buffer[65536];
-            while (text.find("dropped") == std::string::npos && poll(&ready, 1, 5'000) == 1)
+            while (text.find("dropped") == std::string::npos && poll(&ready, 1, most_patience_ms) == 1)
                 if (const ssize_t count = read(reader, buffer, sizeof buffer); count > 0)
                     text.append(buffer, static_cast<std::size_t>(count));
         });
@@ -206,7 +205,7 @@ TEST_F(LogsOfListeners, TellOfRepliesThatNobodyTook) {
     start();
     RawClient client(port, 4096);
     client.send(post());
-    wait_for(log_file, 1);
+    wait_for_line(log_file);
     EXPECT_NE(log_file.text().find(" ok 0 26214400 "), std::string::npos) << log_file.text();
 }
 

@@ -21,7 +21,7 @@ start() {
     "$program" serve --listen 127.0.0.1:0 --log "$folder/log" "$@" >"$folder/out" 2>"$folder/err" &
     server=$!
     tries=0
-    while ! grep -q '/cimom$' "$folder/out" && [ "$tries" -lt 600 ] && kill -0 "$server" 2>/dev/null; do
+    while ! grep -q '/cimom$' "$folder/out" && [ "$tries" -lt 1200 ] && kill -0 "$server" 2>/dev/null; do
         sleep 0.1
         tries=$((tries + 1))
     done
@@ -50,7 +50,7 @@ expect 'a port that is taken' "cmpihost: 127.0.0.1:$port: cannot be listened on:
 mv "$folder/log" "$folder/log.1"
 kill -s HUP "$server"
 tries=0
-while [ ! -e "$folder/log" ] && [ "$tries" -lt 100 ]; do
+while [ ! -e "$folder/log" ] && [ "$tries" -lt 1200 ]; do
     sleep 0.1
     tries=$((tries + 1))
 done

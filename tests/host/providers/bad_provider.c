@@ -6,6 +6,7 @@
  *   Bad_Loop      never returns                        Bad_Endless   never stops returning instances or paths
  *   Bad_Null      two null results, and a good one     Bad_Garbage   two pointers to no object, and a good one
  *   Bad_SleepN    answers after N milliseconds         Bad_Prints    writes a line to standard output, then answers
+ *   Bad_Closes    closes what it did not open, and never returns
  *   Bad_Good      answers
  *
  * Each class has one good instance, with the key Name. Any class that does not begin with Bad_ is ERR_INVALID_CLASS.
@@ -68,6 +69,12 @@ static void loop(void) {
         usleep(10000);
 }
 
+static void close_all(void) {
+    int descriptor;
+    for (descriptor = 3; descriptor < 1024; ++descriptor)
+        close(descriptor);
+}
+
 static void write_through_null(void) {
     volatile char* volatile nowhere = NULL;
     *nowhere = 1;
@@ -84,7 +91,9 @@ static void misbehave(const char* name) {
         exit(3);
     if (strcmp(name, "Bad_Stack") == 0)
         fill_stack(&depth);
-    if (strcmp(name, "Bad_Loop") == 0)
+    if (strcmp(name, "Bad_Closes") == 0)
+        close_all();
+    if (strcmp(name, "Bad_Loop") == 0 || strcmp(name, "Bad_Closes") == 0)
         loop();
     if (strncmp(name, "Bad_Sleep", 9) == 0)
         usleep((useconds_t)atoi(name + 9) * 1000);

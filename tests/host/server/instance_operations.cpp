@@ -155,6 +155,16 @@ TEST_F(Methods, OfAnUnknownClassAreInvalid) {
     EXPECT_EQ(ending(call_class("Quiet", "X")), "5 there is no class X in namespace root/cimv2");
 }
 
+TEST_F(Methods, OfATargetThatIsRefusedTellWhy) {
+    const Heard heard =
+        call("Quiet", "<INSTANCENAME CLASSNAME=\"Test_Thing\">" + thing_keys() + thing_keys() + "</INSTANCENAME>",
+             "Test_Thing.Number=1,Name=\"thing 1\"");
+    EXPECT_EQ(ending(heard), "4 key Name is there twice, expected once");
+    EXPECT_EQ(heard.count("<METHODRESPONSE NAME=\"Quiet\"><ERROR "), 1U) << heard.body;
+    ASSERT_EQ(heard.subjects.size(), 1U);
+    EXPECT_EQ(heard.subjects[0].class_name, "Test_Thing");
+}
+
 TEST_F(Methods, HeaderUnlikeTheTargetIsRefused) {
     EXPECT_EQ(ending(call("Quiet", "<CLASSNAME NAME=\"Test_Thing\"/>", "Test_Echo")), "http 400 header-mismatch");
     EXPECT_EQ(ending(call("Quiet", "<CLASSNAME NAME=\"Test_Thing\"/>", "")), "http 400 header-mismatch");

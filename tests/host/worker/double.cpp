@@ -5,16 +5,19 @@
 //   discard         what was appended        endless      appends for ever
 //   sleep MS        waits                    hang         waits for ever
 //   crash           SIGSEGV                  exit STATUS  from within the answer
-//   await FILE      waits until there is such a file
+//   await FILE      waits until there is such a file      make FILE  makes it
 //   orphan FILE     forks a process that keeps the socket as long as there is such a file, then dies by SIGABRT
 //   garbage         writes to the socket what is no frame     shut   closes its half of the connection
 //   ignore          SIGABRT and SIGTERM from now on
 //   process         appends pid, process group, descriptors and signals
 //   status CODE     is what it ends with, as HTTP
 //
-// usage: worker_double THREADS [GRACE | FILE FIRST LAST] | never
-//   GRACE is what run_worker() is given, in milliseconds
+// usage: worker_double THREADS [GRACE | FILE FIRST LAST] | never | forge FILE
+//   GRACE is what run_worker() is given, in milliseconds; ten minutes, where it is not told
+//   forge reads nothing, answers the second request when there is such a file, and ends with exit status 3
 //   FILE grows by a byte with each start; the starts from FIRST to LAST end with exit status 2 before they are ready
+#include "host/worker/frame_writer.h"
+#include "host/worker/records.h"
 #include "host/worker/worker_process.h"
 
 #include <csignal>
@@ -118,6 +121,8 @@ void run(const std::string& command, const Question& question, ReplySink& sink, 
         sink.append(rest);
     else if (verb == "ignore")
         ignore_signals();
+    else if (verb == "make")
+        std::ofstream(rest) << '.';
     else if (verb == "discard")
         sink.discard();
     else if (verb == "big")
@@ -142,6 +147,14 @@ Outcome answer(const Question& question, ReplySink& sink) {
     return outcome;
 }
 
+int forge(const std::string& file) {
+    cmpihost::worker::FrameWriter writer(worker_socket);
+    writer.write(cmpihost::worker::FrameKind::ready, 0, {});
+    await(file);
+    writer.write(cmpihost::worker::FrameKind::outcome, 2, cmpihost::worker::encode(Outcome{}));
+    return 3;
+}
+
 bool may_start(const std::string& file, std::uintmax_t first, std::uintmax_t last) {
     std::ofstream(file, std::ios::app) << '.';
     const auto starts = std::filesystem::file_size(file);
@@ -157,8 +170,10 @@ int main(int argc, char** argv) {
     const std::string mode = argc > 1 ? argv[1] : "1";
     if (mode == "never")
         hang();
+    if (mode == "forge")
+        return forge(argv[2]);
     if (argc == 5 && !may_start(argv[2], std::stoul(argv[3]), std::stoul(argv[4])))
         return 2;
-    const std::chrono::milliseconds grace(argc == 3 ? std::stoi(argv[2]) : 200);
+    const std::chrono::milliseconds grace(argc == 3 ? std::stoi(argv[2]) : 600'000);
     return cmpihost::worker::run_worker(worker_socket, answer, static_cast<unsigned>(std::stoul(mode)), grace);
 }

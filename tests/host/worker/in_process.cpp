@@ -23,6 +23,8 @@ class InProcessTest : public testing::Test {
             go_on_.get_future().wait();
         if (question.body == "unread")
             throw std::runtime_error("not read");
+        if (question.body == "odd")
+            throw 7;
         sink.subject({{"7", "1.0", question.cim_method, "root/test", std::nullopt}, "C"});
         sink.append("dropped");
         sink.discard();
@@ -85,6 +87,9 @@ TEST_F(InProcessTest, WhatIsThrownBecomesError1) {
     EXPECT_EQ(text(reply).find("<throw>"), std::string::npos);
     ASSERT_TRUE(ask(2, "unread"));
     EXPECT_EQ(reply_to(2).outcome.http_status, 500u);
+    ASSERT_TRUE(ask(3, "odd"));
+    EXPECT_EQ(reply_to(3).outcome.notes,
+              std::vector<std::string>{"the server failed: something else than an error was thrown"});
 }
 
 TEST_F(InProcessTest, BeyondTheQueueRequestsAreNotTaken) {

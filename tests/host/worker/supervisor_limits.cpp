@@ -6,47 +6,46 @@ namespace {
 
 class SupervisorLimits : public SupervisorTest {
   protected:
-    SupervisorLimits() {
-        options_.timeout = std::chrono::milliseconds(200);
-        options_.abort_wait = std::chrono::milliseconds(100);
-        options_.stop_wait = std::chrono::milliseconds(100);
-    }
-
     static const std::string& timed_out() {
-        static const std::string reply = error_reply("the provider did not answer GetInstance of C within 0.2 s");
+        static const std::string reply = error_reply("the provider did not answer GetInstance of C within 600 s");
         return reply;
     }
 
-    void wait_for_log(LogLevel level, const std::string& part) {
-        run_until([&] { return logged(level, part); });
-    }
+    /// A request whose subject is told, and nothing more.
+    unsigned ask_what_hangs() { return ask_and_see("subject C", "hang"); }
 };
 
 TEST_F(SupervisorLimits, RequestThatHangsIsError1) {
     ASSERT_EQ(start(), "");
-    const Reply& reply = reply_to(ask("subject C;hang"));
+    const unsigned number = ask_what_hangs();
+    pass(options_.timeout);
+    const Reply& reply = reply_to(number);
     EXPECT_EQ(text(reply), timed_out());
     EXPECT_EQ(reply.outcome.cim_status, 1u);
 }
 
 TEST_F(SupervisorLimits, RequestThatWasNotReadInTimeIsHttp500) {
     ASSERT_EQ(start(), "");
-    EXPECT_EQ(reply_to(ask("hang")).outcome.http_status, 500u);
+    const unsigned number = ask("hang");
+    pass(options_.timeout);
+    EXPECT_EQ(reply_to(number).outcome.http_status, 500u);
 }
 
 TEST_F(SupervisorLimits, HangIsLoggedAtAThirdOfTheLimit) {
-    options_.timeout = std::chrono::milliseconds(300);
     ASSERT_EQ(start(), "");
-    const unsigned number = ask("subject C;hang");
-    wait_for_log(LogLevel::warning, " has not answered GetInstance of C for 0.1 s");
+    const unsigned number = ask_what_hangs();
+    EXPECT_FALSE(logged(LogLevel::warning, "has not answered"));
+    pass(options_.timeout / 3);
+    EXPECT_TRUE(logged(LogLevel::warning, " has not answered GetInstance of C for 200 s"));
     EXPECT_FALSE(replies_.contains(number));
-    reply_to(number);
 }
 
 TEST_F(SupervisorLimits, AnotherWorkerTakesNewRequests) {
     ASSERT_EQ(start(), "");
     const pid_t first = worker_pid();
-    reply_to(ask("subject C;hang"));
+    const unsigned number = ask_what_hangs();
+    pass(options_.timeout);
+    EXPECT_EQ(text(reply_to(number)), timed_out());
     EXPECT_TRUE(logged(LogLevel::error, "worker " + std::to_string(first) +
                                             " hangs in GetInstance of C, another one takes new requests"));
     EXPECT_NE(worker_pid(), first);
@@ -54,13 +53,13 @@ TEST_F(SupervisorLimits, AnotherWorkerTakesNewRequests) {
 
 TEST_F(SupervisorLimits, OthersOfTheHangingWorkerAreAnswered) {
     const FreshFile file;
-    options_.timeout = std::chrono::milliseconds(1'000);
     ASSERT_EQ(start(), "");
-    const unsigned hangs = ask("subject C;hang");
-    run_until([this] { return logged(LogLevel::warning, "has not answered"); });
+    const unsigned hangs = ask_what_hangs();
+    pass(options_.timeout / 2);
     const unsigned runs = ask("await " + file.path.string() + ";process");
     const pid_t pid = worker_pid();
-    reply_to(hangs);
+    pass(options_.timeout / 2);
+    EXPECT_EQ(text(reply_to(hangs)), timed_out());
     EXPECT_FALSE(replies_.contains(runs));
     file.make();
     EXPECT_EQ(text(reply_to(runs)).substr(0, 4 + std::to_string(pid).size()), "pid " + std::to_string(pid));
@@ -69,7 +68,8 @@ TEST_F(SupervisorLimits, OthersOfTheHangingWorkerAreAnswered) {
 TEST_F(SupervisorLimits, HangingWorkerEndsBySigabrtWhenItIsDrained) {
     ASSERT_EQ(start(), "");
     const pid_t pid = worker_pid();
-    reply_to(ask("subject C;hang"));
+    ask_what_hangs();
+    pass(options_.timeout);
     wait_for_log(LogLevel::info, "worker " + std::to_string(pid) + " ended with SIGABRT");
     EXPECT_EQ(answer("say next"), "next");
 }
@@ -77,21 +77,25 @@ TEST_F(SupervisorLimits, HangingWorkerEndsBySigabrtWhenItIsDrained) {
 TEST_F(SupervisorLimits, WorkerThatIgnoresSigabrtIsKilled) {
     ASSERT_EQ(start(), "");
     const pid_t pid = worker_pid();
-    reply_to(ask("subject C;ignore;hang"));
+    ask_and_see("subject C;ignore", "hang");
+    pass(options_.timeout);
+    pass(options_.abort_wait);
     wait_for_log(LogLevel::info, "worker " + std::to_string(pid) + " ended with SIGKILL");
 }
 
 TEST_F(SupervisorLimits, WorkerThatWakesUpWhileOthersRunEndsInPeace) {
-    const FreshFile file;
-    options_.timeout = std::chrono::milliseconds(1'000);
-    options_.stop_wait = std::chrono::seconds(30);
+    const FreshFile wake;
+    const FreshFile awake;
+    options_.command = {TEST_WORKER, "2"};
     ASSERT_EQ(start(), "");
     const pid_t pid = worker_pid();
-    const unsigned late = ask("subject C;await " + file.path.string());
-    run_until([this] { return logged(LogLevel::warning, "has not answered"); });
-    const unsigned other = ask("subject D;await " + file.path.string() + ";sleep 100;say D");
-    reply_to(late);
-    file.make();
+    const unsigned late = ask_and_see("subject C", "await " + wake.path.string());
+    pass(options_.timeout / 2);
+    const unsigned other = ask("subject D;await " + awake.path.string() + ";say D");
+    ask("make " + awake.path.string()); // by the thread of the late one, when that has ended
+    pass(options_.timeout / 2);
+    EXPECT_EQ(text(reply_to(late)), timed_out());
+    wake.make();
     EXPECT_EQ(text(reply_to(other)), "D");
     wait_for_log(LogLevel::info, "worker " + std::to_string(pid) + " ended with exit status 0");
 }
@@ -99,15 +103,18 @@ TEST_F(SupervisorLimits, WorkerThatWakesUpWhileOthersRunEndsInPeace) {
 TEST_F(SupervisorLimits, LongWaitIsNoHang) {
     const FreshFile first;
     const FreshFile second;
+    const FreshFile begun;
     options_.threads = 1;
-    options_.timeout = std::chrono::milliseconds(1'200);
     ASSERT_EQ(start(), "");
     const pid_t pid = worker_pid();
-    ask("await " + first.path.string());
-    const unsigned late = ask("subject C;await " + second.path.string());
-    run_until([this] { return logged(LogLevel::warning, "has not answered a request for 0.4 s"); });
+    const unsigned long_one = ask("await " + first.path.string());
+    const unsigned late = ask("subject C;make " + begun.path.string() + ";await " + second.path.string());
+    pass(options_.timeout / 2);
     first.make();
-    EXPECT_EQ(text(reply_to(late)), error_reply("the provider did not answer GetInstance of C within 1.2 s"));
+    reply_to(long_one);
+    wait_for_file(begun);
+    pass(options_.timeout / 2);
+    EXPECT_EQ(text(reply_to(late)), timed_out());
     second.make();
     EXPECT_EQ(worker_pid(), pid);
 }
@@ -115,8 +122,9 @@ TEST_F(SupervisorLimits, LongWaitIsNoHang) {
 TEST_F(SupervisorLimits, WaitingRequestTimesOutAlone) {
     options_.threads = 1;
     ASSERT_EQ(start(), "");
-    const unsigned running = ask("subject C;hang");
+    const unsigned running = ask_what_hangs();
     const unsigned waiting = ask("say waited");
+    pass(options_.timeout);
     EXPECT_EQ(text(reply_to(running)), timed_out());
     EXPECT_EQ(reply_to(waiting).outcome.http_status, 503u);
     EXPECT_EQ(answer("say next"), "next");
@@ -129,18 +137,19 @@ TEST_F(SupervisorLimits, EndlessReplyIsAHang) {
     EXPECT_EQ(text(reply_to(ask("subject C;endless"))),
               error_reply("the reply to GetInstance of C takes more than 1048576 bytes"));
     EXPECT_EQ(answer("say meanwhile"), "meanwhile");
+    pass(options_.timeout);
     wait_for_log(LogLevel::info, "worker " + std::to_string(pid) + " ended with SIGABRT");
     EXPECT_EQ(answer("say next"), "next");
 }
 
 TEST_F(SupervisorLimits, WorkerThatCrashesWhileItIsDrainedIsTold) {
     const FreshFile file;
-    options_.timeout = std::chrono::milliseconds(1'000);
     ASSERT_EQ(start(), "");
-    const unsigned hangs = ask("subject C;hang");
-    run_until([this] { return logged(LogLevel::warning, "has not answered"); });
-    const unsigned crashes = ask("subject C;await " + file.path.string() + ";crash");
-    reply_to(hangs);
+    const unsigned hangs = ask_what_hangs();
+    pass(options_.timeout / 2);
+    const unsigned crashes = ask_and_see("subject C", "await " + file.path.string() + ";crash");
+    pass(options_.timeout / 2);
+    EXPECT_EQ(text(reply_to(hangs)), timed_out());
     file.make();
     EXPECT_EQ(text(reply_to(crashes)), error_reply("the provider ended with SIGSEGV while answering GetInstance of C"));
     EXPECT_EQ(answer("say next"), "next");

@@ -23,9 +23,12 @@ TEST_F(SupervisorStart, ProgramThatIsNotThereIsTheReason) {
 
 TEST_F(SupervisorStart, WorkerThatDoesNotBecomeReadyIsEnded) {
     options_.command = {TEST_WORKER, "never"};
-    options_.start_timeout = std::chrono::milliseconds(100);
-    EXPECT_EQ(start(), "the worker ended with SIGABRT before it was ready");
-    EXPECT_TRUE(logged(LogLevel::error, " is not ready after 0.1 s and is ended"));
+    std::string told;
+    begin([&told](const std::string& error) { told = error; });
+    pass(options_.start_timeout);
+    run_until([&told] { return !told.empty(); });
+    EXPECT_EQ(told, "the worker ended with SIGABRT before it was ready");
+    EXPECT_TRUE(logged(LogLevel::error, " is not ready after 86400 s and is ended"));
 }
 
 TEST_F(SupervisorStart, BecomingReadyIsLogged) {
@@ -35,10 +38,14 @@ TEST_F(SupervisorStart, BecomingReadyIsLogged) {
 
 TEST_F(SupervisorStart, RequestsOfAStartThatFailsAreAnswered) {
     options_.command = {TEST_WORKER, "never"};
-    options_.start_timeout = std::chrono::milliseconds(100);
-    options_.timeout = std::chrono::milliseconds(300);
-    begin([](const std::string&) {});
-    EXPECT_EQ(reply_to(ask("say a")).outcome.http_status, 503u);
+    options_.start_timeout = options_.timeout / 2;
+    bool told = false;
+    begin([&told](const std::string&) { told = true; });
+    const unsigned number = ask("say a");
+    pass(options_.start_timeout);
+    run_until([&told] { return told; });
+    pass(options_.timeout);
+    EXPECT_EQ(reply_to(number).outcome.http_status, 503u);
 }
 
 TEST_F(SupervisorStop, EndOfFileEndsTheWorker) {
@@ -50,85 +57,72 @@ TEST_F(SupervisorStop, EndOfFileEndsTheWorker) {
 }
 
 TEST_F(SupervisorStop, WorkerThatHangsEndsBySigterm) {
-    options_.command = {TEST_WORKER, "4", "60000"}; // it waits long for what runs
-    options_.stop_wait = std::chrono::milliseconds(50);
     ASSERT_EQ(start(), "");
-    const unsigned number = ask("subject C;hang");
-    EXPECT_EQ(answer("sleep 50;say other"), "other");
-    stop();
+    const unsigned number = ask_and_see("subject C", "hang");
+    stop(1);
     EXPECT_EQ(text(replies_.at(number)), error_reply("the server is being stopped"));
     EXPECT_TRUE(logged(LogLevel::info, " ended with SIGTERM"));
 }
 
 TEST_F(SupervisorStop, WorkerThatIgnoresSigtermIsKilled) {
-    options_.command = {TEST_WORKER, "4", "60000"};
-    options_.stop_wait = std::chrono::milliseconds(50);
     ASSERT_EQ(start(), "");
-    const unsigned number = ask("subject C;ignore;hang");
-    EXPECT_EQ(answer("sleep 50;say other"), "other");
-    stop();
+    const unsigned number = ask_and_see("subject C;ignore", "hang");
+    stop(2);
     EXPECT_TRUE(replies_.contains(number));
     EXPECT_TRUE(logged(LogLevel::info, " ended with SIGKILL"));
 }
 
 TEST_F(SupervisorStop, WorkerThatHangsEndsByItself) {
-    options_.stop_wait = std::chrono::seconds(30); // longer than a worker waits for what runs
+    options_.command = {TEST_WORKER, "4", "200"}; // for which it waits for what runs
     ASSERT_EQ(start(), "");
-    ask("hang");
-    EXPECT_EQ(answer("sleep 50;say other"), "other");
+    ask_and_see("subject C", "hang");
     stop();
     EXPECT_TRUE(logged(LogLevel::info, " ended with exit status 1"));
 }
 
 TEST_F(SupervisorStop, RequestsThatWaitAreAnswered) {
     options_.threads = 1;
-    options_.stop_wait = std::chrono::milliseconds(50);
     ASSERT_EQ(start(), "");
     ask("hang");
     const unsigned waiting = ask("say waiting");
-    stop();
+    stop(1);
     EXPECT_EQ(replies_.at(waiting).outcome.http_status, 503u);
 }
 
 TEST_F(SupervisorStop, WhileAPauseLastsNothingIsStarted) {
     const FreshFile file;
     options_.command = {TEST_WORKER, "4", file.path, "2", "1000"};
-    options_.first_pause = std::chrono::milliseconds(20);
-    options_.longest_pause = std::chrono::hours(1);
+    options_.first_pause = std::chrono::minutes(1);
     ASSERT_EQ(start(), "");
     reply_to(ask("crash"));
     stop();
-    loop_->run_for(std::chrono::milliseconds(100));
+    pass(options_.first_pause);
     EXPECT_EQ(file.size(), 1u);
 }
 
 TEST_F(SupervisorStop, BeforeTheWorkerIsReady) {
     options_.command = {TEST_WORKER, "never"};
-    options_.stop_wait = std::chrono::milliseconds(20);
     bool told = false;
     begin([&told](const std::string&) { told = true; });
-    stop();
+    stop(1);
     EXPECT_FALSE(told);
 }
 
 TEST_F(SupervisorStop, WithoutItWorkersAreKilled) {
     ASSERT_EQ(start(), "");
-    ask("hang");
-    EXPECT_EQ(answer("sleep 50;say other"), "other");
+    ask_and_see("subject C", "hang");
     supervisor_.reset();
 }
 
 TEST_F(SupervisorStop, HangingAndNewWorkerBothEnd) {
-    options_.timeout = std::chrono::milliseconds(200);
-    options_.abort_wait = std::chrono::hours(1);
-    options_.stop_wait = std::chrono::milliseconds(500);
-    options_.command = {TEST_WORKER, "4", "60000"};
     ASSERT_EQ(start(), "");
-    reply_to(ask("subject C;ignore;hang"));
+    ask_and_see("subject C;ignore", "hang");
+    pass(options_.timeout);
     EXPECT_EQ(answer("say next"), "next");
-    stop();
+    supervisor_->stop([] {});
+    wait_for_log(LogLevel::info, " ended with exit status 0");
+    stop(2);
     EXPECT_TRUE(logged(LogLevel::info, " ended with SIGKILL"));
-    EXPECT_TRUE(logged(LogLevel::info, " ended with exit status 0"));
 }
 
 } // namespace

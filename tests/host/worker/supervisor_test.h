@@ -1,6 +1,7 @@
 // A supervisor whose worker is tests/host/worker/double.cpp, and an event loop for it.
 #pragma once
 
+#include "host/worker/clock.h"
 #include "host/worker/supervisor.h"
 
 #include <boost/asio/executor_work_guard.hpp>
@@ -18,6 +19,27 @@
 
 namespace cmpihost::worker {
 
+/// A file that does not exist, and is removed at the end.
+class FreshFile {
+  public:
+    FreshFile() : path(std::filesystem::temp_directory_path() / name()) { std::filesystem::remove(path); }
+    ~FreshFile() { std::filesystem::remove(path); }
+    FreshFile(const FreshFile&) = delete;
+    FreshFile& operator=(const FreshFile&) = delete;
+
+    void make() const { std::ofstream(path) << '.'; }
+    std::uintmax_t size() const { return std::filesystem::exists(path) ? std::filesystem::file_size(path) : 0; }
+
+    const std::filesystem::path path;
+
+  private:
+    static std::string name() {
+        static unsigned files = 0;
+        return "worker-test-" + std::to_string(getpid()) + "-" + std::to_string(++files);
+    }
+};
+
+/// Limits are so long that none comes before the test lets time pass.
 class SupervisorTest : public testing::Test {
   protected:
     SupervisorTest()
@@ -25,6 +47,8 @@ class SupervisorTest : public testing::Test {
           work_(loop_->get_executor()) {
         options_.command = {TEST_WORKER, "4"};
         options_.threads = 4;
+        options_.timeout = options_.abort_wait = options_.stop_wait = std::chrono::minutes(10);
+        options_.start_timeout = std::chrono::hours(24);
         options_.log = [this](LogLevel level, const std::string& line) { log_.emplace_back(level, line); };
     }
 
@@ -43,7 +67,17 @@ class SupervisorTest : public testing::Test {
 
     void run_until(const std::function<bool()>& holds) {
         while (!holds())
-            ASSERT_GT(loop_->run_one_for(std::chrono::seconds(60)), 0u) << "nothing happens any more";
+            ASSERT_GT(loop_->run_one_for(std::chrono::seconds(120)), 0u) << "nothing happens any more";
+    }
+
+    /// Lets time pass, without waiting: what comes within it has happened then.
+    void pass(std::chrono::milliseconds time) {
+        Clock::skipped += time;
+        bool looked = false;
+        Timer past(*loop_, Clock::time_point{}); // for which the loop looks at its timers
+        past.async_wait([&looked](const boost::system::error_code&) { looked = true; });
+        run_until([&looked] { return looked; });
+        loop_->poll();
     }
 
     /// @return the request's number; 0 if it was not taken
@@ -54,6 +88,23 @@ class SupervisorTest : public testing::Test {
             replies_[number] = std::move(reply);
         });
         return taken ? number : 0;
+    }
+
+    /// Asks, and waits until the worker has done the first commands, and what it sent of them is read.
+    unsigned ask_and_see(const std::string& first, const std::string& then) {
+        const FreshFile done;
+        const unsigned number = ask(first + ";make " + done.path.string() + ";" + then);
+        wait_for_file(done);
+        return number;
+    }
+
+    /// Waits until the worker has made it, and what it sent before is read.
+    void wait_for_file(const FreshFile& file) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(120);
+        while (file.size() == 0 && std::chrono::steady_clock::now() < end)
+            loop_->run_for(std::chrono::milliseconds(1));
+        EXPECT_EQ(file.size(), 1u) << "the worker does not get there";
+        loop_->poll();
     }
 
     const Reply& reply_to(unsigned number) {
@@ -89,9 +140,16 @@ class SupervisorTest : public testing::Test {
         });
     }
 
-    void stop() {
+    void wait_for_log(LogLevel level, const std::string& part) {
+        run_until([&] { return logged(level, part); });
+    }
+
+    /// @param waits how often the time passes that workers are given
+    void stop(unsigned waits = 0) {
         bool stopped = false;
         supervisor_->stop([&stopped] { stopped = true; });
+        for (; waits > 0; --waits)
+            pass(options_.stop_wait);
         run_until([&stopped] { return stopped; });
     }
 
@@ -105,7 +163,7 @@ class SupervisorTest : public testing::Test {
     /// After each test: no process, no descriptor is left.
     void TearDown() override {
         if (supervisor_)
-            stop();
+            stop(2);
         supervisor_.reset();
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
         work_.reset();
@@ -121,26 +179,6 @@ class SupervisorTest : public testing::Test {
     std::unique_ptr<Supervisor> supervisor_;
     std::map<unsigned, Reply> replies_;
     unsigned last_ = 0;
-};
-
-/// A file that does not exist, and is removed at the end.
-class FreshFile {
-  public:
-    FreshFile() : path(std::filesystem::temp_directory_path() / name()) { std::filesystem::remove(path); }
-    ~FreshFile() { std::filesystem::remove(path); }
-    FreshFile(const FreshFile&) = delete;
-    FreshFile& operator=(const FreshFile&) = delete;
-
-    void make() const { std::ofstream(path) << '.'; }
-    std::uintmax_t size() const { return std::filesystem::exists(path) ? std::filesystem::file_size(path) : 0; }
-
-    const std::filesystem::path path;
-
-  private:
-    static std::string name() {
-        static unsigned files = 0;
-        return "worker-test-" + std::to_string(getpid()) + "-" + std::to_string(++files);
-    }
 };
 
 } // namespace cmpihost::worker

@@ -35,7 +35,7 @@ class WorkerProcessTest : public testing::Test {
 
     void run(AnswerFunction answer, unsigned threads = 2) {
         status_ = std::async(std::launch::async, [this, answer = std::move(answer), threads] {
-            return run_worker(ends_[1], answer, threads);
+            return run_worker(ends_[1], answer, threads, std::chrono::minutes(10));
         });
         const auto frame = read();
         ASSERT_TRUE(frame.has_value());
