@@ -12,7 +12,7 @@ using Entry = std::array<std::uint8_t, 4096>;
 using Text = std::array<char, 256>;
 
 alignas(8) Entry entry;
-Text text;
+Text written;
 
 template <typename Record>
 void release(Record* record) {
@@ -77,21 +77,21 @@ void read_system_name(std::uint32_t if_index) {
     std::memcpy(&vsan_id, record->bytes + 213, sizeof vsan_id);
     release(record);
     dm_cim_get_dmEntry(mts_q, vsan_id, 1, entry.data());
-    vsan_cim_get_vsan_admindomain_key(text.data(), entry.data());
+    vsan_cim_get_vsan_admindomain_key(written.data(), entry.data());
 }
 
 void write_address(const ip_addr_value& address) {
-    ip_addr_to_str(&address, text.data(), 128);
+    ip_addr_to_str(&address, written.data(), 128);
 }
 
 void write_switch_wwn() {
     std::uint8_t wwn[8];
     system_cim_get_switch_wwn(mts_q, wwn);
-    cim_sprintf_wwn(text.data(), wwn);
+    cim_sprintf_wwn(written.data(), wwn);
 }
 
 void write_interface_name(std::uint32_t if_index) {
-    sprintf_if_index(text.data(), if_index);
+    sprintf_if_index(written.data(), if_index);
 }
 
 void read_ip_interface(std::uint32_t if_index) {

@@ -349,12 +349,12 @@ TEST_F(Ipc, FailuresLeaveAnEmptyMessage) {
     const mts_addr destination{switchsim::node_of_slot(1), 943};
     const Bytes payload = request(ip);
     for (const Fault fault : test::read_faults) {
-        mts_msg message;
-        std::memset(&message, 0xA5, sizeof message);
+        mts_msg sent;
+        std::memset(&sent, 0xA5, sizeof sent);
         switchsim::inject("mts_send", fault, 1, -3);
-        EXPECT_EQ(mts_send(mts_q, &destination, ip, payload.data(), 32, &message, 0, 0),
+        EXPECT_EQ(mts_send(mts_q, &destination, ip, payload.data(), 32, &sent, 0, 0),
                   fault == Fault::succeed_without_record ? 0 : -3);
-        mts_drop(mts_q, &message);
+        mts_drop(mts_q, &sent);
     }
     EXPECT_EQ(switchsim::undropped_messages(), 0U);
     EXPECT_FALSE(receive(0));

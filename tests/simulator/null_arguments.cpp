@@ -11,15 +11,15 @@ struct NullArgument {
 
 // What the calls are given beside the null.
 char output[256];
-std::uint8_t bytes[4096];
+std::uint8_t some_bytes[4096];
 const std::uint32_t link_key[2] = {1, 0};
 const std::uint32_t port_key[2] = {gigabit, gigabit};
 const mts_addr destination{0xFE000000, 60};
 const mts_addr line_card{switchsim::node_of_slot(1), 943};
 const mts_recv_options options{{1, 0, 5, 0, 0, 0, 0, 0}};
 const FcipTcpConnKey connection{1, 0, 3225, 3225};
-PmPortInfo port{};
-std::uint32_t word;
+PmPortInfo some_port{};
+std::uint32_t out_word;
 mts_msg message;
 void* out;
 
@@ -45,26 +45,27 @@ const NullArgument null_arguments[] = {
     {"fcip_snmp_get_link_errors: the out pointer is null",
      [] { return fcip_snmp_get_link_errors(mts_q, platform_exact, link_key, nullptr, 10); }},
     {"fcip_send_recv_with_mts_q: the destination is null",
-     [] { return fcip_send_recv_with_mts_q(8946, nullptr, link_key, 4, mts_q, &out, &word, bytes); }},
+     [] { return fcip_send_recv_with_mts_q(8946, nullptr, link_key, 4, mts_q, &out, &out_word, some_bytes); }},
     {"fcip_send_recv_with_mts_q: the payload is null",
-     [] { return fcip_send_recv_with_mts_q(8946, &destination, nullptr, 4, mts_q, &out, &word, bytes); }},
+     [] { return fcip_send_recv_with_mts_q(8946, &destination, nullptr, 4, mts_q, &out, &out_word, some_bytes); }},
     {"fcip_send_recv_with_mts_q: the out pointer is null",
-     [] { return fcip_send_recv_with_mts_q(8946, &destination, link_key, 4, mts_q, nullptr, &word, bytes); }},
+     [] { return fcip_send_recv_with_mts_q(8946, &destination, link_key, 4, mts_q, nullptr, &out_word, some_bytes); }},
     {"fcip_send_recv_with_mts_q: the reply length is null",
-     [] { return fcip_send_recv_with_mts_q(8946, &destination, link_key, 4, mts_q, &out, nullptr, bytes); }},
+     [] { return fcip_send_recv_with_mts_q(8946, &destination, link_key, 4, mts_q, &out, nullptr, some_bytes); }},
     {"fcip_send_recv_with_mts_q: the scratch area is null",
-     [] { return fcip_send_recv_with_mts_q(8946, &destination, link_key, 4, mts_q, &out, &word, nullptr); }},
+     [] { return fcip_send_recv_with_mts_q(8946, &destination, link_key, 4, mts_q, &out, &out_word, nullptr); }},
     {"fcip_if_str: the buffer is null", [] { return fcip_if_str(gigabit, nullptr) == nullptr ? -1 : 0; }},
 
     {"pm_cim_get_port_info: the out pointer is null",
      [] { return pm_cim_get_port_info(nullptr, platform_exact, gigabit, mts_q); }},
     {"pm_cmi_get_port_config: the key is null",
-     [] { return pm_cmi_get_port_config(mts_q, 1, 1, nullptr, &word, typed_out<PmPortConfig>(), 4); }},
+     [] { return pm_cmi_get_port_config(mts_q, 1, 1, nullptr, &out_word, typed_out<PmPortConfig>(), 4); }},
     {"pm_cmi_get_port_config: the auxiliary word is null",
      [] { return pm_cmi_get_port_config(mts_q, 1, 1, port_key, nullptr, typed_out<PmPortConfig>(), 4); }},
     {"pm_cmi_get_port_config: the out pointer is null",
-     [] { return pm_cmi_get_port_config(mts_q, 1, 1, port_key, &word, nullptr, 4); }},
-    {"pm_cim_get_network_address: the buffer is null", [] { return pm_cim_get_network_address(nullptr, &port, 2); }},
+     [] { return pm_cmi_get_port_config(mts_q, 1, 1, port_key, &out_word, nullptr, 4); }},
+    {"pm_cim_get_network_address: the buffer is null",
+     [] { return pm_cim_get_network_address(nullptr, &some_port, 2); }},
     {"pm_cim_get_network_address: the port is null", [] { return pm_cim_get_network_address(output, nullptr, 2); }},
     {"pm_get_clear_eth_stats: the counter buffer is null",
      [] { return pm_get_clear_eth_stats(mts_q, gigabit, gigabit, 1, nullptr); }},
@@ -73,17 +74,19 @@ const NullArgument null_arguments[] = {
 
     {"vsan_cim_get_vsanEntry: the VSAN entry is null",
      [] { return vsan_cim_get_vsanEntry(mts_q, platform_exact, nullptr); }},
-    {"vsan_cim_get_vsan_key: the key is null", [] { return vsan_cim_get_vsan_key(nullptr, bytes, bytes); }},
-    {"vsan_cim_get_vsan_key: the VSAN entry is null", [] { return vsan_cim_get_vsan_key(output, nullptr, bytes); }},
-    {"vsan_cim_get_vsan_key: the domain entry is null", [] { return vsan_cim_get_vsan_key(output, bytes, nullptr); }},
+    {"vsan_cim_get_vsan_key: the key is null", [] { return vsan_cim_get_vsan_key(nullptr, some_bytes, some_bytes); }},
+    {"vsan_cim_get_vsan_key: the VSAN entry is null",
+     [] { return vsan_cim_get_vsan_key(output, nullptr, some_bytes); }},
+    {"vsan_cim_get_vsan_key: the domain entry is null",
+     [] { return vsan_cim_get_vsan_key(output, some_bytes, nullptr); }},
     {"vsan_cim_get_vsan_admindomain_key: the key is null",
-     [] { return vsan_cim_get_vsan_admindomain_key(nullptr, bytes); }},
+     [] { return vsan_cim_get_vsan_admindomain_key(nullptr, some_bytes); }},
     {"vsan_cim_get_vsan_admindomain_key: the domain entry is null",
      [] { return vsan_cim_get_vsan_admindomain_key(output, nullptr); }},
     {"dm_cim_get_dmEntry: the domain entry is null", [] { return dm_cim_get_dmEntry(mts_q, 1, 1, nullptr); }},
 
     {"system_cim_get_switch_wwn: the WWN is null", [] { return system_cim_get_switch_wwn(mts_q, nullptr); }},
-    {"cim_sprintf_wwn: the text is null", [] { return cim_sprintf_wwn(nullptr, bytes); }},
+    {"cim_sprintf_wwn: the text is null", [] { return cim_sprintf_wwn(nullptr, some_bytes); }},
     {"cim_sprintf_wwn: the WWN is null", [] { return cim_sprintf_wwn(output, nullptr); }},
 
     {"if_index_get_slot: the result is null", [] { return if_index_get_slot(gigabit, nullptr); }},
@@ -98,7 +101,7 @@ const NullArgument null_arguments[] = {
     {"ipconf_get_if_inet_addrs: the out pointer is null",
      [] { return ipconf_get_if_inet_addrs(mts_q, gigabit, nullptr); }},
     {"cmi_req_resp: the out pointer is null",
-     [] { return cmi_req_resp(873, 1, 0, nullptr, &word, 0, 0, 35, mts_q, 5); }},
+     [] { return cmi_req_resp(873, 1, 0, nullptr, &out_word, 0, 0, 35, mts_q, 5); }},
     {"cmi_req_resp: the reply length is null",
      [] { return cmi_req_resp(873, 1, 0, &out, nullptr, 0, 0, 35, mts_q, 5); }},
     {"ip_addr_to_str: the address is null", // which it has no code for: the buffer stays as it is
@@ -114,9 +117,10 @@ const NullArgument null_arguments[] = {
      [] { return ip_addr_compare(&inet_addr_null, nullptr) == 0 ? 0 : -1; }},
 
     {"init_mts: the queue is null", [] { return init_mts(nullptr); }},
-    {"mts_send: the destination is null", [] { return mts_send(mts_q, nullptr, 1917, bytes, 32, &message, 0, 0); }},
+    {"mts_send: the destination is null",
+     [] { return mts_send(mts_q, nullptr, 1917, some_bytes, 32, &message, 0, 0); }},
     {"mts_send: the payload is null", [] { return mts_send(mts_q, &line_card, 1917, nullptr, 32, &message, 0, 0); }},
-    {"mts_send: the message is null", [] { return mts_send(mts_q, &line_card, 1917, bytes, 32, nullptr, 0, 0); }},
+    {"mts_send: the message is null", [] { return mts_send(mts_q, &line_card, 1917, some_bytes, 32, nullptr, 0, 0); }},
     {"mts_recv: the message is null", [] { return mts_recv(mts_q, nullptr, &options, 5); }},
     {"mts_recv: the options is null", [] { return mts_recv(mts_q, &message, nullptr, 5); }},
 };

@@ -14,7 +14,7 @@
 namespace cmpihost::mof {
 namespace {
 
-constexpr const char* classes = R"(
+constexpr const char* checked_classes = R"(
 [Abstract] class Top { [Key] string Id; string Note; };
 class Thing : Top { uint16 Count; uint8 Bytes[]; };
 class Other { [Key] string Id; };
@@ -28,7 +28,7 @@ class Holder { [EmbeddedInstance("Thing")] string One; [EmbeddedObject] string M
 )";
 
 const Schema& schema() {
-    static const Schema read = std::get<Schema>(Schema::read_text("t.mof", classes));
+    static const Schema read = std::get<Schema>(Schema::read_text("t.mof", checked_classes));
     return read;
 }
 
