@@ -114,7 +114,7 @@ void Connection::on_read(const Error& error, std::size_t bytes) {
         return refuse({400}); // half a request; the client may still read
     if (error)
         return close();
-    if (phase_ == Phase::idle)
+    if (late)
         enter(Phase::head, shared_->limits.header);
     if (phase_ == Phase::body) {
         body_bytes_ += bytes;
@@ -130,7 +130,10 @@ void Connection::on_late() {
 }
 
 void Connection::advance() {
-    switch (reader_.advance()) {
+    const auto progress = reader_.advance();
+    if (phase_ == Phase::idle && reader_.has_begun()) // empty lines are no request
+        enter(Phase::head, shared_->limits.header);
+    switch (progress) {
     case RequestReader::Progress::wants_more:
         return read();
     case RequestReader::Progress::head:

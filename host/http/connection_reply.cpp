@@ -114,12 +114,8 @@ void Connection::log_request() {
 void Connection::next_request() {
     const bool has_more = reader_.has_more();
     reader_.next();
-    if (has_more) {
-        enter(Phase::head, shared_->limits.header);
-        return advance();
-    }
     enter(Phase::idle, shared_->limits.idle);
-    read();
+    has_more ? advance() : read();
 }
 
 /// What the client still sends is read, or a reset would take the reply from it.

@@ -1,5 +1,6 @@
 #include "host/http/tls.h"
 
+#include <filesystem>
 #include <stdexcept>
 
 namespace cmpihost::http {
@@ -11,6 +12,15 @@ namespace ssl = boost::asio::ssl;
 void check(const std::string& file, const boost::system::error_code& error) {
     if (error)
         throw std::runtime_error(file + ": cannot be used for TLS: " + error.message());
+}
+
+/// A pipe that nobody writes to would be waited for, on the event loop's thread. What is not there is told when it is
+/// read.
+void check_kind(const std::string& file) {
+    std::error_code unknown;
+    const auto status = std::filesystem::status(file, unknown);
+    if (!unknown && std::filesystem::exists(status) && !std::filesystem::is_regular_file(status))
+        throw std::runtime_error(file + ": cannot be used for TLS: expected a file");
 }
 
 /// A key that is locked by a passphrase would be asked for on a terminal.
@@ -27,6 +37,8 @@ std::shared_ptr<ssl::context> make_tls(const TlsFiles& files) {
     SSL_CTX_set_options(handle, SSL_OP_NO_COMPRESSION | SSL_OP_NO_RENEGOTIATION | SSL_OP_CIPHER_SERVER_PREFERENCE);
     SSL_CTX_set_mode(handle, SSL_MODE_RELEASE_BUFFERS);
     SSL_CTX_set_default_passwd_cb(handle, no_passphrase);
+    for (const std::string& file : {files.certificate, files.key})
+        check_kind(file);
     boost::system::error_code error;
     context->use_certificate_chain_file(files.certificate, error);
     check(files.certificate, error);

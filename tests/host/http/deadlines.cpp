@@ -93,6 +93,34 @@ TEST_F(Deadlines, IdleConnectionIsClosed) {
     EXPECT_TRUE(client.sees_end());
 }
 
+TEST_F(Deadlines, EmptyLinesBehindABodyAreNoHeader) {
+    options.limits.header = milliseconds{100};
+    start();
+    std::unique_ptr<RawClient> client;
+    at_once([&] {
+        client = std::make_unique<RawClient>(port);
+        client->send(post() + "\r\n");
+    });
+    EXPECT_EQ(client->read_reply().status(), 200U);
+    client->send("\r\n");
+    std::this_thread::sleep_for(milliseconds{300});
+    client->send(post());
+    EXPECT_EQ(client->read_reply().status(), 200U);
+}
+
+TEST_F(Deadlines, EmptyLinesDoNotKeepAConnection) {
+    options.limits.header = options.limits.idle = milliseconds{150};
+    start();
+    std::unique_ptr<RawClient> client;
+    at_once([&] {
+        client = std::make_unique<RawClient>(port);
+        client->send(post());
+    });
+    EXPECT_EQ(client->read_reply().status(), 200U);
+    dribble(*client, "\r\n");
+    EXPECT_TRUE(client->is_closed());
+}
+
 TEST_F(Deadlines, ProviderMayTakeLongerThanClients) {
     options.limits.header = options.limits.body = options.limits.body_most = milliseconds{100};
     options.limits.sending = options.limits.idle = milliseconds{100};

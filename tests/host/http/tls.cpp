@@ -7,6 +7,8 @@
 
 #include <csignal>
 
+#include <sys/stat.h>
+
 namespace cmpihost::http {
 namespace {
 
@@ -197,6 +199,19 @@ TEST_F(TlsListeners, FailedReloadKeepsTheCertificate) {
     EXPECT_EQ(TlsClient(port).certificate_name(), "first");
     finish();
     EXPECT_NE(log_file.text().find(" note certificate and key stay as they were: " + key.name() + ": "),
+              std::string::npos)
+        << log_file.text();
+}
+
+TEST_F(TlsListeners, ReloadWaitsForNoPipe) {
+    start();
+    std::filesystem::remove(certificate.name());
+    ASSERT_EQ(mkfifo(certificate.name().c_str(), 0600), 0);
+    on_loop([this] { listener->reload(); });
+    EXPECT_EQ(TlsClient(port).certificate_name(), "first");
+    finish();
+    EXPECT_NE(log_file.text().find(" note certificate and key stay as they were: " + certificate.name() +
+                                   ": cannot be used for TLS: expected a file\n"),
               std::string::npos)
         << log_file.text();
 }
