@@ -13,7 +13,7 @@
 //   status CODE     is what it ends with, as HTTP
 //
 // usage: worker_double THREADS [GRACE | FILE FIRST LAST] | never | forge FILE
-//   GRACE is what run_worker() is given, in milliseconds; ten minutes, where it is not told
+//   GRACE is what run_worker() is given, in milliseconds; a minute where it is not told
 //   forge reads nothing, answers the second request when there is such a file, and ends with exit status 3
 //   FILE grows by a byte with each start; the starts from FIRST to LAST end with exit status 2 before they are ready
 #include "host/worker/frame_writer.h"
@@ -174,6 +174,6 @@ int main(int argc, char** argv) {
         return forge(argv[2]);
     if (argc == 5 && !may_start(argv[2], std::stoul(argv[3]), std::stoul(argv[4])))
         return 2;
-    const std::chrono::milliseconds grace(argc == 3 ? std::stoi(argv[2]) : 600'000);
+    const std::chrono::milliseconds grace(argc == 3 ? std::stoi(argv[2]) : 60'000);
     return cmpihost::worker::run_worker(worker_socket, answer, static_cast<unsigned>(std::stoul(mode)), grace);
 }
