@@ -7,6 +7,8 @@
 #include <condition_variable>
 #include <mutex>
 
+#include <sys/uio.h>
+
 namespace cmpihost::worker {
 
 /// A lock that is given to threads in the order in which they ask, so that one with many frames to write does not keep
@@ -32,8 +34,11 @@ class FrameWriter {
     /// side is gone it does nothing.
     void write(FrameKind kind, std::uint32_t request, std::string_view bytes);
 
+    /// Writes two frames at once, so that the other side is woken once.
+    void write(const Frame& first, const Frame& second);
+
   private:
-    void write_frame(const Frame& frame);
+    void write_blocks(std::span<iovec> blocks);
 
     int socket_;
     TurnLock turn_;

@@ -1,0 +1,107 @@
+#include "host/worker/question_queue.h"
+
+#include "host/worker/records.h"
+
+#include <sys/socket.h>
+
+#include <cerrno>
+
+namespace cmpihost::worker {
+
+namespace {
+
+/// Bytes that come; 0 at the end of file, which an error is as well.
+std::size_t receive_some(int socket, std::span<char> room) {
+    for (;;) {
+        const ssize_t count = recv(socket, room.data(), room.size(), 0);
+        if (count >= 0 || errno != EINTR)
+            return count < 0 ? 0 : static_cast<std::size_t>(count);
+    }
+}
+
+} // namespace
+
+QuestionQueue::QuestionQueue(int socket, unsigned at_once) : socket_(socket), at_once_(at_once) {}
+
+std::optional<Asked> QuestionQueue::next() {
+    Lock lock(mutex_);
+    while (waiting_.empty() || busy_ >= at_once_) {
+        if (ended_)
+            return std::nullopt;
+        if (reading_)
+            changed_.wait(lock);
+        else
+            read(lock);
+    }
+    std::optional<Asked> asked = std::move(waiting_.front());
+    waiting_.pop_front();
+    ++busy_;
+    lock.unlock();
+    changed_.notify_one(); // which reads, or takes the next
+    return asked;
+}
+
+void QuestionQueue::done() {
+    const std::lock_guard lock(mutex_);
+    if (--busy_ == 0)
+        idle_.notify_all();
+}
+
+void QuestionQueue::read(Lock& lock) {
+    std::deque<Asked> came;
+    std::optional<BrokenFrame> broken;
+    reading_ = true;
+    lock.unlock();
+    try {
+        receive(came);
+    } catch (const BrokenFrame& error) {
+        broken = error;
+    }
+    lock.lock();
+    reading_ = false;
+    if (came.empty() || broken) {
+        ended_ = true;
+        broken_ = broken;
+        waiting_.clear();
+        changed_.notify_all();
+        end_.notify_all();
+        return;
+    }
+    for (Asked& asked : came)
+        waiting_.push_back(std::move(asked));
+}
+
+/// One question at least; none at the end of file.
+void QuestionQueue::receive(std::deque<Asked>& came) {
+    while (came.empty()) {
+        const std::size_t count = receive_some(socket_, reader_.room());
+        if (count == 0)
+            return;
+        reader_.filled(count);
+        take_frames(came);
+    }
+}
+
+void QuestionQueue::take_frames(std::deque<Asked>& came) {
+    while (const auto frame = reader_.next()) {
+        std::string& record = records_[frame->request];
+        if (!add_to_record(record, *frame))
+            continue;
+        came.push_back({frame->request, decode_question(record)});
+        records_.erase(frame->request);
+    }
+}
+
+void QuestionQueue::await_end() {
+    Lock lock(mutex_);
+    end_.wait(lock, [this] { return ended_; });
+    if (broken_)
+        throw BrokenFrame(*broken_);
+}
+
+bool QuestionQueue::await_idle(std::chrono::milliseconds most) {
+    Lock lock(mutex_);
+    return idle_.wait_for(lock, most, [this] { return busy_ == 0; });
+}
+
+} // namespace cmpihost::worker
