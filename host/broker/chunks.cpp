@@ -10,7 +10,7 @@ namespace {
 
 /// What scopes gave back. It is never destroyed: a thread may outlive main().
 struct Pool {
-    static constexpr std::size_t most = 256; // 16 MiB
+    static constexpr std::size_t most = 64; // 4 MiB
 
     std::mutex mutex;
     Arena::Chunk* first = nullptr;

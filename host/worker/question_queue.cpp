@@ -29,16 +29,30 @@ std::optional<Asked> QuestionQueue::next() {
         if (ended_)
             return std::nullopt;
         if (reading_)
-            changed_.wait(lock);
+            wait(lock);
         else
             read(lock);
     }
     std::optional<Asked> asked = std::move(waiting_.front());
     waiting_.pop_front();
     ++busy_;
-    lock.unlock();
-    changed_.notify_one(); // which reads, or takes the next
+    call_one(); // who reads, or takes the next
     return asked;
+}
+
+void QuestionQueue::wait(Lock& lock) {
+    Idle self;
+    crew_.push_back(&self);
+    self.call.wait(lock, [&self] { return self.called; });
+}
+
+void QuestionQueue::call_one() {
+    if (crew_.empty())
+        return;
+    Idle& last = *crew_.back();
+    crew_.pop_back();
+    last.called = true;
+    last.call.notify_one();
 }
 
 void QuestionQueue::done() {
@@ -63,7 +77,8 @@ void QuestionQueue::read(Lock& lock) {
         ended_ = true;
         broken_ = broken;
         waiting_.clear();
-        changed_.notify_all();
+        while (!crew_.empty())
+            call_one();
         end_.notify_all();
         return;
     }

@@ -41,6 +41,14 @@ class QuestionQueue {
   private:
     using Lock = std::unique_lock<std::mutex>;
 
+    /// A thread that waits in next().
+    struct Idle {
+        std::condition_variable call;
+        bool called = false;
+    };
+
+    void wait(Lock& lock);
+    void call_one();
     void read(Lock& lock);
     void receive(std::deque<Asked>& came);
     void take_frames(std::deque<Asked>& came);
@@ -51,7 +59,7 @@ class QuestionQueue {
     std::unordered_map<std::uint32_t, std::string> records_{}; ///< likewise: questions whose last frame has not come
 
     std::mutex mutex_;
-    std::condition_variable changed_; ///< what next() waits for
+    std::vector<Idle*> crew_; ///< that waits. The last is called first: its memory is still at hand.
     std::condition_variable end_;
     std::condition_variable idle_;
     std::deque<Asked> waiting_;
