@@ -111,7 +111,7 @@ std::size_t xml_character_length(std::string_view text, std::size_t at) {
 bool is_utf8(std::string_view text) {
     std::size_t at = 0;
     while (at < text.size()) {
-        const std::size_t length = decode(text, at).length;
+        const std::size_t length = byte_at(text, at) < 0x80 ? 1 : decode(text, at).length;
         if (length == 0)
             return false;
         at += length;
@@ -166,11 +166,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 bool is_cim_name(std::string_view text) {
-    const auto digit = [](char c) { return c >= '0' && c <= '9'; };
-    const auto part = [digit](char c) {
-        return digit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || (c & 0x80) != 0;
-    };
-    return !text.empty() && !digit(text.front()) && std::all_of(text.begin(), text.end(), part);
+    return !text.empty() && !is_digit(text.front()) && std::all_of(text.begin(), text.end(), is_name_part);
 }
 
 } // namespace cmpihost::cimxml
