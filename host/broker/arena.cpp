@@ -45,11 +45,9 @@ std::pair<std::size_t, std::uint64_t> place_of(const void* handle) {
 Arena::Arena() : owner_(&this_thread_) {}
 
 Arena::~Arena() {
-    while (Chunk* chunk = chunk_) {
-        chunk_ = chunk->next;
+    for (Chunk* chunk = chunk_; chunk != nullptr; chunk = chunk->next)
         ASAN_UNPOISON_MEMORY_REGION(chunk->begin(), static_cast<std::size_t>(chunk->end() - chunk->begin()));
-        give_chunk_back(chunk);
-    }
+    give_chunks_back(chunk_);
     while (Apart* block = apart_) {
         apart_ = block->next;
         std::free(block);
