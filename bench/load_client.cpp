@@ -31,6 +31,9 @@ using asio::ip::tcp;
 using Clock = std::chrono::steady_clock;
 using Error = boost::system::error_code;
 
+/// For the slow ones, before the others begin.
+constexpr std::chrono::seconds time_to_get_stuck{2};
+
 /// What all connections share.
 struct Load {
     asio::io_context loop{1};
@@ -200,10 +203,14 @@ int run(int count, char** arguments) {
     load.wanted = std::stoul(arguments[2]);
     for (int i = 5; i < count; ++i)
         load.requests.push_back(text_of(arguments[i]));
-    for (std::size_t number = 0; number < std::stoul(arguments[4]); ++number)
+    const std::size_t slow = std::stoul(arguments[4]);
+    for (std::size_t number = 0; number < slow; ++number)
         std::make_shared<SlowClient>(load, number)->begin();
-    for (std::size_t number = 0; number < std::stoul(arguments[3]); ++number)
-        std::make_shared<Client>(load)->ask();
+    asio::steady_timer start(load.loop, slow > 0 ? time_to_get_stuck : std::chrono::seconds(0));
+    start.async_wait([&load, clients = std::stoul(arguments[3])](Error) {
+        for (std::size_t number = 0; number < clients; ++number)
+            std::make_shared<Client>(load)->ask();
+    });
     load.loop.run();
     std::printf("%zu %zu %u\n", load.good, load.wanted - load.good, median(load.microseconds));
     return load.good == load.wanted ? 0 : 1;
