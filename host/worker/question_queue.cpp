@@ -2,6 +2,7 @@
 
 #include "host/worker/records.h"
 
+#include <poll.h>
 #include <sys/socket.h>
 
 #include <cerrno>
@@ -10,9 +11,13 @@ namespace cmpihost::worker {
 
 namespace {
 
-/// Bytes that come; 0 at the end of file, which an error is as well.
+/// Bytes that come; 0 at the end of file, which an error is as well. Who waits in recv() is woken whenever the other
+/// side has taken something of a reply, too; who waits in poll() is not.
 std::size_t receive_some(int socket, std::span<char> room) {
+    pollfd readable{socket, POLLIN, 0};
     for (;;) {
+        if (poll(&readable, 1, -1) < 0 && errno == EINTR)
+            continue;
         const ssize_t count = recv(socket, room.data(), room.size(), 0);
         if (count >= 0 || errno != EINTR)
             return count < 0 ? 0 : static_cast<std::size_t>(count);
