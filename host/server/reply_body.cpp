@@ -4,7 +4,7 @@ namespace cmpihost::server {
 
 namespace {
 
-constexpr std::size_t part_size = std::size_t{48} << 10; // with another object, most often less than a frame
+constexpr std::size_t part_size = std::size_t{96} << 10;
 
 } // namespace
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace cmpihost::worker {
 
@@ -62,10 +63,17 @@ void TurnLock::unlock() {
 FrameWriter::FrameWriter(int socket) : socket_(socket) {}
 
 void FrameWriter::write(FrameKind kind, std::uint32_t request, std::string_view bytes) {
-    for_each_frame(kind, request, bytes, [this](const Frame& frame) {
-        auto header = frame_header(frame);
-        std::array blocks{block_of(header), block_of(frame.payload)};
-        write_blocks(blocks);
+    constexpr std::size_t frames_at_once = 4;
+    std::array<std::array<char, frame_header_size>, frames_at_once> headers{};
+    std::array<iovec, 2 * frames_at_once> blocks{};
+    std::size_t count = 0;
+    for_each_frame(kind, request, bytes, [&](const Frame& frame) {
+        headers[count] = frame_header(frame);
+        blocks[2 * count] = block_of(headers[count]);
+        blocks[2 * count + 1] = block_of(frame.payload);
+        const bool last = frame.payload.data() + frame.payload.size() == bytes.data() + bytes.size();
+        if (++count == frames_at_once || last)
+            write_blocks(std::span(blocks).first(2 * std::exchange(count, 0)));
     });
 }
 

@@ -30,8 +30,8 @@ class FrameWriter {
     /// @param socket blocking; stays the caller's
     explicit FrameWriter(int socket);
 
-    /// Writes a record or bytes of a body, frame by frame; between them other threads have their turn. Once the other
-    /// side is gone it does nothing.
+    /// Writes a record or bytes of a body, a few frames at once; between them other threads have their turn. Once the
+    /// other side is gone it does nothing.
     void write(FrameKind kind, std::uint32_t request, std::string_view bytes);
 
     /// Writes two frames at once, so that the other side is woken once.
