@@ -5,7 +5,7 @@
 
 #include <cmpimacs.h>
 
-#include <cstdio>
+#include <charconv>
 
 #include <strings.h>
 
@@ -80,7 +80,7 @@ struct PortKeys {
 PortKeys port_keys(const PmPortInfo& info, const char* class_name) {
     PortKeys keys{{}, class_name};
     const auto number = static_cast<std::int32_t>(get_host(info.bytes, 0));
-    std::snprintf(keys.device_id, sizeof keys.device_id, "%d", number);
+    std::to_chars(std::begin(keys.device_id), std::end(keys.device_id) - 1, number);
     return keys;
 }
 

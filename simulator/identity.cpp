@@ -3,7 +3,7 @@
 #include "simulator/state.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <array>
 
 using namespace switchsim;
 
@@ -29,6 +29,20 @@ const std::string* given_text(const std::uint8_t wwn[8]) {
     std::copy(wwn, wwn + key.size(), key.begin());
     const auto found = current().wwn_texts.find(key);
     return found == current().wwn_texts.end() ? nullptr : &found->second;
+}
+
+/// The bytes in hexadecimal, "20:00:00:...", by hand: every row of an answer has some.
+std::array<char, 24> octets_text(const std::uint8_t wwn[8]) {
+    constexpr char digits[] = "0123456789abcdef";
+    std::array<char, 24> text{};
+    auto* out = text.begin();
+    for (std::size_t i = 0; i < 8; ++i) {
+        *out++ = digits[wwn[i] >> 4];
+        *out++ = digits[wwn[i] & 15];
+        *out++ = ':';
+    }
+    text.back() = '\0';
+    return text;
 }
 
 } // namespace
@@ -62,7 +76,6 @@ int cim_sprintf_wwn(char* text, const std::uint8_t wwn[8]) {
     if (const std::string* given = given_text(wwn))
         write_text(text, *given);
     else
-        std::snprintf(text, text_size, "%02x:%02x:%02x:%02x:%02x:%02x:%02x:%02x", wwn[0], wwn[1], wwn[2], wwn[3],
-                      wwn[4], wwn[5], wwn[6], wwn[7]);
+        write_text(text, octets_text(wwn).data());
     return 0;
 }

@@ -1,10 +1,9 @@
+#include "simulator/address_text.h"
 #include "simulator/bytes.h"
 #include "simulator/call.h"
 #include "simulator/state.h"
 
 #include <algorithm>
-
-#include <arpa/inet.h>
 
 using namespace switchsim;
 
@@ -80,12 +79,12 @@ char* ip_addr_to_str(const ip_addr_value* address, char* buffer, int length) {
     const Call call(Function::ip_addr_to_str);
     if (!call.expect_pointer("the address", address) || !call.expect_pointer("the buffer", buffer) || length <= 0)
         return buffer;
-    char text[INET6_ADDRSTRLEN] = "null";
+    AddressText text{"null"};
     if (address->family == ip_family_ipv4)
-        inet_ntop(AF_INET, address->address, text, sizeof text);
+        text = ipv4_text(std::span(address->address).first<4>());
     else if (address->family == ip_family_ipv6)
-        inet_ntop(AF_INET6, address->address, text, sizeof text);
-    write_text(buffer, text, static_cast<std::size_t>(length));
+        text = ipv6_text(address->address);
+    write_text(buffer, text.data(), static_cast<std::size_t>(length));
     return buffer;
 }
 

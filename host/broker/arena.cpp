@@ -25,8 +25,6 @@ struct alignas(16) Arena::Apart {
 
 namespace {
 
-thread_local char this_thread; // its address tells threads apart
-
 std::uintptr_t number_of(const void* address) {
     return reinterpret_cast<std::uintptr_t>(address);
 }
@@ -44,22 +42,16 @@ std::pair<std::size_t, std::uint64_t> place_of(const void* handle) {
 
 } // namespace
 
-Arena::Arena() : owner_(&this_thread) {}
+Arena::Arena() : owner_(&this_thread_) {}
 
 Arena::~Arena() {
-    while (Chunk* chunk = chunk_) {
-        chunk_ = chunk->next;
+    for (Chunk* chunk = chunk_; chunk != nullptr; chunk = chunk->next)
         ASAN_UNPOISON_MEMORY_REGION(chunk->begin(), static_cast<std::size_t>(chunk->end() - chunk->begin()));
-        give_chunk_back(chunk);
-    }
+    give_chunks_back(chunk_);
     while (Apart* block = apart_) {
         apart_ = block->next;
         std::free(block);
     }
-}
-
-bool Arena::is_mine() const {
-    return owner_ == &this_thread;
 }
 
 void* Arena::allocate(std::size_t size) {

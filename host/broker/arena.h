@@ -39,7 +39,7 @@ class Arena {
     bool is_handle(const void* address) const;
 
     /// Whether this is the thread that the arena belongs to.
-    bool is_mine() const;
+    bool is_mine() const { return owner_ == &this_thread_; }
 
     struct Chunk;
     struct Apart;
@@ -49,6 +49,7 @@ class Arena {
         Free* next;
     };
     static constexpr std::size_t largest_in_chunk = 2048;
+    static inline thread_local constinit char this_thread_ = 0; // its address tells threads apart
 
     void* cut(std::size_t size);
     void* allocate_apart(std::size_t size);

@@ -3,6 +3,9 @@
 #include <cstdlib>
 #include <mutex>
 #include <new>
+#include <utility>
+
+#include <malloc.h>
 
 namespace cmpihost {
 
@@ -10,7 +13,7 @@ namespace {
 
 /// What scopes gave back. It is never destroyed: a thread may outlive main().
 struct Pool {
-    static constexpr std::size_t most = 256; // 16 MiB
+    static constexpr std::size_t most = 64; // 4 MiB
 
     std::mutex mutex;
     Arena::Chunk* first = nullptr;
@@ -33,6 +36,18 @@ void* from_pool() {
     return chunk;
 }
 
+/// As many of them as may be kept. Gives the others.
+Arena::Chunk* keep(Arena::Chunk* first) {
+    Pool& kept = pool();
+    const std::lock_guard lock(kept.mutex);
+    while (first != nullptr && kept.count < Pool::most) {
+        Arena::Chunk* chunk = std::exchange(first, first->next);
+        chunk->next = std::exchange(kept.first, chunk);
+        ++kept.count;
+    }
+    return first;
+}
+
 } // namespace
 
 Arena::Chunk* take_chunk() {
@@ -43,18 +58,15 @@ Arena::Chunk* take_chunk() {
     return new (memory) Arena::Chunk;
 }
 
-void give_chunk_back(Arena::Chunk* chunk) {
-    Pool& kept = pool();
-    {
-        const std::lock_guard lock(kept.mutex);
-        if (kept.count < Pool::most) {
-            chunk->next = kept.first;
-            kept.first = chunk;
-            ++kept.count;
-            return;
-        }
+void give_chunks_back(Arena::Chunk* first) {
+    Arena::Chunk* surplus = keep(first);
+    if (surplus == nullptr)
+        return;
+    while (Arena::Chunk* chunk = surplus) {
+        surplus = chunk->next;
+        std::free(chunk);
     }
-    std::free(chunk);
+    malloc_trim(0); // the chunks lie between others, so that the heap would not become smaller by itself
 }
 
 } // namespace cmpihost

@@ -23,7 +23,8 @@ struct alignas(16) Arena::Chunk {
 /// An empty chunk, one that a scope gave back if there is any. @throws std::bad_alloc
 Arena::Chunk* take_chunk();
 
-/// Takes a chunk back: it is kept for the next scope, or freed where enough are kept.
-void give_chunk_back(Arena::Chunk* chunk);
+/// Takes a scope's chunks back, linked by `next`: some are kept for the next scope. Where that was a large one, what
+/// the process does not need goes back to the system.
+void give_chunks_back(Arena::Chunk* first);
 
 } // namespace cmpihost

@@ -71,7 +71,7 @@ void release_list(Store& store, const List<T>& list) {
 template <class T>
 void append(Store& store, List<T>& list, const T& element) {
     if (list.count == list.room) {
-        List<T> larger = list_for<T>(store, list.room == 0 ? 8 : 2 * std::size_t{list.room});
+        List<T> larger = list_for<T>(store, list.room == 0 ? 4 : 2 * std::size_t{list.room});
         std::uninitialized_copy(list.begin(), list.end(), larger.first);
         larger.count = list.count;
         release_list(store, list);

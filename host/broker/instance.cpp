@@ -129,7 +129,11 @@ const CMPIInstanceFT instance_table{
 CMPIInstance* new_instance(const CMPIBroker*, const CMPIObjectPath* argument, CMPIStatus* status) {
     const HeldObject* path = live(argument);
     if (path != nullptr)
-        return make<CMPIInstance>(status, [path](Store& store) { return InstanceData{copy(store, *path), {}, false}; });
+        return make<CMPIInstance>(status, [path](Store& store) {
+            HeldObject object = path_of(store, *path);
+            object.properties = list_for<HeldProperty>(store, store.likely_properties);
+            return InstanceData{object, {}, false};
+        });
     report(status, fault_of(argument));
     return nullptr;
 }

@@ -35,11 +35,12 @@ State* scope_of(const CMPIResult* self) {
     return scope != nullptr && *scope == State::innermost() ? *scope : nullptr;
 }
 
-const HeldObject& object_of(const InstanceData& instance) {
+const HeldObject& object_of(State& scope, const InstanceData& instance) {
+    scope.store.likely_properties = instance.object.properties.count;
     return instance.object;
 }
 
-const HeldObject& object_of(const HeldObject& path) {
+const HeldObject& object_of(State& /*scope*/, const HeldObject& path) {
     return path;
 }
 
@@ -71,7 +72,7 @@ CMPIStatus return_object(const CMPIResult* self, const Handle* handle) {
         ++scope->answer.invalid_results;
         return status_of(CMPI_RC_ERR_INVALID_HANDLE);
     }
-    hand_over(*scope, object_of(*data), std::is_same_v<Handle, CMPIInstance>);
+    hand_over(*scope, object_of(*scope, *data), std::is_same_v<Handle, CMPIInstance>);
     return status_of(CMPI_RC_OK);
 }
 

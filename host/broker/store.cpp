@@ -1,7 +1,5 @@
 #include "host/broker/store.h"
 
-#include "host/cim/names.h"
-
 #include <new>
 
 namespace cmpihost {
@@ -10,6 +8,11 @@ namespace {
 
 std::uint32_t hash_of(std::string_view text) {
     return static_cast<std::uint32_t>(NameTraits{}(text));
+}
+
+/// Literals lie close together: the product spreads them, so that hardly two of a class meet in one place.
+std::size_t place_of(const char* text) {
+    return static_cast<std::uint32_t>(reinterpret_cast<std::uintptr_t>(text)) * std::uint32_t{0x9e3779b1} >> 24;
 }
 
 /// The slot of the name with this text, or the empty one where it belongs.
@@ -25,8 +28,7 @@ std::size_t slot_of(const std::vector<const Name*>& slots, std::string_view text
 const Name* Store::name(std::string_view text) {
     if (!arena.is_mine()) // the table is for the thread of the arena alone
         return add(text, hash_of(text));
-    const auto address = reinterpret_cast<std::uintptr_t>(text.data());
-    Recent& recent = recent_[(address ^ (address >> 6)) % recent_.size()];
+    Recent& recent = recent_[place_of(text.data()) % recent_.size()];
     if (recent.at != text.data() || recent.name->text != text)
         recent = {text.data(), find_or_add(text)};
     return recent.name;
@@ -54,10 +56,6 @@ void Store::grow() {
         if (name != nullptr)
             larger[slot_of(larger, name->text, name->hash)] = name;
     slots_ = std::move(larger);
-}
-
-bool same_name(const Name& a, const Name& b) {
-    return &a == &b || (a.hash == b.hash && same_name(a.text, b.text));
 }
 
 } // namespace cmpihost

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/broker/arena.h"
+#include "host/cim/names.h"
 
 #include <cstdint>
 #include <vector>
@@ -21,6 +22,9 @@ class Store {
 
     Arena arena;
 
+    /// For how many properties a new instance gets room: as many as the instance had that was returned last.
+    std::uint32_t likely_properties = 8;
+
   private:
     const Name* find_or_add(std::string_view text);
     const Name* add(std::string_view text, std::uint32_t hash);
@@ -31,12 +35,14 @@ class Store {
         const char* at = nullptr;
         const Name* name = nullptr;
     };
-    std::array<Recent, 64> recent_{};
+    std::array<Recent, 256> recent_{};
     std::vector<const Name*> slots_; // open addressing, at most half full
     std::size_t count_ = 0;
 };
 
 /// Whether the names differ in case at most.
-bool same_name(const Name& a, const Name& b);
+inline bool same_name(const Name& a, const Name& b) {
+    return &a == &b || (a.hash == b.hash && same_name(a.text, b.text));
+}
 
 } // namespace cmpihost

@@ -13,7 +13,7 @@ namespace {
 
 using enum Request::Operation;
 
-std::atomic<const Provider*> served = nullptr;
+std::atomic<const Upcalled*> answers = nullptr;
 
 std::optional<std::string> optional_text(const char* text) {
     return text ? std::optional<std::string>(text) : std::nullopt;
@@ -41,14 +41,14 @@ void set_filters(Request& request, const char* assoc_class, const char* result_c
 
 /// The provider's answer; its status is reported, with the text as an object of the scope that asks.
 Answer answer_to(const Request& request, const CMPIObjectPath* path, CMPIStatus* status) {
-    const Provider* provider = served;
+    const Upcalled* upcalled = answers;
     Answer answer;
     if (live(path) == nullptr)
         answer.rc = fault_of(path);
-    else if (provider == nullptr)
+    else if (upcalled == nullptr)
         answer.rc = CMPI_RC_ERR_NOT_SUPPORTED;
     else
-        answer = run(*provider, request);
+        answer = (*upcalled)(request);
     report(status, static_cast<CMPIrc>(answer.rc));
     if (status != nullptr && answer.message)
         status->msg = State::innermost()->add<CMPIString>(text_in(State::innermost()->store, *answer.message));
@@ -74,8 +74,12 @@ CMPIData no_value() {
 
 } // namespace
 
-void serve_upcalls(const Provider* provider) {
-    served = provider;
+void serve_upcalls(const Upcalled* answer) {
+    answers = answer;
+}
+
+void end_upcalls(const Upcalled* answer) {
+    answers.compare_exchange_strong(answer, nullptr);
 }
 
 CMPIEnumeration* up_enumerate_names(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,

@@ -5,8 +5,14 @@
 
 namespace cmpihost {
 
-/// Has the broker answer such requests with this provider from now on, on all threads; null: they are not supported, as
-/// before the first call. The provider must live until it is replaced.
-void serve_upcalls(const Provider* provider);
+/// Answers such a request, on the thread of the provider that asks.
+using Upcalled = std::function<Answer(const Request& request)>;
+
+/// Has them answered so from now on, on all threads. Before, they are not supported.
+/// @param answer must live until end_upcalls()
+void serve_upcalls(const Upcalled* answer);
+
+/// They are not supported any more, unless somebody else answers them by now.
+void end_upcalls(const Upcalled* answer);
 
 } // namespace cmpihost

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace cmpihost::cimxml {
 
@@ -73,6 +74,27 @@ constexpr std::array<bool, 256> special_bytes = [] {
     return special;
 }();
 
+constexpr std::size_t word_size = sizeof(std::uint64_t);
+
+constexpr std::uint64_t in_each_byte(std::uint64_t byte) {
+    return byte * 0x0101010101010101U;
+}
+
+/// A mark in the first byte that is zero; none if there is none.
+constexpr std::uint64_t zeroes(std::uint64_t word) {
+    return (word - in_each_byte(0x01)) & ~word & in_each_byte(0x80);
+}
+
+/// Whether none of the eight bytes there needs a second look. Tabs and line ends count as controls here.
+bool is_plain_word(const char* bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, word_size);
+    const std::uint64_t controls = (word - in_each_byte(0x20)) & ~word;
+    const std::uint64_t angles = zeroes((word | in_each_byte('<' ^ '>')) ^ in_each_byte('>'));
+    const std::uint64_t quotes = zeroes((word | in_each_byte('"' ^ '&')) ^ in_each_byte('&'));
+    return ((word | controls | angles | quotes) & in_each_byte(0x80)) == 0;
+}
+
 } // namespace
 
 bool is_xml_character(std::uint32_t code) {
@@ -89,7 +111,7 @@ std::size_t xml_character_length(std::string_view text, std::size_t at) {
 bool is_utf8(std::string_view text) {
     std::size_t at = 0;
     while (at < text.size()) {
-        const std::size_t length = decode(text, at).length;
+        const std::size_t length = byte_at(text, at) < 0x80 ? 1 : decode(text, at).length;
         if (length == 0)
             return false;
         at += length;
@@ -113,6 +135,10 @@ void append_escaped(std::string& out, std::string_view text) {
     std::size_t run = 0;
     std::size_t at = 0;
     while (at < text.size()) {
+        if (text.size() - at >= word_size && is_plain_word(text.data() + at)) {
+            at += word_size;
+            continue;
+        }
         if (!special_bytes[byte_at(text, at)]) {
             ++at;
             continue;
@@ -140,11 +166,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 bool is_cim_name(std::string_view text) {
-    const auto digit = [](char c) { return c >= '0' && c <= '9'; };
-    const auto part = [digit](char c) {
-        return digit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || (c & 0x80) != 0;
-    };
-    return !text.empty() && !digit(text.front()) && std::all_of(text.begin(), text.end(), part);
+    return !text.empty() && !is_digit(text.front()) && std::all_of(text.begin(), text.end(), is_name_part);
 }
 
 } // namespace cmpihost::cimxml

@@ -30,6 +30,15 @@ constexpr bool is_blank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
+constexpr bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// What a CIM name may have behind its first character.
+constexpr bool is_name_part(char c) {
+    return is_digit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || (c & 0x80) != 0;
+}
+
 /// Text without the blanks around it.
 std::string_view trimmed(std::string_view text);
 

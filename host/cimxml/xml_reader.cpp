@@ -25,7 +25,8 @@ void check_characters(std::string_view bytes) {
         throw Fault{XmlFault::invalid};
     std::size_t at = 0;
     while (at < bytes.size()) {
-        const std::size_t length = xml_character_length(bytes, at);
+        const bool plain = bytes[at] >= ' ' && bytes[at] <= '~';
+        const std::size_t length = plain ? 1 : xml_character_length(bytes, at);
         if (length == 0)
             malformed();
         at += length;
@@ -207,14 +208,12 @@ class Reader {
         while (at_ < text_.size() && is_name_character(text_[at_]))
             ++at_;
         const std::string_view name = text_.substr(start, at_ - start);
-        if (name.empty() || name.front() == '-' || name.front() == '.' || (name.front() >= '0' && name.front() <= '9'))
+        if (name.empty() || name.front() == '-' || name.front() == '.' || is_digit(name.front()))
             malformed();
         return name;
     }
 
-    static bool is_name_character(char c) {
-        return (c >= '0' && c <= '9') || c == '-' || c == '.' || c == ':' || is_cim_name(std::string_view(&c, 1));
-    }
+    static bool is_name_character(char c) { return is_name_part(c) || c == '-' || c == '.' || c == ':'; }
 
     /// Pointers to open elements stay valid: their parents take no further child meanwhile.
     void start_tag() {

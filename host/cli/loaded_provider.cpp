@@ -1,21 +1,21 @@
 #include "host/cli/loaded_provider.h"
 
-#include "host/broker/upcalls.h"
 #include "host/cli/call_text.h"
 #include "host/cli/output.h"
 
 namespace cmpihost {
 
 LoadedProvider::LoadedProvider(const Options& options, const Streams& streams)
-    : redirected_(options.trace, streams.err), library_(options.provider) {
+    : redirected_(options.trace, streams.err), library_(options.provider),
+      upcalled_([this](const Request& request) { return run(library_.provider(), request); }) {
     if (options.scenario_wanted || (!options.scenario.empty() && library_.takes_scenario()))
         library_.load_scenario(options.scenario);
     library_.create(options.name);
-    serve_upcalls(&library_.provider());
+    serve_upcalls(&upcalled_);
 }
 
 LoadedProvider::~LoadedProvider() {
-    serve_upcalls(nullptr);
+    end_upcalls(&upcalled_);
 }
 
 Answer LoadedProvider::ask(const Request& request, const Sink& sink) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/broker/loader.h"
+#include "host/broker/upcalls.h"
 #include "host/cli/options.h"
 #include "host/cli/redirect.h"
 #include "host/cli/streams.h"
@@ -29,6 +30,7 @@ class LoadedProvider {
   private:
     StandardOutputElsewhere redirected_;
     Library library_;
+    Upcalled upcalled_;
 };
 
 } // namespace cmpihost

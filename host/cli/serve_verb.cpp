@@ -4,6 +4,7 @@
 #include "host/cli/serve_options.h"
 #include "host/http/listener.h"
 #include "host/server/service.h"
+#include "host/worker/heap.h"
 #include "host/worker/in_process.h"
 #include "host/worker/supervisor.h"
 
@@ -141,6 +142,7 @@ int serve(const std::vector<std::string>& arguments, const Streams& streams) {
         const int printed = print(streams, line.output);
         return printed == exit_ok ? line.exit_code : printed;
     }
+    worker::keep_freed_memory();
     try {
         return Server(*line.options, streams).run();
     } catch (const std::runtime_error& error) {

@@ -3,6 +3,7 @@
 #include "host/cli/redirect.h"
 #include "host/cli/serve_options.h"
 #include "host/server/service.h"
+#include "host/worker/heap.h"
 #include "host/worker/worker_process.h"
 
 #include <stdexcept>
@@ -19,6 +20,7 @@ int work(const std::vector<std::string>& arguments, const Streams& streams) {
     const ServeLine line = read_serve_line(arguments);
     if (!line.options)
         return refuse(streams, "worker: expected the arguments of serve");
+    worker::keep_freed_memory();
     try {
         const StandardOutputElsewhere redirected(line.options->trace, streams.err);
         server::Service service(line.options->settings);

@@ -66,14 +66,27 @@ void Connection::enter(Phase phase, milliseconds limit) {
 
 void Connection::enter_without_limit(Phase phase) {
     phase_ = phase;
-    timer_.cancel();
+    deadline_ = Time::max();
 }
 
+/// Deadlines move with each phase, and hardly any is reached: a timer that rings before the new one is left alone.
 void Connection::arm(Time deadline) {
-    timer_.expires_at(deadline);
+    deadline_ = deadline;
+    if (!timer_waits_ || timer_.expiry() > deadline)
+        await_deadline();
+}
+
+void Connection::await_deadline() {
+    timer_waits_ = true;
+    timer_.expires_at(deadline_);
     timer_.async_wait([self = shared_from_this()](const Error& error) {
-        if (!error && self->timer_.expiry() <= now()) // it may have been moved while this waited in the loop
+        if (error || self->phase_ == Phase::closed)
+            return;
+        self->timer_waits_ = false;
+        if (self->deadline_ <= now())
             self->expire();
+        else if (self->deadline_ != Time::max())
+            self->await_deadline();
     });
 }
 

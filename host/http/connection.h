@@ -56,6 +56,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void enter(Phase phase, milliseconds limit);
     void enter_without_limit(Phase phase);
     void arm(Time deadline);
+    void await_deadline();
     void expire();
 
     void handshake();
@@ -90,7 +91,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
     Source source_;
     std::string address_;
     std::unique_ptr<Places::Place> place_;
-    boost::asio::steady_timer timer_;
+    boost::asio::steady_timer timer_; ///< rings at the deadline or before
+    bool timer_waits_ = false;
+    Time deadline_ = Time::max(); ///< of the phase
     Phase phase_ = Phase::handshake;
     bool expired_ = false; ///< the deadline passed while bytes were awaited
 

@@ -4,7 +4,7 @@ namespace cmpihost::server {
 
 namespace {
 
-constexpr std::size_t part_size = std::size_t{64} << 10;
+constexpr std::size_t part_size = std::size_t{96} << 10;
 
 } // namespace
 

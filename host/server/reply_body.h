@@ -20,7 +20,7 @@ class ObjectOutput {
     virtual bool is_full() const = 0;
 };
 
-/// A reply's body on its way to a sink, in parts of about 64 KiB.
+/// A reply's body on its way to a sink, in parts of about 96 KiB.
 class ReplyBody : public ObjectOutput {
   public:
     /// @param limit bytes of the whole body

@@ -7,6 +7,7 @@
 #include "host/server/class_operations.h"
 #include "host/server/exchange.h"
 #include "host/server/inquiry.h"
+#include "host/server/upcall_answers.h"
 
 #include <exception>
 
@@ -98,6 +99,7 @@ class Service::State {
 
     const Settings settings_;
     const Catalogue catalogue_;
+    const UpcallAnswers upcalls_{catalogue_};
     Contexts contexts_;
     SaidOnce said_;
 };

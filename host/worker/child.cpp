@@ -62,6 +62,8 @@ bool Child::read_available(unsigned rounds) {
         reader_.filled(static_cast<std::size_t>(count));
         if (!hand_over())
             return false;
+        if (static_cast<std::size_t>(count) < room.size()) // that was all
+            break;
     }
     return socket_.is_open();
 }

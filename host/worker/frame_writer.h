@@ -7,6 +7,8 @@
 #include <condition_variable>
 #include <mutex>
 
+#include <sys/uio.h>
+
 namespace cmpihost::worker {
 
 /// A lock that is given to threads in the order in which they ask, so that one with many frames to write does not keep
@@ -28,12 +30,15 @@ class FrameWriter {
     /// @param socket blocking; stays the caller's
     explicit FrameWriter(int socket);
 
-    /// Writes a record or bytes of a body, frame by frame; between them other threads have their turn. Once the other
-    /// side is gone it does nothing.
+    /// Writes a record or bytes of a body, a few frames at once; between them other threads have their turn. Once the
+    /// other side is gone it does nothing.
     void write(FrameKind kind, std::uint32_t request, std::string_view bytes);
 
+    /// Writes two frames at once, so that the other side is woken once.
+    void write(const Frame& first, const Frame& second);
+
   private:
-    void write_frame(const Frame& frame);
+    void write_blocks(std::span<iovec> blocks);
 
     int socket_;
     TurnLock turn_;

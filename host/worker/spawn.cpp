@@ -75,6 +75,8 @@ pid_t spawn_with(const std::vector<std::string>& command, int socket) {
 Process spawn(const std::vector<std::string>& command) {
     std::array<int, 2> ends{};
     check(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) == 0 ? 0 : errno, "no socket pair");
+    const int room = 1 << 20; // or what the system allows: replies come faster than the front takes them
+    setsockopt(ends[1], SOL_SOCKET, SO_SNDBUF, &room, sizeof room);
     Process process;
     process.socket = ends[0];
     try {

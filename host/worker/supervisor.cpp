@@ -9,6 +9,8 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 namespace cmpihost::worker {
 
@@ -22,10 +24,11 @@ constexpr unsigned too_large = 413;
 struct Request {
     Exchange exchange;
     std::string frames; ///< until they are sent
-    Timer timer;
     Clock::time_point asked;
+    Clock::time_point due{}; ///< when it is looked after next
     Clock::time_point sent{};
     std::shared_ptr<Worker> worker{}; ///< null while it waits
+    bool warned = false;
 };
 
 } // namespace
@@ -40,15 +43,16 @@ class Supervisor::State : public std::enable_shared_from_this<State> {
     void stop(std::function<void()> stopped);
 
   private:
-    using TimedStep = void (State::*)(std::uint32_t number, Request& request);
-
     bool may_send() const;
     void add(const std::string& record, Done done);
     void send_waiting();
-    void wait_until(Clock::time_point time, std::uint32_t number, Request& request, TimedStep step);
-    void warn(std::uint32_t number, Request& request);
+    void wait_until(Clock::time_point time, Request& request);
+    void ring_at(Clock::time_point time);
+    void ring();
+    void look_after(std::uint32_t number, Request& request);
+    void warn(Request& request);
     void time_out(std::uint32_t number, Request& request);
-    void time_out_sent(std::uint32_t number, Request& request);
+    void time_out_sent(Request& request);
     void take(const std::shared_ptr<Worker>& worker, const Frame& frame);
     void end_if_drained(const std::shared_ptr<Worker>& worker);
     void ended(const std::shared_ptr<Worker>& worker, const std::string& how);
@@ -63,6 +67,8 @@ class Supervisor::State : public std::enable_shared_from_this<State> {
     std::unordered_map<std::uint32_t, Request> requests_{};
     std::deque<std::uint32_t> waiting_{};
     std::uint32_t last_number_ = 0;
+    Timer timer_; ///< rings when the first request is due, or before
+    Clock::time_point rings_at_ = Clock::time_point::max();
 };
 
 Supervisor::State::State(boost::asio::io_context& loop, SupervisorOptions options)
@@ -70,10 +76,10 @@ Supervisor::State::State(boost::asio::io_context& loop, SupervisorOptions option
       memory_(std::make_shared<ReplyMemory>(ReplyMemory{options_.max_replies})),
       crew_(std::make_shared<Crew>(
           loop, options_,
-          Crew::Events{
-              [this] { send_waiting(); },
-              [this](const std::shared_ptr<Worker>& worker, const Frame& frame) { take(worker, frame); },
-              [this](const std::shared_ptr<Worker>& worker, const std::string& how) { ended(worker, how); }})) {}
+          Crew::Events{[this] { send_waiting(); },
+                       [this](const std::shared_ptr<Worker>& worker, const Frame& frame) { take(worker, frame); },
+                       [this](const std::shared_ptr<Worker>& worker, const std::string& how) { ended(worker, how); }})),
+      timer_(loop) {}
 
 void Supervisor::State::start(std::function<void(const std::string&)> started) {
     crew_->start(std::move(started));
@@ -105,12 +111,11 @@ void Supervisor::State::add(const std::string& record, Done done) {
         ++last_number_;
     } while (last_number_ == 0 || requests_.contains(last_number_));
     const std::uint32_t number = last_number_;
-    Request& request =
-        requests_
-            .try_emplace(number, Request{Exchange(std::move(done), memory_, options_.max_reply),
-                                         frames_of(FrameKind::question, number, record), Timer(loop_), Clock::now()})
-            .first->second;
-    wait_until(request.asked + options_.timeout / 3, number, request, &State::warn);
+    Request& request = requests_
+                           .try_emplace(number, Request{Exchange(std::move(done), memory_, options_.max_reply),
+                                                        frames_of(FrameKind::question, number, record), Clock::now()})
+                           .first->second;
+    wait_until(request.asked + options_.timeout / 3, request);
     waiting_.push_back(number);
     send_waiting();
 }
@@ -127,22 +132,53 @@ void Supervisor::State::send_waiting() {
     }
 }
 
-void Supervisor::State::wait_until(Clock::time_point time, std::uint32_t number, Request& request, TimedStep step) {
-    request.timer.expires_at(time);
-    request.timer.async_wait([state = weak_from_this(), number, step](error_code error) {
-        const auto self = state.lock();
-        if (error || !self)
-            return;
-        if (const auto found = self->requests_.find(number); found != self->requests_.end())
-            ((*self).*step)(number, found->second);
+/// One timer serves all requests, and is left alone where it rings before: hardly any request is ever due.
+void Supervisor::State::wait_until(Clock::time_point time, Request& request) {
+    request.due = time;
+    if (time < rings_at_)
+        ring_at(time);
+}
+
+void Supervisor::State::ring_at(Clock::time_point time) {
+    rings_at_ = time;
+    timer_.expires_at(time);
+    timer_.async_wait([state = weak_from_this()](error_code error) {
+        if (const auto self = state.lock(); self && !error)
+            self->ring();
     });
 }
 
-void Supervisor::State::warn(std::uint32_t number, Request& request) {
+/// Looks after the requests that are due.
+void Supervisor::State::ring() {
+    rings_at_ = Clock::time_point::max();
+    const auto now = Clock::now();
+    std::vector<std::uint32_t> due;
+    for (const auto& [number, request] : requests_)
+        if (request.due <= now)
+            due.push_back(number);
+    for (const std::uint32_t number : due)
+        if (const auto found = requests_.find(number); found != requests_.end())
+            look_after(number, found->second);
+    auto next = rings_at_;
+    for (const auto& [number, request] : requests_)
+        next = std::min(next, request.due);
+    if (next < rings_at_)
+        ring_at(next);
+}
+
+void Supervisor::State::look_after(std::uint32_t number, Request& request) {
+    request.due = Clock::time_point::max();
+    if (std::exchange(request.warned, true))
+        time_out(number, request);
+    else
+        warn(request);
+}
+
+void Supervisor::State::warn(Request& request) {
     if (request.worker && !request.exchange.answered())
         log(LogLevel::warning, "worker " + std::to_string(request.worker->pid) + " has not answered " +
                                    request.exchange.name() + " for " + seconds_text(options_.timeout / 3));
-    wait_until(request.asked + options_.timeout, number, request, &State::time_out);
+    wait_until(request.asked + options_.timeout, request);
 }
 
 void Supervisor::State::time_out(std::uint32_t number, Request& request) {
@@ -150,7 +186,7 @@ void Supervisor::State::time_out(std::uint32_t number, Request& request) {
         "the provider did not answer " + request.exchange.name() + " within " + seconds_text(options_.timeout);
     if (request.worker) {
         request.exchange.fail(text);
-        return time_out_sent(number, request);
+        return time_out_sent(request);
     }
     request.exchange.fail(text, service_unavailable);
     std::erase(waiting_, number);
@@ -158,11 +194,11 @@ void Supervisor::State::time_out(std::uint32_t number, Request& request) {
 }
 
 /// What has waited for long may have been sent just now: that alone is no hang.
-void Supervisor::State::time_out_sent(std::uint32_t number, Request& request) {
+void Supervisor::State::time_out_sent(Request& request) {
     const std::shared_ptr<Worker> worker = request.worker;
     const auto hangs_at = request.sent + options_.timeout;
     if (Clock::now() < hangs_at) {
-        wait_until(hangs_at, number, request, &State::time_out);
+        wait_until(hangs_at, request);
     } else if (!worker->retired) {
         log(LogLevel::error, "worker " + std::to_string(worker->pid) + " hangs in " + request.exchange.name() +
                                  ", another one takes new requests");
@@ -234,6 +270,7 @@ std::string Supervisor::State::fail_requests(const std::shared_ptr<Worker>& work
 }
 
 void Supervisor::State::stop(std::function<void()> stopped) {
+    timer_.cancel();
     for (auto& [number, request] : requests_)
         request.exchange.fail("the server is being stopped", service_unavailable);
     waiting_.clear();

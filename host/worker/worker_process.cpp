@@ -2,23 +2,23 @@
 
 #include "host/worker/failure.h"
 #include "host/worker/frame_writer.h"
+#include "host/worker/question_queue.h"
 #include "host/worker/records.h"
-#include "host/worker/thread_pool.h"
 
 #include <fcntl.h>
-#include <sys/socket.h>
 
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <unordered_map>
+#include <thread>
 
 namespace cmpihost::worker {
 
 namespace {
 
-/// The answer to one request, as frames.
+constexpr std::size_t gathered = std::size_t{48} << 10;
+
+/// The answer to one request, as frames. Parts are gathered, and the last ones go together with the outcome.
 class FrameSink : public server::ReplySink {
   public:
     FrameSink(FrameWriter& writer, std::uint32_t request) : writer_(writer), request_(request) {}
@@ -29,13 +29,27 @@ class FrameSink : public server::ReplySink {
     }
 
     void append(std::string_view part) override {
-        if (!part.empty())
+        if (part_.size() + part.size() > gathered)
+            send_part();
+        if (part.size() > gathered) // spares a copy
             writer_.write(FrameKind::part, request_, part);
+        else
+            part_ += part;
     }
 
-    void discard() override { writer_.write(FrameKind::discard, request_, {}); }
+    void discard() override {
+        part_.clear();
+        writer_.write(FrameKind::discard, request_, {});
+    }
 
-    void end(const server::Outcome& outcome) { writer_.write(FrameKind::outcome, request_, encode(outcome)); }
+    void end(const server::Outcome& outcome) {
+        const std::string record = encode(outcome);
+        if (part_.empty() || record.size() > max_payload) {
+            send_part();
+            return writer_.write(FrameKind::outcome, request_, record);
+        }
+        writer_.write({FrameKind::part, false, request_, part_}, {FrameKind::outcome, false, request_, record});
+    }
 
     /// Replaces what was answered by an error.
     void fail(const std::string& text) {
@@ -48,9 +62,16 @@ class FrameSink : public server::ReplySink {
     }
 
   private:
+    void send_part() {
+        if (!part_.empty())
+            writer_.write(FrameKind::part, request_, part_);
+        part_.clear();
+    }
+
     FrameWriter& writer_;
     std::uint32_t request_;
     std::optional<server::Subject> subject_;
+    std::string part_; ///< not sent yet
 };
 
 void answer_question(const AnswerFunction& answer, const server::Question& question, FrameSink sink) {
@@ -69,43 +90,27 @@ void answer_question(const AnswerFunction& answer, const server::Question& quest
         sink.fail(thrown);
 }
 
-/// Bytes that come; 0 at the end of file, which an error is as well.
-std::size_t receive(int socket, std::span<char> room) {
-    for (;;) {
-        const ssize_t count = recv(socket, room.data(), room.size(), 0);
-        if (count >= 0 || errno != EINTR)
-            return count < 0 ? 0 : static_cast<std::size_t>(count);
+void answer_questions(QuestionQueue& questions, const AnswerFunction& answer, FrameWriter& writer) {
+    while (const auto asked = questions.next()) {
+        answer_question(answer, asked->question, FrameSink(writer, asked->request));
+        questions.done();
     }
 }
 
-using TakeQuestion = std::function<void(std::uint32_t request, server::Question question)>;
-
-/// Hands over the questions whose last frame has come.
-void take_frames(FrameReader& reader, std::unordered_map<std::uint32_t, std::string>& records,
-                 const TakeQuestion& take) {
-    while (const auto frame = reader.next()) {
-        std::string& record = records[frame->request];
-        if (!add_to_record(record, *frame))
-            continue;
-        take(frame->request, decode_question(record));
-        records.erase(frame->request);
-    }
-}
-
-/// Until the end of file.
-void read_questions(int socket, const TakeQuestion& take) {
-    FrameReader reader(Sender::front);
-    std::unordered_map<std::uint32_t, std::string> records;
-    while (const std::size_t count = receive(socket, reader.room())) {
-        reader.filled(count);
-        take_frames(reader, records, take);
+/// The exit status.
+int await_end(QuestionQueue& questions) {
+    try {
+        questions.await_end();
+        return EXIT_SUCCESS;
+    } catch (const BrokenFrame& broken) {
+        std::fprintf(stderr, "cmpihost worker: received %s\n", broken.what());
+        return EXIT_FAILURE;
     }
 }
 
 /// A provider that never returns would keep the process for ever.
-void end_jobs(ThreadPool& pool, std::chrono::milliseconds grace) {
-    pool.drop();
-    if (pool.wait(grace))
+void end_answers(QuestionQueue& questions, std::chrono::milliseconds grace) {
+    if (questions.await_idle(grace))
         return;
     std::fputs("cmpihost worker: ended while the provider was still answering\n", stderr);
     std::_Exit(EXIT_FAILURE);
@@ -117,20 +122,13 @@ int run_worker(int socket, const AnswerFunction& answer, unsigned threads, std::
     std::signal(SIGPIPE, SIG_IGN);
     fcntl(socket, F_SETFD, FD_CLOEXEC);
     FrameWriter writer(socket);
-    ThreadPool pool(threads);
-    int status = EXIT_SUCCESS;
+    QuestionQueue questions(socket, threads);
     writer.write(FrameKind::ready, 0, {});
-    try {
-        read_questions(socket, [&](std::uint32_t request, server::Question question) {
-            pool.add([&answer, &writer, request, asked = std::move(question)] {
-                answer_question(answer, asked, FrameSink(writer, request));
-            });
-        });
-    } catch (const BrokenFrame& broken) {
-        std::fprintf(stderr, "cmpihost worker: received %s\n", broken.what());
-        status = EXIT_FAILURE;
-    }
-    end_jobs(pool, grace);
+    std::vector<std::jthread> crew;
+    while (crew.size() < threads + 1)
+        crew.emplace_back([&] { answer_questions(questions, answer, writer); });
+    const int status = await_end(questions);
+    end_answers(questions, grace);
     return status;
 }
 

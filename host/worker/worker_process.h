@@ -13,6 +13,7 @@ using AnswerFunction = std::function<server::Outcome(const server::Question&, se
 
 /// Says that it is ready, then answers the questions that come over the socket until its end of file. SIGPIPE is
 /// ignored from then on, and the socket is closed on exec.
+/// @param threads questions that are answered at once; others wait
 /// @param grace for what still runs at the end of file; the process is ended where that is not enough
 /// @return the process's exit status: 0, or 1 if the other side breaks the protocol
 int run_worker(int socket, const AnswerFunction& answer, unsigned threads,

@@ -1,6 +1,10 @@
 // The services that answer with single values: VSANs, identity, interface indexes, IP configuration, addresses.
 #include "tests/simulator/simulator_test.h"
 
+#include <arpa/inet.h>
+
+#include <random>
+
 using VsanService = SimulatorTest;
 using Identity = SimulatorTest;
 using InterfaceIndex = SimulatorTest;
@@ -308,6 +312,22 @@ TEST_F(IpUtility, AddressesPrintAsUsual) {
               "2001:db8::ab");
     EXPECT_EQ(text_of(address(ip_family_ipv6, {})), "::");
     EXPECT_EQ(text_of(address(ip_family_ipv4, {})), "0.0.0.0");
+}
+
+/// Addresses whose groups are often zero, so that runs of zeroes of every length and at every place are among them.
+TEST_F(IpUtility, AddressesReadAsTheSystemWritesThem) {
+    std::mt19937 random(1);
+    for (int turn = 0; turn < 20'000; ++turn) {
+        ip_addr_value value{};
+        value.family = turn % 2 == 0 ? ip_family_ipv4 : ip_family_ipv6;
+        for (std::uint8_t& byte : value.address)
+            byte = random() % 4 == 0 ? static_cast<std::uint8_t>(random()) : 0;
+        if (turn % 8 == 1) // an IPv4 address as an IPv6 one
+            std::fill(std::fill_n(value.address, 10, std::uint8_t{0}), value.address + 12, std::uint8_t{0xff});
+        char expected[INET6_ADDRSTRLEN];
+        inet_ntop(turn % 2 == 0 ? AF_INET : AF_INET6, value.address, expected, sizeof expected);
+        ASSERT_EQ(text_of(value), expected);
+    }
 }
 
 TEST_F(IpUtility, AddressesOfNoFamilyPrintAsNull) {

@@ -1,4 +1,5 @@
 // Replies, byte for byte.
+#include "host/cimxml/characters.h"
 #include "tests/host/cimxml/reply_text.h"
 
 #include <cmath>
@@ -261,6 +262,21 @@ TEST(CimXmlReplies, TextsAreEscapedAndNeverNumericReferences) {
     for (const auto& [text, escaped] : rows)
         EXPECT_EQ(property_element({"P", "string", {text}}),
                   "<PROPERTY NAME=\"P\" TYPE=\"string\"><VALUE>" + escaped + "</VALUE></PROPERTY>");
+}
+
+/// Long texts are looked at a word at a time, short ones byte by byte.
+TEST(CimXmlReplies, TextsAreEscapedAtEveryPlace) {
+    const std::string plain = "abcdefghijklmnopqrstuvw";
+    for (unsigned code = 0; code < 256; ++code) {
+        const std::string byte(1, static_cast<char>(code));
+        std::string expected;
+        append_escaped(expected, byte);
+        for (std::size_t place = 0; place <= plain.size(); ++place) {
+            std::string out;
+            append_escaped(out, plain.substr(0, place) + byte + plain.substr(place));
+            ASSERT_EQ(out, plain.substr(0, place) + expected + plain.substr(place)) << code << " at " << place;
+        }
+    }
 }
 
 TEST(CimXmlReplies, ClassesHaveQualifiersDefaultsAndReferences) {

@@ -389,7 +389,7 @@ TEST_F(SwitchService, LargeReplyComesInParts) {
     EXPECT_EQ(ending(heard), "ok 10000");
     EXPECT_GT(heard.parts.size(), 100U);
     for (const std::size_t part : heard.parts)
-        EXPECT_LT(part, std::size_t{72} << 10);
+        EXPECT_LT(part, std::size_t{104} << 10);
 }
 
 TEST_F(SwitchService, ReplyThatGrowsBeyondTheLimitIsDiscarded) {

@@ -129,20 +129,58 @@ TEST_F(WorkerProcessTest, ReadyIsTheFirstFrame) {
     EXPECT_EQ(status_after_end_of_file(), 0);
 }
 
-TEST_F(WorkerProcessTest, PartsAreSentAsTheyAreAppended) {
+TEST_F(WorkerProcessTest, LargePartsAreSentAsTheyAreAppended) {
     std::promise<void> seen;
     auto go_on = seen.get_future().share();
     run([go_on](const server::Question&, server::ReplySink& sink) {
-        sink.append("first");
+        sink.append("small");
+        sink.append(std::string(max_payload, 'x'));
         go_on.wait();
+        sink.append("last");
         return server::Outcome{};
     });
     ask(1, "");
-    const auto frame = read();
-    ASSERT_TRUE(frame.has_value());
-    EXPECT_EQ(frame->payload, "first");
+    while (answers_[1].body.size() < max_payload + 5) {
+        const auto frame = read();
+        ASSERT_TRUE(frame.has_value());
+        take(*frame);
+    }
     seen.set_value();
-    EXPECT_TRUE(answer_to(1).outcome.has_value());
+    EXPECT_EQ(answer_to(1).body, "small" + std::string(max_payload, 'x') + "last");
+}
+
+TEST_F(WorkerProcessTest, DiscardedPartsAreNotSent) {
+    run([](const server::Question&, server::ReplySink& sink) {
+        sink.append("void");
+        sink.discard();
+        sink.append("error");
+        return server::Outcome{};
+    });
+    ask(1, "");
+    EXPECT_EQ(answer_to(1).body, "error");
+}
+
+TEST_F(WorkerProcessTest, MoreQuestionsThanThreadsWait) {
+    std::promise<void> all_asked;
+    auto go_on = all_asked.get_future().share();
+    std::atomic<int> at_once = 0;
+    std::atomic<int> most = 0;
+    run([&, go_on](const server::Question&, server::ReplySink&) {
+        const int now = ++at_once;
+        for (int seen = most; seen < now && !most.compare_exchange_weak(seen, now);) {
+        }
+        go_on.wait();
+        --at_once;
+        return server::Outcome{};
+    });
+    for (std::uint32_t request = 1; request <= 10; ++request)
+        ask(request, "");
+    while (most < 2)
+        std::this_thread::yield();
+    all_asked.set_value();
+    for (std::uint32_t request = 1; request <= 10; ++request)
+        EXPECT_TRUE(answer_to(request).outcome.has_value());
+    EXPECT_EQ(most, 2);
 }
 
 TEST_F(WorkerProcessTest, SmallAnswerDoesNotWaitForALargeOne) {

@@ -1,0 +1,84 @@
+#include "host/server/upcall_answers.h"
+
+#include "host/broker/held.h"
+#include "host/cim/names.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+
+namespace cmpihost::server {
+
+namespace {
+
+bool is_along_associations(const Request& request) {
+    using enum Request::Operation;
+    constexpr std::array operations{associators, associator_names, references, reference_names};
+    return std::find(operations.begin(), operations.end(), request.operation) != operations.end();
+}
+
+/// Associations are asked of all that serve the class, any without one; anything else of those that serve the path's.
+bool serves(const ServedClass& served, const Request& request) {
+    const std::string& name = served.declaration->name;
+    if (is_along_associations(request))
+        return served.associations && (!request.assoc_class || same_name(name, *request.assoc_class));
+    const bool method = request.operation == Request::Operation::invoke_method;
+    return same_name(name, request.path.class_name) && (method ? served.methods : served.instances);
+}
+
+/// Whom a request concerns, each once.
+std::vector<const Ask*> concerned(const Namespace& space, const Request& request) {
+    std::vector<const Ask*> all;
+    for (const ServedClass& served : space.classes)
+        if (serves(served, request) && std::find(all.begin(), all.end(), served.ask) == all.end())
+            all.push_back(served.ask);
+    return all;
+}
+
+Answer answer_of(const Ask& ask, const Request& request) {
+    std::vector<Object> objects;
+    Answer answer = ask(request, [&objects](const HeldObject& object, bool) { objects.push_back(plain(object)); });
+    answer.objects = std::move(objects);
+    return answer;
+}
+
+/// Adds the objects of another provider; an error counts only if all have one.
+void join(Answer& all, Answer one) {
+    if (one.rc != CMPI_RC_OK)
+        return;
+    if (all.rc != CMPI_RC_OK)
+        all = std::move(one);
+    else
+        std::move(one.objects.begin(), one.objects.end(), std::back_inserter(all.objects));
+}
+
+Answer answer_upcall(const Catalogue& catalogue, const Request& request) {
+    Answer answer;
+    const Namespace* space = catalogue.find(request.path.name_space);
+    if (space == nullptr) {
+        answer.rc = CMPI_RC_ERR_INVALID_NAMESPACE;
+        return answer;
+    }
+    const std::vector<const Ask*> all = concerned(*space, request);
+    if (all.empty()) {
+        answer.rc = is_along_associations(request) ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_CLASS;
+        return answer;
+    }
+    answer = answer_of(*all.front(), request);
+    for (std::size_t i = 1; i < all.size(); ++i)
+        join(answer, answer_of(*all[i], request));
+    return answer;
+}
+
+} // namespace
+
+UpcallAnswers::UpcallAnswers(const Catalogue& catalogue)
+    : answer_([&catalogue](const Request& request) { return answer_upcall(catalogue, request); }) {
+    serve_upcalls(&answer_);
+}
+
+UpcallAnswers::~UpcallAnswers() {
+    end_upcalls(&answer_);
+}
+
+} // namespace cmpihost::server
