@@ -77,6 +77,17 @@ Answer ask_interop(const Interop& interop, const Request& request, const Sink& s
     return answer;
 }
 
+Answer run_counted(const Provider& provider, ProviderFigures& figures, const Request& request, const Sink& sink) {
+    using Clock = std::chrono::steady_clock;
+    const auto began = Clock::now();
+    Answer answer = run(provider, request, sink);
+    const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - began);
+    figures.microseconds += static_cast<std::uint64_t>(took.count());
+    ++figures.calls;
+    figures.failures += answer.rc == 0 ? 0U : 1U;
+    return answer;
+}
+
 /// The providers, each loaded once.
 class Providers {
   public:
@@ -92,8 +103,19 @@ class Providers {
         hand_scenario_to(*library, file);
         library->create(prefix);
         const Provider& provider = library->provider();
-        Ask ask = [&provider](const Request& request, const Sink& sink) { return run(provider, request, sink); };
-        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(ask)}).ask;
+        auto figures = std::make_unique<ProviderFigures>();
+        figures->name = fs::path(file).filename().string() + " " + prefix;
+        Ask ask = [&provider, counted = figures.get()](const Request& request, const Sink& sink) {
+            return run_counted(provider, *counted, request, sink);
+        };
+        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(figures), std::move(ask)}).ask;
+    }
+
+    std::vector<const ProviderFigures*> figures() const {
+        std::vector<const ProviderFigures*> all;
+        for (const Loaded& each : loaded_)
+            all.push_back(each.figures.get());
+        return all;
     }
 
     /// @throws LoadError there is a scenario, and no library took it
@@ -107,6 +129,7 @@ class Providers {
         std::string file;
         std::string prefix;
         std::unique_ptr<Library> library;
+        std::unique_ptr<ProviderFigures> figures;
         Ask ask;
     };
 
@@ -235,6 +258,21 @@ const Namespace* Catalogue::find(std::string_view name) const {
     const auto found = std::find_if(content_->namespaces.begin(), content_->namespaces.end(),
                                     [name](const Namespace& each) { return same_name(each.name, name); });
     return found == content_->namespaces.end() ? nullptr : &*found;
+}
+
+std::vector<const Namespace*> Catalogue::namespaces() const {
+    std::vector<const Namespace*> all;
+    for (const Namespace& space : content_->namespaces)
+        all.push_back(&space);
+    return all;
+}
+
+bool Catalogue::is_interop(const Namespace& space) const {
+    return content_->interop_schema && &space.schema == &*content_->interop_schema;
+}
+
+std::vector<const ProviderFigures*> Catalogue::providers() const {
+    return content_->providers.figures();
 }
 
 const mof::Schema& Catalogue::schema_of(std::string_view name_space) const {

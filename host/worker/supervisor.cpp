@@ -39,6 +39,7 @@ class Supervisor::State : public std::enable_shared_from_this<State> {
     void start(std::function<void(const std::string&)> started);
     bool ask(const server::Question& question, Done done);
     void stop(std::function<void()> stopped);
+    std::uint64_t restarts() const { return restarts_; }
 
   private:
     using TimedStep = void (State::*)(std::uint32_t number, Request& request);
@@ -64,6 +65,7 @@ class Supervisor::State : public std::enable_shared_from_this<State> {
     std::unordered_map<std::uint32_t, Request> requests_{};
     std::deque<std::uint32_t> waiting_{};
     std::uint32_t last_number_ = 0;
+    std::uint64_t restarts_ = 0;
 };
 
 Supervisor::State::State(boost::asio::io_context& loop, SupervisorOptions options)
@@ -198,6 +200,7 @@ void Supervisor::State::end_if_drained(const std::shared_ptr<Worker>& worker) {
 
 void Supervisor::State::ended(const std::shared_ptr<Worker>& worker, const std::string& how) {
     take_back(*worker);
+    restarts_ += crew_->at_work() ? 1U : 0U;
     const std::string line = "worker " + std::to_string(worker->pid) + " " + how + fail_requests(worker, how);
     log(worker->ending ? LogLevel::info : LogLevel::error, line);
     send_waiting();
@@ -257,6 +260,10 @@ void Supervisor::start(std::function<void(const std::string&)> started) {
 
 bool Supervisor::ask(server::Question question, Done done) {
     return state_->ask(question, std::move(done));
+}
+
+std::uint64_t Supervisor::restarts() const {
+    return state_->restarts();
 }
 
 void Supervisor::stop(std::function<void()> stopped) {
