@@ -27,6 +27,7 @@ constexpr std::array reasons{
     Reason{431, "Request Header Fields Too Large"},
     Reason{500, "Internal Server Error"},
     Reason{501, "Not Implemented"},
+    Reason{502, "Bad Gateway"},
     Reason{503, "Service Unavailable"},
     Reason{505, "HTTP Version Not Supported"},
     Reason{510, "Not Extended"},

@@ -2,8 +2,11 @@
 
 #include "host/metrics/metric_text.h"
 #include "host/metrics/scrape.h"
-#include "host/pages/target.h"
+#include "host/pages/html.h"
+#include "host/pages/site_parts.h"
 
+#include <algorithm>
+#include <array>
 #include <stdexcept>
 
 namespace cmpihost::pages {
@@ -14,7 +17,37 @@ views::Views views_of(const server::Catalogue& catalogue, const SiteSettings& se
     return settings.views.empty() ? views::Views() : views::read_views(settings.views, catalogue.schema_of({}));
 }
 
+struct Route {
+    std::string_view path; ///< whole, or a folder that ends with /
+    Page (*page)(const Visit& visit);
+};
+
+constexpr std::array routes{
+    Route{"/", front_page},         Route{"/graph", graph_page}, Route{"/class/", class_page},
+    Route{"/object/", object_page}, Route{"/assets/", asset},
+};
+
+/// The page's own part of a path is taken off `rest`.
+const Route* find_route(std::string& rest) {
+    const auto* found = std::find_if(routes.begin(), routes.end(), [&rest](const Route& route) {
+        const bool folder = route.path.size() > 1 && route.path.ends_with('/');
+        return folder ? rest.starts_with(route.path) : rest == route.path;
+    });
+    if (found == routes.end())
+        return nullptr;
+    rest.erase(0, found->path.size());
+    return found;
+}
+
 } // namespace
+
+const server::Namespace* namespace_of(const Visit& visit, const std::string& name) {
+    return name.empty() ? &visit.main : visit.catalogue.find(name);
+}
+
+Page error_page(unsigned status, const std::string& title, const std::string& text) {
+    return {status, "text/html; charset=utf-8", page(title, link("/", "Classes"), "<p>" + escaped(text) + "</p>\n")};
+}
 
 class Site::State {
   public:
@@ -54,7 +87,16 @@ server::Outcome Site::State::answer(const server::Question& question, server::Re
     sink.subject(subject);
     if (target->path == "/metrics")
         return answer_metrics(*question.page, sink);
-    return {404};
+    std::string rest = target->path;
+    const Route* route = find_route(rest);
+    if (route == nullptr)
+        return {404};
+    const Page page = route->page({catalogue_, views_, *catalogue_.namespaces().front(), *target, rest, question});
+    sink.append(page.body);
+    server::Outcome outcome;
+    outcome.http_status = page.status;
+    outcome.content_type = page.content_type;
+    return outcome;
 }
 
 Site::Site(const server::Catalogue& catalogue, const SiteSettings& settings)

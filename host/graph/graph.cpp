@@ -1,7 +1,7 @@
-#include "host/cli/graph.h"
+#include "host/graph/graph.h"
 
 #include "host/cim/path_text.h"
-#include "host/cli/output.h"
+#include "host/cim/value_text.h"
 
 #include <algorithm>
 #include <set>
@@ -21,27 +21,12 @@ std::string lower_case(std::string text) {
     return text;
 }
 
-std::string identity(const Object& object);
-
 /// Of a key's value; numbers and texts differ.
 std::string identity(const Property& key) {
     if (const auto* reference = std::get_if<Value::Reference>(&key.value.data))
         return identity(**reference);
     const auto* text = std::get_if<std::string>(&key.value.data);
     return text ? '"' + *text : text_value(key);
-}
-
-/// A text that all spellings of an object have in common, and no other object.
-std::string identity(const Object& object) {
-    std::vector<std::pair<std::string, std::string>> keys;
-    keys.reserve(object.keys.size());
-    for (const Property& key : object.keys)
-        keys.emplace_back(lower_case(key.name), identity(key));
-    std::sort(keys.begin(), keys.end());
-    std::string text = lower_case(object.class_name);
-    for (const auto& [name, value] : keys)
-        text.append(1, '\0').append(name).append(1, '=').append(value);
-    return text;
 }
 
 /// Whether an instance has the class of a pattern and every key of it.
@@ -56,6 +41,18 @@ bool is_not_served(int rc) {
 }
 
 } // namespace
+
+std::string identity(const Object& object) {
+    std::vector<std::pair<std::string, std::string>> keys;
+    keys.reserve(object.keys.size());
+    for (const Property& key : object.keys)
+        keys.emplace_back(lower_case(key.name), identity(key));
+    std::sort(keys.begin(), keys.end());
+    std::string text = lower_case(object.class_name);
+    for (const auto& [name, value] : keys)
+        text.append(1, '\0').append(name).append(1, '=').append(value);
+    return text;
+}
 
 GraphWalk::GraphWalk(const mof::Schema& schema, Ask ask, std::string name_space, std::size_t limit)
     : schema_(schema), ask_(std::move(ask)), name_space_(std::move(name_space)), limit_(limit) {}
@@ -222,6 +219,13 @@ void GraphWalk::drop_inherited() {
             return name != edge.association && schema_.is_a(name, edge.association);
         });
     });
+}
+
+void GraphWalk::run_once() {
+    const std::size_t starts = graph_.objects.size();
+    for (std::size_t i = 0; i < starts; ++i)
+        visit(i);
+    drop_inherited();
 }
 
 void GraphWalk::run() {
