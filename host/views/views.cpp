@@ -20,8 +20,10 @@ class Reader {
             if (key == "acronyms")
                 views.acronyms = texts(value);
             else if (key == "class" && value.is_table())
-                for (const auto& [name, view] : *value.as_table())
-                    views.classes.push_back(class_view(std::string(name.str()), view));
+                for (const auto& [name, view] : *value.as_table()) {
+                    if (const mof::ClassDeclaration* declaration = schema_.find(name.str()))
+                        views.classes.push_back(class_view(*declaration, view));
+                }
             else
                 fail(value, "expected acronyms or [class.NAME], not " + std::string(key.str()));
         }
@@ -77,24 +79,21 @@ class Reader {
         }
     }
 
-    ClassView class_view(const std::string& name, const toml::node& node) const {
-        const mof::ClassDeclaration* declaration = schema_.find(name);
-        if (declaration == nullptr)
-            fail(node, "class " + name + " is in no schema file");
+    ClassView class_view(const mof::ClassDeclaration& declaration, const toml::node& node) const {
         if (!node.is_table())
             fail(node, "expected a table");
-        ClassView view{declaration->name};
+        ClassView view{declaration.name};
         for (const auto& [key, value] : *node.as_table()) {
             if (key == "columns")
-                view.columns = properties(value, *declaration);
+                view.columns = properties(value, declaration);
             else if (key == "curves")
-                view.curves = properties(value, *declaration);
+                view.curves = properties(value, declaration);
             else if (key == "metrics" && value.is_boolean())
                 view.metrics = value.as_boolean()->get();
             else if (key == "note")
                 view.note = text(value);
             else if (key == "states")
-                read_states(view, value, *declaration);
+                read_states(view, value, declaration);
             else
                 fail(value, "expected columns, curves, metrics, note or states, not " + std::string(key.str()));
         }

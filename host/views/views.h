@@ -27,8 +27,8 @@ struct Views {
     const ClassView* find(std::string_view class_name) const;
 };
 
-/// Reads a file in the form of TOML.
-/// @throws std::runtime_error one line: it cannot be read, is no such file, or names what the schema does not declare
+/// Reads a file in the form of TOML. It may speak of more classes than the schema has: those are left out.
+/// @throws std::runtime_error one line: it cannot be read, is no such file, or names a property that its class lacks
 Views read_views(const std::string& file, const mof::Schema& schema);
 
 } // namespace cmpihost::views

@@ -30,12 +30,17 @@ TEST(Views, SayHowAClassIsShown) {
     EXPECT_EQ(views.find("Test_Plain"), nullptr);
 }
 
+TEST(Views, ClassesThatAreNotDeclaredAreLeftOut) {
+    const Views views = read("[class.Test_None]\nmetrics = true\n[class.Test_Plain]\n");
+    ASSERT_EQ(views.classes.size(), 1U);
+    EXPECT_EQ(views.classes.front().name, "Test_Plain");
+}
+
 TEST(Views, MistakesAreToldWithTheirLine) {
     const std::vector<std::pair<const char*, const char*>> rows{
         {"x = 1", ":1: expected acronyms or [class.NAME], not x"},
         {"acronyms = 'a'", ":1: expected a list of texts"},
         {"acronyms = [1]", ":1: expected a text"},
-        {"\n[class.Test_None]", ":2: class Test_None is in no schema file"},
         {"[class.Test_Port]\ncolumns = ['None']", ":2: Test_Port has no property None"},
         {"[class.Test_Port]\nmetrics = 'yes'", ":2: expected columns, curves, metrics, note or states, not metrics"},
         {"[class.Test_Port]\nstates = 1", ":2: expected a table of properties"},
