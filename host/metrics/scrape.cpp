@@ -80,12 +80,30 @@ bool is_in_state(const HeldProperty& property, const std::string& value) {
     });
 }
 
+/// Gives the memory of one text after the other.
+class Spare {
+  public:
+    explicit Spare(Parts parts) : parts_(std::move(parts)) {}
+
+    std::string take() {
+        if (next_ == parts_.size())
+            return {};
+        std::string text = std::move(parts_[next_++]);
+        text.clear();
+        return text;
+    }
+
+  private:
+    Parts parts_;
+    std::size_t next_ = 0;
+};
+
 /// The samples of a class's objects.
 class ClassSamples {
   public:
-    explicit ClassSamples(const ClassPlan& plan) {
+    ClassSamples(const ClassPlan& plan, Spare& spare) {
         for (const Metric& metric : plan.metrics)
-            families_.push_back({&metric, Finder(metric.property)});
+            families_.push_back({&metric, Finder(metric.property), spare.take()});
         for (const Label& label : plan.labels)
             labels_.emplace_back(&label, Finder(label.property));
     }
@@ -111,18 +129,16 @@ class ClassSamples {
     std::uint64_t doubles() const { return doubles_; }
 
     void move_to(Parts& parts) {
-        for (Family& family : families_) {
-            if (family.text.empty())
-                continue;
-            const Metric& metric = *family.metric;
-            append_head(parts.emplace_back(), metric.name, metric.counter ? "counter" : "gauge", metric.help);
+        for (Family& family : families_)
             parts.push_back(std::move(family.text));
-        }
     }
 
   private:
     void add(Family& family, const HeldProperty& property) {
         const Metric& metric = *family.metric;
+        const std::size_t begin = family.text.size();
+        if (begin == 0)
+            append_head(family.text, metric.name, metric.counter ? "counter" : "gauge", metric.help);
         for (const auto& [value, state] : metric.states) {
             std::string labels = line_;
             append_label(labels, metric.state_label, state);
@@ -131,7 +147,6 @@ class ClassSamples {
         }
         if (!metric.states.empty())
             return;
-        const std::size_t begin = family.text.size();
         family.text.append(metric.name).append("{").append(line_).append("} ");
         if (append_value(family.text, property.value, metric))
             family.text += '\n';
@@ -164,9 +179,9 @@ Request enumeration(const ClassPlan& plan) {
     return request;
 }
 
-ClassFigures scrape_class(const ClassPlan& plan, Parts& parts) {
+ClassFigures scrape_class(const ClassPlan& plan, Parts& parts, Spare& spare) {
     const auto began = Clock::now();
-    ClassSamples samples(plan);
+    ClassSamples samples(plan, spare);
     std::exception_ptr failure;
     const Answer answer = (*plan.served->ask)(enumeration(plan), [&](const HeldObject& object, bool is_instance) {
         try { // nothing may be thrown through the provider
@@ -233,52 +248,72 @@ std::string providers_text(const server::Catalogue& catalogue) {
     return text;
 }
 
-Parts scrape(const std::vector<ClassPlan>& plans, std::chrono::milliseconds time) {
+Parts scrape(const std::vector<ClassPlan>& plans, std::chrono::milliseconds time, Parts spare) {
     const auto late = Clock::now() + time * 8 / 10;
+    Spare texts(std::move(spare));
     Parts parts;
     std::vector<ClassFigures> figures;
     for (const ClassPlan& plan : plans)
         if (time.count() != 0 && Clock::now() >= late)
             figures.push_back({&plan.served->declaration->name});
         else
-            figures.push_back(scrape_class(plan, parts));
+            figures.push_back(scrape_class(plan, parts, texts));
     if (!figures.empty())
         parts.push_back(class_figures_text(figures));
     return parts;
 }
 
-std::shared_ptr<const Parts> Scraper::run(const std::shared_ptr<Round>& round, std::chrono::milliseconds time) {
+void Scraper::run(Round& round, Parts spare, std::chrono::milliseconds time) {
     try {
-        round->parts = std::make_shared<const Parts>(scrape_(time));
+        round.parts = scrape_(time, std::move(spare));
     } catch (...) {
-        round->failure = std::current_exception();
+        round.failure = std::current_exception();
     }
     const std::lock_guard lock(mutex_);
-    round->done = true;
-    round_ = nullptr;
+    round.done = true;
     changed_.notify_all();
-    if (round->failure)
-        std::rethrow_exception(round->failure);
-    return round->parts;
 }
 
-unsigned Scraper::waiting() {
-    const std::lock_guard lock(mutex_);
-    return round_ ? round_->waiting : 0;
-}
-
-std::shared_ptr<const Parts> Scraper::parts(std::chrono::milliseconds time) {
+/// Joins the scrape that is under way, or starts one.
+std::shared_ptr<Scraper::Round> Scraper::enter(std::chrono::milliseconds time) {
     std::unique_lock lock(mutex_);
-    if (const std::shared_ptr<Round> round = round_) {
-        ++round->waiting;
+    if (round_ != nullptr && !round_->done) {
+        const std::shared_ptr<Round> round = round_;
+        ++round->readers;
         changed_.wait(lock, [&round] { return round->done; });
+        return round;
+    }
+    Parts spare;
+    if (round_ != nullptr && round_->readers == 0)
+        spare = std::move(round_->parts);
+    const auto round = round_ = std::make_shared<Round>();
+    ++round->readers;
+    lock.unlock();
+    run(*round, std::move(spare), time);
+    return round;
+}
+
+void Scraper::leave(Round& round) {
+    const std::lock_guard lock(mutex_);
+    --round.readers;
+}
+
+unsigned Scraper::readers() {
+    const std::lock_guard lock(mutex_);
+    return round_ == nullptr ? 0 : round_->readers;
+}
+
+void Scraper::read(std::chrono::milliseconds time, const std::function<void(const Parts& parts)>& take) {
+    const std::shared_ptr<Round> round = enter(time);
+    try {
         if (round->failure)
             std::rethrow_exception(round->failure);
-        return round->parts;
+        take(round->parts);
+    } catch (...) {
+        leave(*round);
+        throw;
     }
-    const auto round = round_ = std::make_shared<Round>();
-    lock.unlock();
-    return run(round, time);
+    leave(*round);
 }
 
 } // namespace cmpihost::metrics

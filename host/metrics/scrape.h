@@ -16,7 +16,8 @@ using Parts = std::vector<std::string>;
 /// Enumerates the classes of some plans, each once. A class that fails has no samples, and a gauge says so.
 /// @param time that the client waits, 0: for ever. Classes whose turn comes when most of it is over are not asked, and
 /// have failed.
-Parts scrape(const std::vector<ClassPlan>& plans, std::chrono::milliseconds time);
+/// @param spare of a scrape before, whose memory is used again: fresh memory would cost more than what is written there
+Parts scrape(const std::vector<ClassPlan>& plans, std::chrono::milliseconds time, Parts spare = {});
 
 /// How often the providers were asked, and how long they took.
 std::string providers_text(const server::Catalogue& catalogue);
@@ -24,29 +25,33 @@ std::string providers_text(const server::Catalogue& catalogue);
 /// Scrapes that come while one is under way get its text. Several threads may call it.
 class Scraper {
   public:
-    using Scrape = std::function<Parts(std::chrono::milliseconds time)>;
+    using Scrape = std::function<Parts(std::chrono::milliseconds time, Parts spare)>;
 
     explicit Scraper(Scrape scrape) : scrape_(std::move(scrape)) {}
 
-    std::shared_ptr<const Parts> parts(std::chrono::milliseconds time);
+    /// Hands the text to `take`, which may throw, and so may the scrape.
+    void read(std::chrono::milliseconds time, const std::function<void(const Parts& parts)>& take);
 
-    /// How many wait for the scrape that is under way.
-    unsigned waiting();
+    /// How many have the text of the last scrape, or wait for it.
+    unsigned readers();
 
   private:
+    /// A scrape, and those who have its text.
     struct Round {
-        std::shared_ptr<const Parts> parts{};
+        Parts parts{};
         std::exception_ptr failure{};
         bool done = false;
-        unsigned waiting = 0;
+        unsigned readers = 0;
     };
 
-    std::shared_ptr<const Parts> run(const std::shared_ptr<Round>& round, std::chrono::milliseconds time);
+    std::shared_ptr<Round> enter(std::chrono::milliseconds time);
+    void run(Round& round, Parts spare, std::chrono::milliseconds time);
+    void leave(Round& round);
 
     Scrape scrape_;
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::shared_ptr<Round> round_; ///< under way; null: none
+    std::shared_ptr<Round> round_; ///< under way, or the last one; null: there was none
 };
 
 } // namespace cmpihost::metrics

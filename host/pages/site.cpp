@@ -54,7 +54,9 @@ class Site::State {
     State(const server::Catalogue& catalogue, const SiteSettings& settings)
         : catalogue_(catalogue), views_(views_of(catalogue, settings)),
           plans_(metrics::make_plans(catalogue, views_, settings.metrics)),
-          scraper_([this](std::chrono::milliseconds time) { return metrics::scrape(plans_, time); }) {}
+          scraper_([this](std::chrono::milliseconds time, metrics::Parts spare) {
+              return metrics::scrape(plans_, time, std::move(spare));
+          }) {}
 
     server::Outcome answer(const server::Question& question, server::ReplySink& sink);
 
@@ -68,9 +70,10 @@ class Site::State {
 };
 
 server::Outcome Site::State::answer_metrics(const server::PageRequest& request, server::ReplySink& sink) {
-    const auto parts = scraper_.parts(request.time);
-    for (const std::string& part : *parts)
-        sink.append(part);
+    scraper_.read(request.time, [&sink](const metrics::Parts& parts) {
+        for (const std::string& part : parts)
+            sink.append(part);
+    });
     sink.append(metrics::providers_text(catalogue_));
     server::Outcome outcome;
     outcome.content_type = metrics::content_type;

@@ -165,31 +165,63 @@ TEST(Scraper, ScrapesAtTheSameTimeShareOneEnumeration) {
     std::atomic<int> scrapes = 0;
     std::promise<void> gate;
     const std::shared_future<void> open = gate.get_future().share();
-    Scraper scraper([&](milliseconds) {
+    Scraper scraper([&](milliseconds, Parts) {
         ++scrapes;
         open.wait();
         return Parts{"text"};
     });
-    std::vector<std::future<std::shared_ptr<const Parts>>> all;
-    all.push_back(std::async(std::launch::async, [&] { return scraper.parts({}); }));
+    const auto read = [&scraper] {
+        Parts got;
+        scraper.read({}, [&got](const Parts& parts) { got = parts; });
+        return got;
+    };
+    std::vector<std::future<Parts>> all;
+    all.push_back(std::async(std::launch::async, read));
     while (scrapes == 0)
         std::this_thread::yield();
     for (int i = 0; i < 3; ++i)
-        all.push_back(std::async(std::launch::async, [&] { return scraper.parts({}); }));
-    while (scraper.waiting() < 3)
+        all.push_back(std::async(std::launch::async, read));
+    while (scraper.readers() < 4)
         std::this_thread::yield();
     gate.set_value();
     for (auto& each : all)
-        EXPECT_EQ(*each.get(), Parts{"text"});
+        EXPECT_EQ(each.get(), Parts{"text"});
     EXPECT_EQ(scrapes, 1);
-    scraper.parts({});
+    EXPECT_EQ(read(), Parts{"text"});
     EXPECT_EQ(scrapes, 2) << "a later scrape is one of its own";
 }
 
+TEST(Scraper, MemoryOfWhatNobodyReadsIsUsedAgain) {
+    std::vector<std::size_t> spares;
+    Scraper scraper([&](milliseconds, Parts spare) {
+        spares.push_back(spare.size());
+        return Parts{"text"};
+    });
+    const auto ignore = [](const Parts&) {};
+    scraper.read({}, ignore);
+    scraper.read({}, [&](const Parts& parts) {
+        scraper.read({}, ignore);
+        EXPECT_EQ(parts, Parts{"text"});
+    });
+    EXPECT_EQ(spares, (std::vector<std::size_t>{0, 1, 0})) << "the last but one was still read";
+}
+
+TEST_F(Scrapes, NothingOfAnEarlierScrapeIsLeft) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1}), value("Up", "boolean", true)})};
+    Parts first = scrape({plan()}, {});
+    objects = {port("2", {value("Frames", "uint64", std::uint64_t{2})})};
+    const std::string again = joined(scrape({plan()}, {}, std::move(first)));
+    EXPECT_NE(again.find("test_port_frames_total{device_id=\"2\"} 2\n"), std::string::npos) << again;
+    EXPECT_EQ(again.find("device_id=\"1\""), std::string::npos) << again;
+    EXPECT_EQ(again.find("test_port_up"), std::string::npos) << again;
+}
+
 TEST(Scraper, FailureIsEverybodys) {
-    Scraper scraper([](milliseconds) -> Parts { throw std::runtime_error("no"); });
-    EXPECT_THROW(scraper.parts({}), std::runtime_error);
-    EXPECT_THROW(scraper.parts({}), std::runtime_error);
+    Scraper scraper([](milliseconds, Parts) -> Parts { throw std::runtime_error("no"); });
+    const auto ignore = [](const Parts&) {};
+    EXPECT_THROW(scraper.read({}, ignore), std::runtime_error);
+    EXPECT_THROW(scraper.read({}, ignore), std::runtime_error);
+    EXPECT_EQ(scraper.readers(), 0U);
 }
 
 TEST(Providers, CallsAndTimeAreCounted) {
