@@ -37,7 +37,8 @@ class Finder {
 struct Family {
     const Metric* metric;
     Finder finder;
-    std::string text{};
+    std::string begin; ///< of each sample
+    std::string text;
 };
 
 /// Appends a value as a number. False: it is none.
@@ -103,7 +104,7 @@ class ClassSamples {
   public:
     ClassSamples(const ClassPlan& plan, Spare& spare) {
         for (const Metric& metric : plan.metrics)
-            families_.push_back({&metric, Finder(metric.property), spare.take()});
+            families_.push_back({&metric, Finder(metric.property), metric.name + "{", spare.take()});
         for (const Label& label : plan.labels)
             labels_.emplace_back(&label, Finder(label.property));
     }
@@ -147,7 +148,7 @@ class ClassSamples {
         }
         if (!metric.states.empty())
             return;
-        family.text.append(metric.name).append("{").append(line_).append("} ");
+        family.text.append(family.begin).append(line_).append("} ");
         if (append_value(family.text, property.value, metric))
             family.text += '\n';
         else
@@ -233,18 +234,18 @@ std::string class_figures_text(const std::vector<ClassFigures>& all) {
 } // namespace
 
 std::string providers_text(const server::Catalogue& catalogue) {
+    const auto providers = catalogue.providers();
     std::string text;
     append_head(text, "cmpihost_provider_calls_total", "counter", "Calls of the provider since its process began.");
-    for (const auto* figures : catalogue.providers())
-        append_sample(text, "cmpihost_provider_calls_total", "provider", figures->name, figures->calls.load());
+    for (const server::ProviderFigures& each : providers)
+        append_sample(text, "cmpihost_provider_calls_total", "provider", each.name, each.calls);
     append_head(text, "cmpihost_provider_failed_calls_total", "counter", "Of these those that ended with an error.");
-    for (const auto* figures : catalogue.providers())
-        append_sample(text, "cmpihost_provider_failed_calls_total", "provider", figures->name,
-                      figures->failures.load());
+    for (const server::ProviderFigures& each : providers)
+        append_sample(text, "cmpihost_provider_failed_calls_total", "provider", each.name, each.failures);
     append_head(text, "cmpihost_provider_call_seconds_total", "counter", "Time that the provider took for its calls.");
-    for (const auto* figures : catalogue.providers())
-        append_sample(text, "cmpihost_provider_call_seconds_total", "provider", figures->name,
-                      static_cast<double>(figures->microseconds.load()) / 1e6);
+    for (const server::ProviderFigures& each : providers)
+        append_sample(text, "cmpihost_provider_call_seconds_total", "provider", each.name,
+                      std::chrono::duration<double>(each.time).count());
     return text;
 }
 

@@ -29,9 +29,9 @@ std::string time_text(std::uint64_t seconds) {
     return {text.data(), length};
 }
 
-std::string seconds_text(std::uint64_t microseconds) {
+std::string seconds_text(std::chrono::microseconds time) {
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%.3f", static_cast<double>(microseconds) / 1e6);
+    std::snprintf(text.data(), text.size(), "%.3f", std::chrono::duration<double>(time).count());
     return text.data();
 }
 
@@ -51,10 +51,10 @@ std::string provider_table(const server::Catalogue& catalogue) {
     std::string html = "<table>\n<caption>Providers, since their process began</caption>\n<thead><tr>"
                        "<th scope=\"col\">Provider</th><th scope=\"col\">Calls</th>"
                        "<th scope=\"col\">Failed</th><th scope=\"col\">Seconds in all</th></tr></thead>\n<tbody>\n";
-    for (const auto* figures : catalogue.providers())
-        html += "<tr><th scope=\"row\">" + escaped(figures->name) + "</th><td class=\"number\">" +
-                grouped(figures->calls) + "</td><td class=\"number\">" + grouped(figures->failures) +
-                "</td><td class=\"number\">" + seconds_text(figures->microseconds) + "</td></tr>\n";
+    for (const server::ProviderFigures& each : catalogue.providers())
+        html += "<tr><th scope=\"row\">" + escaped(each.name) + "</th><td class=\"number\">" + grouped(each.calls) +
+                "</td><td class=\"number\">" + grouped(each.failures) + "</td><td class=\"number\">" +
+                seconds_text(each.time) + "</td></tr>\n";
     return html + "</tbody>\n</table>\n";
 }
 

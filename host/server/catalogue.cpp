@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <mutex>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -77,14 +78,33 @@ Answer ask_interop(const Interop& interop, const Request& request, const Sink& s
     return answer;
 }
 
-Answer run_counted(const Provider& provider, ProviderFigures& figures, const Request& request, const Sink& sink) {
-    using Clock = std::chrono::steady_clock;
-    const auto began = Clock::now();
+/// Figures that several threads change. (A lock, since not every machine has atomic numbers of 64 bits.)
+class Counter {
+  public:
+    explicit Counter(std::string name) : figures_{std::move(name)} {}
+
+    void add(std::chrono::microseconds took, bool failed) {
+        const std::lock_guard lock(mutex_);
+        ++figures_.calls;
+        figures_.failures += failed ? 1U : 0U;
+        figures_.time += took;
+    }
+
+    ProviderFigures figures() const {
+        const std::lock_guard lock(mutex_);
+        return figures_;
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    ProviderFigures figures_;
+};
+
+Answer run_counted(const Provider& provider, Counter& counter, const Request& request, const Sink& sink) {
+    const auto began = std::chrono::steady_clock::now();
     Answer answer = run(provider, request, sink);
-    const auto took = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - began);
-    figures.microseconds += static_cast<std::uint64_t>(took.count());
-    ++figures.calls;
-    figures.failures += answer.rc == 0 ? 0U : 1U;
+    const auto took = std::chrono::steady_clock::now() - began;
+    counter.add(std::chrono::duration_cast<std::chrono::microseconds>(took), answer.rc != 0);
     return answer;
 }
 
@@ -103,18 +123,17 @@ class Providers {
         hand_scenario_to(*library, file);
         library->create(prefix);
         const Provider& provider = library->provider();
-        auto figures = std::make_unique<ProviderFigures>();
-        figures->name = fs::path(file).filename().string() + " " + prefix;
-        Ask ask = [&provider, counted = figures.get()](const Request& request, const Sink& sink) {
-            return run_counted(provider, *counted, request, sink);
+        auto counter = std::make_unique<Counter>(fs::path(file).filename().string() + " " + prefix);
+        Ask ask = [&provider, counting = counter.get()](const Request& request, const Sink& sink) {
+            return run_counted(provider, *counting, request, sink);
         };
-        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(figures), std::move(ask)}).ask;
+        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(counter), std::move(ask)}).ask;
     }
 
-    std::vector<const ProviderFigures*> figures() const {
-        std::vector<const ProviderFigures*> all;
+    std::vector<ProviderFigures> figures() const {
+        std::vector<ProviderFigures> all;
         for (const Loaded& each : loaded_)
-            all.push_back(each.figures.get());
+            all.push_back(each.counter->figures());
         return all;
     }
 
@@ -129,7 +148,7 @@ class Providers {
         std::string file;
         std::string prefix;
         std::unique_ptr<Library> library;
-        std::unique_ptr<ProviderFigures> figures;
+        std::unique_ptr<Counter> counter;
         Ask ask;
     };
 
@@ -271,7 +290,7 @@ bool Catalogue::is_interop(const Namespace& space) const {
     return content_->interop_schema && &space.schema == &*content_->interop_schema;
 }
 
-std::vector<const ProviderFigures*> Catalogue::providers() const {
+std::vector<ProviderFigures> Catalogue::providers() const {
     return content_->providers.figures();
 }
 

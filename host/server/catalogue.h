@@ -5,7 +5,7 @@
 #include "host/mof/schema.h"
 #include "host/server/settings.h"
 
-#include <atomic>
+#include <chrono>
 #include <functional>
 
 namespace cmpihost::server {
@@ -13,12 +13,12 @@ namespace cmpihost::server {
 /// Runs an operation with a provider, or with what is asked as one. Several threads may call it.
 using Ask = std::function<Answer(const Request& request, const Sink& sink)>;
 
-/// What a provider was asked so far. Several threads count.
+/// What a provider was asked so far.
 struct ProviderFigures {
     std::string name; ///< of its library's file, and the prefix of its factories
-    std::atomic<std::uint64_t> calls = 0;
-    std::atomic<std::uint64_t> failures = 0;     ///< calls that answered another status than OK
-    std::atomic<std::uint64_t> microseconds = 0; ///< of all calls
+    std::uint64_t calls = 0;
+    std::uint64_t failures = 0; ///< calls that answered another status than OK
+    std::chrono::microseconds time{};
 };
 
 /// A class that somebody serves.
@@ -61,7 +61,8 @@ class Catalogue {
     /// Whether it is one of the server's own namespaces, which no provider serves.
     bool is_interop(const Namespace& space) const;
 
-    std::vector<const ProviderFigures*> providers() const;
+    /// Each provider, with what it was asked until now.
+    std::vector<ProviderFigures> providers() const;
 
     /// The schema that the keys of a request in this namespace are read by.
     const mof::Schema& schema_of(std::string_view name_space) const;
