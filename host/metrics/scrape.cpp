@@ -279,7 +279,7 @@ void Scraper::run(Round& round, Parts spare, std::chrono::milliseconds time) {
 std::shared_ptr<Scraper::Round> Scraper::enter(std::chrono::milliseconds time) {
     std::unique_lock lock(mutex_);
     if (round_ != nullptr && !round_->done) {
-        const std::shared_ptr<Round> round = round_;
+        std::shared_ptr<Round> round = round_;
         ++round->readers;
         changed_.wait(lock, [&round] { return round->done; });
         return round;
@@ -287,7 +287,7 @@ std::shared_ptr<Scraper::Round> Scraper::enter(std::chrono::milliseconds time) {
     Parts spare;
     if (round_ != nullptr && round_->readers == 0)
         spare = std::move(round_->parts);
-    const auto round = round_ = std::make_shared<Round>();
+    auto round = round_ = std::make_shared<Round>();
     ++round->readers;
     lock.unlock();
     run(*round, std::move(spare), time);
