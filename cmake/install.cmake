@@ -8,7 +8,7 @@ set(data ${CMAKE_INSTALL_DATADIR}/fcip-cim-provider)
 
 install(TARGETS FCIPProvider LIBRARY DESTINATION ${FCIP_PROVIDER_DIR} COMPONENT provider)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/schema DESTINATION ${data} COMPONENT provider
-        FILES_MATCHING PATTERN *.mof PATTERN *.reg PATTERN deviations.txt)
+        FILES_MATCHING PATTERN *.mof PATTERN *.reg PATTERN deviations.txt PATTERN views.toml)
 if(FCIP_BUILD_HOST)
   install(TARGETS cmpihost RUNTIME COMPONENT cmpihost)
 endif()

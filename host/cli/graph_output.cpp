@@ -4,58 +4,13 @@
 #include "host/cli/json_object.h"
 #include "host/cli/output.h"
 #include "host/cli/table.h"
+#include "host/graph/labels.h"
 
 #include <map>
 
 namespace cmpihost {
 
 namespace {
-
-/// A name without the prefix of its schema.
-std::string short_name(const std::string& name) {
-    return name.substr(name.find('_') + 1); // the whole name if there is no prefix
-}
-
-std::string value_of(const Property& key) {
-    const auto* text = std::get_if<std::string>(&key.value.data);
-    return text == nullptr || text->empty() ? text_value(key) : printable(*text);
-}
-
-/// Class and keys of an object, apart so that an output can put them on two lines.
-struct Label {
-    std::string class_name;
-    std::string keys;
-};
-
-std::string all_keys(const Object& object) {
-    std::string text;
-    for (const Property& key : object.keys)
-        text += (text.empty() ? "" : ", ") + key.name + "=" + value_of(key);
-    return text;
-}
-
-/// The key that tells objects of a class apart on most systems.
-std::string main_key(const Object& object) {
-    for (const char* name : {"Name", "InstanceID", "DeviceID"})
-        if (const Property* key = object.key(name))
-            return value_of(*key);
-    return all_keys(object);
-}
-
-/// Labels of all objects; all keys where the main one is not enough.
-std::vector<Label> labels_of(const Graph& graph, const mof::Schema& schema) {
-    std::vector<Label> labels;
-    std::map<std::string, unsigned> uses;
-    for (const Object& object : graph.objects) {
-        const mof::ClassDeclaration* declaration = schema.find(object.class_name);
-        labels.push_back({short_name(declaration ? declaration->name : object.class_name), main_key(object)});
-        ++uses[labels.back().class_name + ' ' + labels.back().keys];
-    }
-    for (std::size_t i = 0; i < labels.size(); ++i)
-        if (uses[labels[i].class_name + ' ' + labels[i].keys] > 1)
-            labels[i].keys = all_keys(graph.objects[i]);
-    return labels;
-}
 
 std::string counted(std::size_t count, const std::string& what) {
     return std::to_string(count) + " " + what + (count == 1 ? "" : "s");

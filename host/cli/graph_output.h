@@ -1,7 +1,7 @@
 // A graph of objects as text and for Graphviz.
 #pragma once
 
-#include "host/cli/graph.h"
+#include "host/graph/graph.h"
 
 namespace cmpihost {
 

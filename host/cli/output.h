@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/broker/broker.h"
+#include "host/cim/value_text.h"
 #include "host/mof/schema.h"
 
 #include <memory>
@@ -40,14 +41,5 @@ std::unique_ptr<AnswerText> path_lines();
 
 /// How many objects there are.
 std::unique_ptr<AnswerText> object_count();
-
-/// A text for a terminal or a comment: control characters as escapes.
-std::string printable(std::string_view text);
-
-/// A value as text output shows it.
-std::string text_value(const Property& property);
-
-/// A value as a MOF initializer.
-std::string mof_value(const Property& property);
 
 } // namespace cmpihost

@@ -4,7 +4,7 @@
 #include "host/cim/path_text.h"
 #include "host/cli/path_table.h"
 #include "host/cli/table.h"
-#include "host/cli/value_texts.h"
+#include "host/mof/value_texts.h"
 
 #include <algorithm>
 

@@ -85,6 +85,25 @@ void describe_providers(CLI::App& app, Texts& texts, ServeOptions& options) {
     app.add_flag("--in-process", options.in_process, "Run the providers in this process, for debuggers");
 }
 
+void describe_pages(CLI::App& app, ServeOptions& options) {
+    app.add_option("--metrics", options.site.metrics,
+                   "Classes whose counters and gauges /metrics has [those that the views name]")
+        ->type_name("CLASS...")
+        ->group("Pages and metrics");
+    app.add_option("--views", options.site.views,
+                   "How classes are shown and measured [views.toml beside the last schema file]")
+        ->type_name("FILE")
+        ->group("Pages and metrics");
+    app.add_option("--host", options.listener.hosts,
+                   "Another name that browsers may know this server by; may be repeated [localhost and its addresses]")
+        ->type_name("NAME")
+        ->allow_extra_args(false)
+        ->group("Pages and metrics");
+    app.add_option("--metrics-user", options.listener.metrics_user, "A user who gets /metrics and nothing else")
+        ->type_name("NAME")
+        ->group("Pages and metrics");
+}
+
 void set_endpoints(const Texts& texts, ServeOptions& options) {
     http::ListenerOptions& listener = options.listener;
     if (!texts.tls.empty())
@@ -112,6 +131,15 @@ void set_schema(server::Settings& settings) {
     if (folder.empty())
         folder = std::filesystem::path(settings.schema.back()).parent_path();
     settings.interop_schema = (folder / "interop.mof").string();
+}
+
+void set_views(ServeOptions& options) {
+    if (!options.site.views.empty())
+        return;
+    const auto beside = std::filesystem::path(options.settings.schema.back()).parent_path() / "views.toml";
+    std::error_code error;
+    if (std::filesystem::exists(beside, error))
+        options.site.views = beside.string();
 }
 
 /// The provider beside the program, with the registration beside its schema.
@@ -155,12 +183,14 @@ ServeLine read_serve_line(const std::vector<std::string>& arguments) {
     ServeOptions options;
     describe_listener(app, texts, options);
     describe_providers(app, texts, options);
+    describe_pages(app, options);
     describe_limits(app, options);
     app.footer(footer());
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         set_endpoints(texts, options);
         set_schema(options.settings);
+        set_views(options);
         set_providers(texts, options.settings);
     } catch (const CLI::ParseError& error) {
         return ended(parse_end(app, error, program));

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "host/http/options.h"
+#include "host/pages/site_settings.h"
 #include "host/server/settings.h"
 
 namespace cmpihost {
 
 struct ServeOptions {
     server::Settings settings{};
+    pages::SiteSettings site{};
     http::ListenerOptions listener{};
     http::LogOptions log{};
     std::string trace;                                ///< where the providers' standard output goes, as for other verbs

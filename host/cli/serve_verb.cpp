@@ -3,6 +3,7 @@
 #include "host/cli/redirect.h"
 #include "host/cli/serve_options.h"
 #include "host/http/listener.h"
+#include "host/pages/site.h"
 #include "host/server/service.h"
 #include "host/worker/heap.h"
 #include "host/worker/in_process.h"
@@ -41,6 +42,7 @@ class Server {
     boost::asio::signal_set reloads_;
     std::unique_ptr<StandardOutputElsewhere> redirected_; ///< where the providers run in this process
     std::unique_ptr<server::Service> service_;            ///< there, too
+    std::unique_ptr<pages::Site> site_;                   ///< likewise
     worker::Supervisor* supervisor_ = nullptr;            ///< else
     std::unique_ptr<worker::Backend> backend_;
     std::unique_ptr<http::Listener> listener_;
@@ -67,8 +69,9 @@ Server::Server(const ServeOptions& options, const Streams& streams)
     if (options.in_process) {
         redirected_ = std::make_unique<StandardOutputElsewhere>(options.trace, streams.err);
         service_ = std::make_unique<server::Service>(options.settings);
+        site_ = std::make_unique<pages::Site>(service_->catalogue(), options.site);
         const auto answer = [this](const server::Question& question, server::ReplySink& sink) {
-            return service_->answer(question, sink);
+            return question.page ? site_->answer(question, sink) : service_->answer(question, sink);
         };
         backend_ = std::make_unique<worker::InProcess>(context_, answer, options.threads, options.waiting);
     } else {

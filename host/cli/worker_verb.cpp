@@ -2,6 +2,7 @@
 
 #include "host/cli/redirect.h"
 #include "host/cli/serve_options.h"
+#include "host/pages/site.h"
 #include "host/server/service.h"
 #include "host/worker/heap.h"
 #include "host/worker/worker_process.h"
@@ -24,8 +25,9 @@ int work(const std::vector<std::string>& arguments, const Streams& streams) {
     try {
         const StandardOutputElsewhere redirected(line.options->trace, streams.err);
         server::Service service(line.options->settings);
-        const auto answer = [&service](const server::Question& question, server::ReplySink& sink) {
-            return service.answer(question, sink);
+        const pages::Site site(service.catalogue(), line.options->site);
+        const auto answer = [&](const server::Question& question, server::ReplySink& sink) {
+            return question.page ? site.answer(question, sink) : service.answer(question, sink);
         };
         return worker::run_worker(socket_to_front, answer, line.options->threads);
     } catch (const std::runtime_error& error) {

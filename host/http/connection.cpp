@@ -23,6 +23,14 @@ std::string local_host(const boost::asio::ip::tcp::socket& socket) {
 
 } // namespace
 
+server::ServerFigures Shared::server_figures() const {
+    return {figures.since(), figures.requests(), figures.failures(), backend.restarts(), connections.size()};
+}
+
+std::string Shared::metrics(bool answered) const {
+    return figures.text({connections.size(), backend.restarts(), answered});
+}
+
 Connection::Connection(std::shared_ptr<Shared> shared, boost::asio::ip::tcp::socket socket,
                        std::shared_ptr<boost::asio::ssl::context> tls, const boost::asio::ip::address& address,
                        bool counted)
@@ -33,6 +41,7 @@ Connection::Connection(std::shared_ptr<Shared> shared, boost::asio::ip::tcp::soc
 
 void Connection::start() {
     shared_->connections.insert(this);
+    shared_->figures.count_connection();
     if (stream_.is_tls())
         return handshake();
     enter(Phase::head, shared_->limits.header);
@@ -193,6 +202,14 @@ void Connection::on_login(Verdict verdict, const std::string& user) {
 }
 
 void Connection::on_admitted() {
+    page_.reset();
+    if (is_page(reader_.head())) {
+        const auto refusal = refusal_of_page();
+        return refusal ? refuse(*refusal) : begin_body();
+    }
+    if (is_cross_site(reader_.head(), shared_->hosts) ||
+        (!record_.user.empty() && record_.user == shared_->metrics_user))
+        return refuse({403});
     auto checked = check_request(reader_.head());
     if (auto* refusal = std::get_if<Refusal>(&checked))
         return refuse(*refusal);
@@ -202,6 +219,22 @@ void Connection::on_admitted() {
     if (waits && !reader_.has_more() && !reader_.is_complete())
         return send("HTTP/1.1 100 Continue\r\n\r\n", &Connection::begin_body);
     begin_body();
+}
+
+std::optional<Refusal> Connection::refusal_of_page() {
+    const RequestHead& head = reader_.head();
+    record_.operation = head.method;
+    record_.class_name = path_of(head.target);
+    auto checked = check_page(head, shared_->hosts);
+    if (auto* refusal = std::get_if<Refusal>(&checked))
+        return std::move(*refusal);
+    const bool confined = !record_.user.empty() && record_.user == shared_->metrics_user;
+    if (confined && record_.class_name != metrics_path)
+        return Refusal{403};
+    cim_ = {};
+    page_ = std::get<server::PageRequest>(std::move(checked));
+    page_->figures = shared_->server_figures();
+    return std::nullopt;
 }
 
 void Connection::begin_body() {
@@ -223,7 +256,7 @@ void Connection::ask() {
     received_ = now();
     const RequestHead& head = reader_.head();
     const std::string host = host_of(head).value_or(std::string());
-    server::Question question{cim_.method, cim_.object, host.empty() ? host_ : host, std::move(reader_.body())};
+    server::Question question{cim_.method, cim_.object, host.empty() ? host_ : host, std::move(reader_.body()), page_};
     const auto done = [self = shared_from_this()](worker::Reply reply) {
         if (self->phase_ != Phase::closed)
             self->on_reply(std::move(reply));

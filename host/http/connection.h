@@ -1,8 +1,10 @@
 // A client's connection: its requests, one after the other.
 #pragma once
 
+#include "host/http/figures.h"
 #include "host/http/log.h"
 #include "host/http/login.h"
+#include "host/http/page_check.h"
 #include "host/http/places.h"
 #include "host/http/request_check.h"
 #include "host/http/request_reader.h"
@@ -19,13 +21,22 @@ class Connection;
 
 /// What the connections of a listener share.
 struct Shared {
-    Shared(boost::asio::io_context& context_, worker::Backend& backend_, Log& log_, const Limits& limits_)
-        : context(context_), backend(backend_), log(log_), limits(limits_), places(limits_) {}
+    Shared(boost::asio::io_context& context_, worker::Backend& backend_, Log& log_, const ListenerOptions& options)
+        : context(context_), backend(backend_), log(log_), limits(options.limits), hosts(options.hosts),
+          metrics_user(options.metrics_user), places(limits) {}
+
+    server::ServerFigures server_figures() const;
+
+    /// The listener's own metrics.
+    std::string metrics(bool answered) const;
 
     boost::asio::io_context& context;
     worker::Backend& backend;
     Log& log;
     Limits limits;
+    std::vector<std::string> hosts; ///< as in ListenerOptions, and so is the next
+    std::string metrics_user;
+    Figures figures{};
     Places places;
     std::unique_ptr<Login> login; ///< null: no credentials are asked for
     std::unordered_set<Connection*> connections{};
@@ -71,6 +82,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
     Time body_deadline() const;
     void ask();
     void on_reply(worker::Reply reply);
+    std::optional<Refusal> refusal_of_page();
+    void on_page_reply();
 
     void refuse(const Refusal& refusal);
     void refuse_for_now(unsigned status, seconds retry_after);
@@ -99,6 +112,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
     RequestReader reader_;
     CimHeaders cim_;
+    std::optional<server::PageRequest> page_; ///< what is asked for in place of an operation
     LogRecord record_;
     Time received_{}; ///< the request's last byte
     Time body_began_{};

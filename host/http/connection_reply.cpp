@@ -1,6 +1,7 @@
 // The second half of an exchange: what is sent, and how a connection ends.
 #include "host/http/connection.h"
 #include "host/http/reply_head.h"
+#include "host/metrics/metric_text.h"
 
 namespace cmpihost::http {
 
@@ -23,6 +24,8 @@ std::uint64_t size_of(const std::vector<std::string>& blocks) {
 
 void Connection::on_reply(worker::Reply reply) {
     reply_ = std::move(reply);
+    if (page_)
+        return on_page_reply();
     record_.operation = reply_.subject.envelope.operation;
     record_.class_name = reply_.subject.class_name;
     record_.cim_status = reply_.outcome.cim_status;
@@ -35,6 +38,30 @@ void Connection::on_reply(worker::Reply reply) {
     keep_alive_ = reader_.head().keep_alive && !shared_->stopping;
     send(operation_head(cim_.prefix, record_.bytes, since(received_), {keep_alive_, reader_.head().version_1_1}),
          &Connection::on_sent);
+}
+
+/// Metrics are answered even where the providers are not: the listener has some of its own.
+void Connection::on_page_reply() {
+    for (const std::string& note : reply_.outcome.notes)
+        shared_->log.note(note);
+    unsigned status = reply_.outcome.http_status;
+    const bool answered = !reply_.outcome.content_type.empty();
+    std::string type = std::move(reply_.outcome.content_type);
+    if (record_.class_name == metrics_path) {
+        if (!answered)
+            reply_.body.clear();
+        reply_.body.push_back(shared_->metrics(answered));
+        type = metrics::content_type;
+        status = 200;
+    } else if (!answered) {
+        return refuse({status == 200 ? 500 : status});
+    }
+    record_.http_status = status;
+    record_.bytes = size_of(reply_.body);
+    keep_alive_ = reader_.head().keep_alive && !shared_->stopping;
+    if (reader_.head().method == "HEAD")
+        reply_.body.clear();
+    send(page_head(status, type, record_.bytes, {keep_alive_, reader_.head().version_1_1}), &Connection::on_sent);
 }
 
 void Connection::refuse(const Refusal& refusal) {
@@ -107,6 +134,7 @@ void Connection::on_sent() {
 void Connection::log_request() {
     record_.address = address_;
     record_.took = since(received_);
+    shared_->figures.count(record_);
     shared_->log.record(record_);
     record_ = {};
 }

@@ -42,7 +42,7 @@ class Listener::State : public std::enable_shared_from_this<State> {
   public:
     State(boost::asio::io_context& context, worker::Backend& backend, Log& log, const ListenerOptions& options)
         : context_(context), options_(options), drain_(context),
-          shared_(std::make_shared<Shared>(context, backend, log, options.limits)) {
+          shared_(std::make_shared<Shared>(context, backend, log, options)) {
         if (options.tls)
             tls_ = make_tls(*options.tls);
         if (!options.users.empty())

@@ -71,8 +71,10 @@ struct LogOptions {
 
 struct ListenerOptions {
     std::vector<Endpoint> endpoints;
-    std::optional<TlsFiles> tls; ///< for all endpoints
-    std::string users;           ///< file; empty: no credentials are asked for
+    std::optional<TlsFiles> tls;      ///< for all endpoints
+    std::string users;                ///< file; empty: no credentials are asked for
+    std::vector<std::string> hosts{}; ///< names of this server, besides localhost and its addresses
+    std::string metrics_user{};       ///< who gets metrics and nothing else; empty: nobody is confined so
     Limits limits{};
     LoginLimits login{};
 };

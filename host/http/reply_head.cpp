@@ -17,14 +17,17 @@ constexpr std::array reasons{
     Reason{200, "OK"},
     Reason{400, "Bad Request"},
     Reason{401, "Unauthorized"},
+    Reason{403, "Forbidden"},
     Reason{404, "Not Found"},
     Reason{408, "Request Timeout"},
     Reason{411, "Length Required"},
     Reason{413, "Content Too Large"},
+    Reason{421, "Misdirected Request"},
     Reason{429, "Too Many Requests"},
     Reason{431, "Request Header Fields Too Large"},
     Reason{500, "Internal Server Error"},
     Reason{501, "Not Implemented"},
+    Reason{502, "Bad Gateway"},
     Reason{503, "Service Unavailable"},
     Reason{505, "HTTP Version Not Supported"},
     Reason{510, "Not Extended"},
@@ -82,6 +85,20 @@ std::string operation_head(const std::string& prefix, std::uint64_t bytes, std::
     append_extension(head, prefix);
     append(head, prefix + "CIMOperation", "MethodResponse");
     append(head, "WBEMServerResponseTime", std::to_string(took.count()));
+    return head + "\r\n";
+}
+
+std::string page_head(unsigned status, const std::string& content_type, std::uint64_t bytes, Persistence persistence) {
+    std::string head = begin(status, persistence);
+    append(head, "Content-Type", content_type);
+    append(head, "Content-Length", std::to_string(bytes));
+    append(head, "Cache-Control", "no-store");
+    append(head, "Content-Security-Policy",
+           "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self'; "
+           "form-action 'self'; base-uri 'none'; frame-ancestors 'none'");
+    append(head, "X-Content-Type-Options", "nosniff");
+    append(head, "Referrer-Policy", "no-referrer");
+    append(head, "Cross-Origin-Resource-Policy", "same-origin");
     return head + "\r\n";
 }
 

@@ -18,6 +18,9 @@ struct Persistence {
 std::string operation_head(const std::string& prefix, std::uint64_t bytes, std::chrono::microseconds took,
                            Persistence persistence);
 
+/// Of a page, or an error that is told by one.
+std::string page_head(unsigned status, const std::string& content_type, std::uint64_t bytes, Persistence persistence);
+
 /// Of a reply without a body.
 std::string refusal_head(const Refusal& refusal, Persistence persistence);
 

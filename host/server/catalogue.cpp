@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <mutex>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -77,6 +78,36 @@ Answer ask_interop(const Interop& interop, const Request& request, const Sink& s
     return answer;
 }
 
+/// Figures that several threads change. (A lock, since not every machine has atomic numbers of 64 bits.)
+class Counter {
+  public:
+    explicit Counter(std::string name) : figures_{std::move(name)} {}
+
+    void add(std::chrono::microseconds took, bool failed) {
+        const std::lock_guard lock(mutex_);
+        ++figures_.calls;
+        figures_.failures += failed ? 1U : 0U;
+        figures_.time += took;
+    }
+
+    ProviderFigures figures() const {
+        const std::lock_guard lock(mutex_);
+        return figures_;
+    }
+
+  private:
+    mutable std::mutex mutex_;
+    ProviderFigures figures_;
+};
+
+Answer run_counted(const Provider& provider, Counter& counter, const Request& request, const Sink& sink) {
+    const auto began = std::chrono::steady_clock::now();
+    Answer answer = run(provider, request, sink);
+    const auto took = std::chrono::steady_clock::now() - began;
+    counter.add(std::chrono::duration_cast<std::chrono::microseconds>(took), answer.rc != 0);
+    return answer;
+}
+
 /// The providers, each loaded once.
 class Providers {
   public:
@@ -92,8 +123,18 @@ class Providers {
         hand_scenario_to(*library, file);
         library->create(prefix);
         const Provider& provider = library->provider();
-        Ask ask = [&provider](const Request& request, const Sink& sink) { return run(provider, request, sink); };
-        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(ask)}).ask;
+        auto counter = std::make_unique<Counter>(fs::path(file).filename().string() + " " + prefix);
+        Ask ask = [&provider, counting = counter.get()](const Request& request, const Sink& sink) {
+            return run_counted(provider, *counting, request, sink);
+        };
+        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(counter), std::move(ask)}).ask;
+    }
+
+    std::vector<ProviderFigures> figures() const {
+        std::vector<ProviderFigures> all;
+        for (const Loaded& each : loaded_)
+            all.push_back(each.counter->figures());
+        return all;
     }
 
     /// @throws LoadError there is a scenario, and no library took it
@@ -107,6 +148,7 @@ class Providers {
         std::string file;
         std::string prefix;
         std::unique_ptr<Library> library;
+        std::unique_ptr<Counter> counter;
         Ask ask;
     };
 
@@ -235,6 +277,21 @@ const Namespace* Catalogue::find(std::string_view name) const {
     const auto found = std::find_if(content_->namespaces.begin(), content_->namespaces.end(),
                                     [name](const Namespace& each) { return same_name(each.name, name); });
     return found == content_->namespaces.end() ? nullptr : &*found;
+}
+
+std::vector<const Namespace*> Catalogue::namespaces() const {
+    std::vector<const Namespace*> all;
+    for (const Namespace& space : content_->namespaces)
+        all.push_back(&space);
+    return all;
+}
+
+bool Catalogue::is_interop(const Namespace& space) const {
+    return content_->interop_schema && &space.schema == &*content_->interop_schema;
+}
+
+std::vector<ProviderFigures> Catalogue::providers() const {
+    return content_->providers.figures();
 }
 
 const mof::Schema& Catalogue::schema_of(std::string_view name_space) const {

@@ -5,12 +5,21 @@
 #include "host/mof/schema.h"
 #include "host/server/settings.h"
 
+#include <chrono>
 #include <functional>
 
 namespace cmpihost::server {
 
 /// Runs an operation with a provider, or with what is asked as one. Several threads may call it.
 using Ask = std::function<Answer(const Request& request, const Sink& sink)>;
+
+/// What a provider was asked so far.
+struct ProviderFigures {
+    std::string name; ///< of its library's file, and the prefix of its factories
+    std::uint64_t calls = 0;
+    std::uint64_t failures = 0; ///< calls that answered another status than OK
+    std::chrono::microseconds time{};
+};
 
 /// A class that somebody serves.
 struct ServedClass {
@@ -45,6 +54,15 @@ class Catalogue {
 
     /// The namespace of this name, in any case; null if there is none.
     const Namespace* find(std::string_view name) const;
+
+    /// All namespaces: those of providers, then the interop namespaces.
+    std::vector<const Namespace*> namespaces() const;
+
+    /// Whether it is one of the server's own namespaces, which no provider serves.
+    bool is_interop(const Namespace& space) const;
+
+    /// Each provider, with what it was asked until now.
+    std::vector<ProviderFigures> providers() const;
 
     /// The schema that the keys of a request in this namespace are read by.
     const mof::Schema& schema_of(std::string_view name_space) const;

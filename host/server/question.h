@@ -3,7 +3,25 @@
 
 #include "host/cimxml/call.h"
 
+#include <chrono>
+
 namespace cmpihost::server {
+
+/// What a listener knows of itself.
+struct ServerFigures {
+    std::uint64_t since = 0;    ///< when it began, in seconds since 1970
+    std::uint64_t requests = 0; ///< answered or refused so far
+    std::uint64_t failures = 0; ///< of these those that did not end well
+    std::uint64_t restarts = 0; ///< of the process that runs the providers
+    std::uint64_t connections = 0;
+};
+
+/// A request for a page or for metrics, in place of an operation.
+struct PageRequest {
+    std::string target;               ///< path and query as sent
+    std::chrono::milliseconds time{}; ///< that the client waits; 0: it did not say
+    ServerFigures figures{};
+};
 
 /// A request, as HTTP brought it.
 struct Question {
@@ -11,6 +29,7 @@ struct Question {
     std::string cim_object; ///< the header CIMObject as sent
     std::string host;       ///< what paths in the reply name as their host
     std::string body;
+    std::optional<PageRequest> page{}; ///< what else is asked for; nothing: the operation in the body
 };
 
 /// What a request is about. Known once its body has been read; error replies repeat it, the log tells it.
@@ -26,6 +45,7 @@ struct Outcome {
     unsigned cim_status = 0;          ///< the status code that the body tells
     std::uint64_t objects = 0;        ///< in the body
     std::vector<std::string> notes{}; ///< what the log is to say besides, one line each
+    std::string content_type{};       ///< of a page: it has its body whatever the status
 };
 
 /// Takes a reply's body while it is made. Called by one thread at a time.

@@ -92,6 +92,7 @@ class Service::State {
     explicit State(const Settings& settings) : settings_(settings), catalogue_(settings_), contexts_(settings_) {}
 
     Outcome answer(const Question& question, ReplySink& sink);
+    const Catalogue& catalogue() const { return catalogue_; }
 
   private:
     Status answer(const Question& question, const cimxml::Call& call, ReplyBody& body, Notes& notes,
@@ -151,6 +152,10 @@ Status Service::State::answer(const Question& question, const cimxml::Call& call
 Service::Service(const Settings& settings) : state_(std::make_unique<State>(settings)) {}
 
 Service::~Service() = default;
+
+const Catalogue& Service::catalogue() const {
+    return state_->catalogue();
+}
 
 Outcome Service::answer(const Question& question, ReplySink& sink) {
     return state_->answer(question, sink);

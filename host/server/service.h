@@ -8,6 +8,8 @@
 
 namespace cmpihost::server {
 
+class Catalogue;
+
 /// Schema, providers and open enumerations. Answers several requests at once, each on the thread that asks.
 class Service {
   public:
@@ -17,6 +19,9 @@ class Service {
     ~Service();
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
+
+    /// What it has loaded.
+    const Catalogue& catalogue() const;
 
     /// Answers a request. Never throws for what the request holds or a provider answers.
     Outcome answer(const Question& question, ReplySink& sink);

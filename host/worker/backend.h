@@ -25,6 +25,9 @@ class Backend {
     /// @return false: too many requests wait already, `done` is not called
     virtual bool ask(server::Question question, Done done) = 0;
 
+    /// How often the process behind it ended of itself, or had to be ended.
+    virtual std::uint64_t restarts() const { return 0; }
+
     /// Ends the process behind it, if any. Requests that still run are answered with an error.
     virtual void stop(std::function<void()> stopped) = 0;
 };

@@ -83,12 +83,37 @@ std::vector<std::string> read_notes(Fields& fields) {
     return notes;
 }
 
+void append_page(std::string& bytes, const server::PageRequest& page) {
+    append_text(bytes, page.target);
+    append_number(bytes, static_cast<std::uint64_t>(page.time.count()));
+    const server::ServerFigures& figures = page.figures;
+    for (const std::uint64_t figure :
+         {figures.since, figures.requests, figures.failures, figures.restarts, figures.connections})
+        append_number(bytes, figure);
+}
+
+server::PageRequest read_page(Fields& fields) {
+    server::PageRequest page;
+    page.target = fields.text();
+    page.time = std::chrono::milliseconds(fields.number<std::uint64_t>());
+    server::ServerFigures& figures = page.figures;
+    for (std::uint64_t* figure :
+         {&figures.since, &figures.requests, &figures.failures, &figures.restarts, &figures.connections})
+        *figure = fields.number<std::uint64_t>();
+    return page;
+}
+
+bool is_printable(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](char letter) { return letter >= ' ' && letter <= '~'; });
+}
+
 void check(const server::Outcome& outcome) {
     if (outcome.http_status < 200 || outcome.http_status > 599)
         throw BrokenFrame("HTTP status " + std::to_string(outcome.http_status));
-    const auto printable = [](char letter) { return letter >= ' ' && letter <= '~'; };
-    if (!std::all_of(outcome.cim_error.begin(), outcome.cim_error.end(), printable))
+    if (!is_printable(outcome.cim_error))
         throw BrokenFrame("a CIMError that is no header's text");
+    if (!is_printable(outcome.content_type))
+        throw BrokenFrame("a type of content that is no header's text");
 }
 
 } // namespace
@@ -100,6 +125,9 @@ std::string encode(const server::Question& question) {
     append_text(bytes, question.cim_object);
     append_text(bytes, question.host);
     append_text(bytes, question.body);
+    append_number(bytes, static_cast<std::uint8_t>(question.page ? 1 : 0));
+    if (question.page)
+        append_page(bytes, *question.page);
     return bytes;
 }
 
@@ -121,6 +149,7 @@ std::string encode(const server::Outcome& outcome) {
     append_number(bytes, static_cast<std::uint32_t>(outcome.cim_status));
     append_number(bytes, outcome.objects);
     append_notes(bytes, outcome.notes);
+    append_text(bytes, outcome.content_type);
     return bytes;
 }
 
@@ -131,6 +160,8 @@ server::Question decode_question(std::string_view bytes) {
     question.cim_object = fields.text();
     question.host = fields.text();
     question.body = fields.text();
+    if (fields.number<std::uint8_t>() != 0)
+        question.page = read_page(fields);
     fields.end();
     return question;
 }
@@ -162,6 +193,7 @@ server::Outcome decode_outcome(std::string_view bytes) {
     outcome.cim_status = fields.number<std::uint32_t>();
     outcome.objects = fields.number<std::uint64_t>();
     outcome.notes = read_notes(fields);
+    outcome.content_type = fields.text();
     fields.end();
     check(outcome);
     return outcome;

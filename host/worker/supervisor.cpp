@@ -41,6 +41,7 @@ class Supervisor::State : public std::enable_shared_from_this<State> {
     void start(std::function<void(const std::string&)> started);
     bool ask(const server::Question& question, Done done);
     void stop(std::function<void()> stopped);
+    std::uint64_t restarts() const { return restarts_; }
 
   private:
     bool may_send() const;
@@ -69,6 +70,7 @@ class Supervisor::State : public std::enable_shared_from_this<State> {
     std::uint32_t last_number_ = 0;
     Timer timer_; ///< rings when the first request is due, or before
     Clock::time_point rings_at_ = Clock::time_point::max();
+    std::uint64_t restarts_ = 0;
 };
 
 Supervisor::State::State(boost::asio::io_context& loop, SupervisorOptions options)
@@ -233,6 +235,7 @@ void Supervisor::State::end_if_drained(const std::shared_ptr<Worker>& worker) {
 
 void Supervisor::State::ended(const std::shared_ptr<Worker>& worker, const std::string& how) {
     take_back(*worker);
+    restarts_ += crew_->at_work() ? 1U : 0U;
     const std::string line = "worker " + std::to_string(worker->pid) + " " + how + fail_requests(worker, how);
     log(worker->ending ? LogLevel::info : LogLevel::error, line);
     send_waiting();
@@ -294,6 +297,10 @@ void Supervisor::start(std::function<void(const std::string&)> started) {
 
 bool Supervisor::ask(server::Question question, Done done) {
     return state_->ask(question, std::move(done));
+}
+
+std::uint64_t Supervisor::restarts() const {
+    return state_->restarts();
 }
 
 void Supervisor::stop(std::function<void()> stopped) {

@@ -29,6 +29,7 @@ class Supervisor : public Backend {
 
     /// @return false also before start(), and after stop() or a start that failed
     bool ask(server::Question question, Done done) override;
+    std::uint64_t restarts() const override;
     void stop(std::function<void()> stopped) override;
 
   private:

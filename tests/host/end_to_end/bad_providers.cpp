@@ -80,6 +80,17 @@ class BadProviders : public testing::Test {
         expect_good(ask(class_name));
     }
 
+    static RawReply get(const std::string& path) {
+        return exchange(server->port(), "GET " + path + " HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n");
+    }
+
+    /// The value of a metric of the server's own.
+    static int figure(const std::string& name) {
+        const std::string text = get("/metrics").body;
+        const std::size_t at = text.find("\n" + name + " ");
+        return at == std::string::npos ? -1 : std::stoi(text.substr(at + name.size() + 2));
+    }
+
     static inline const std::string schema_file = FCIP_BINARY_DIR "/tests/bad_classes.mof";
     static inline ServerProcess* server = nullptr;
 };
@@ -109,6 +120,21 @@ TEST_F(BadProviders, ThatHangFailTheCallInTime) {
                      "the provider did not answer EnumerateInstances of " + class_name + " within 1 s");
         expect_good(ask_until_answered("Bad_Good"));
     }
+}
+
+TEST_F(BadProviders, EndsAreCountedInTheMetrics) {
+    const int before = figure("cmpihost_provider_restarts_total");
+    ask("Bad_Segv");
+    EXPECT_EQ(figure("cmpihost_provider_restarts_total"), before + 1);
+    expect_good("Bad_Good");
+    EXPECT_EQ(figure("cmpihost_provider_up"), 1);
+}
+
+TEST_F(BadProviders, ThatEndFailTheirPageAlone) {
+    EXPECT_EQ(get("/class/Bad_Segv").status, 500);
+    const RawReply page = get("/class/Bad_Good");
+    EXPECT_EQ(page.status, 200);
+    EXPECT_NE(page.body.find(">good</"), std::string::npos) << page.body;
 }
 
 TEST_F(BadProviders, OthersAreServedWhileOneHangs) {

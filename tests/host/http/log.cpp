@@ -185,7 +185,7 @@ TEST_F(LogsOfListeners, HaveALineForEachRequest) {
     backend.reply.outcome.notes = {"a null result was left out"};
     start();
     ask(post());
-    ask("GET / HTTP/1.1\r\nHost: h\r\n\r\n");
+    ask("GET /x HTTP/1.1\r\nHost: h\r\n\r\n");
     ask("hello\r\n");
     finish();
     std::istringstream lines(log_file.text());

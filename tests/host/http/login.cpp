@@ -56,6 +56,27 @@ TEST_F(Logins, AllOthersGetTheSameAnswer) {
     EXPECT_TRUE(backend.questions().empty());
 }
 
+TEST_F(Logins, PagesAskForCredentialsToo) {
+    start();
+    const std::string get = "GET /metrics HTTP/1.1\r\nHost: localhost\r\n";
+    EXPECT_EQ(ask(get + "\r\n").status(), 401U);
+    EXPECT_EQ(ask(get + anna_wrong + "\r\n").status(), 401U);
+    EXPECT_EQ(ask(get + anna_secret + "\r\n").status(), 200U);
+}
+
+TEST_F(Logins, MetricsUserGetsNothingElse) {
+    options.metrics_user = "anna";
+    start();
+    const auto get = [this](const std::string& path) {
+        return ask("GET " + path + " HTTP/1.1\r\nHost: localhost\r\n" + anna_secret + "\r\n").status();
+    };
+    EXPECT_EQ(get("/metrics"), 200U);
+    EXPECT_EQ(get("/metrics?x"), 200U);
+    EXPECT_EQ(get("/"), 403U);
+    EXPECT_EQ(get("/class/X"), 403U);
+    EXPECT_EQ(ask_as(anna_secret).status(), 403U);
+}
+
 TEST_F(Logins, TwoAuthorizationsAreNone) {
     start();
     EXPECT_EQ(ask_as(anna_secret + anna_secret).status(), 400U);

@@ -51,7 +51,7 @@ std::vector<OddRow> rows_of_cim_headers() {
 std::vector<OddRow> rows_of_http() {
     return {
         {"GET", "GET /cimom HTTP/1.1\r\nHost: h\r\n\r\n", 404},
-        {"HEAD", "HEAD / HTTP/1.1\r\nHost: h\r\n\r\n", 404},
+        {"HEAD", "HEAD /cimom HTTP/1.1\r\nHost: h\r\n\r\n", 404},
         {"OPTIONS", "OPTIONS * HTTP/1.1\r\nHost: h\r\n\r\n", 501},
         {"PUT", changed("POST", "PUT"), 501},
         {"unknown method", changed("POST", "FROB"), 501},

@@ -41,6 +41,21 @@ TEST_F(ServeLines, AddressesThatAreGiven) {
     EXPECT_EQ(endpoints_of({"--listen", "10.0.0.1", "--tls", "c", "k", "--no-users"}), "10.0.0.1:5989 ");
 }
 
+TEST_F(ServeLines, PagesAndMetrics) {
+    const ServeOptions plain = options_of({});
+    EXPECT_TRUE(plain.site.views.ends_with("/schema/views.toml")) << plain.site.views;
+    EXPECT_TRUE(plain.site.metrics.empty());
+    EXPECT_TRUE(plain.listener.hosts.empty());
+    EXPECT_EQ(plain.listener.metrics_user, "");
+    const ServeOptions all =
+        options_of({"--metrics", "A", "B", "--views", "v", "--host", "h", "--host", "i", "--metrics-user", "u"});
+    EXPECT_EQ(all.site.metrics, (std::vector<std::string>{"A", "B"}));
+    EXPECT_EQ(all.site.views, "v");
+    EXPECT_EQ(all.listener.hosts, (std::vector<std::string>{"h", "i"}));
+    EXPECT_EQ(all.listener.metrics_user, "u");
+    EXPECT_EQ(options_of({"--schema", "/elsewhere/my.mof"}).site.views, "") << "there is none beside it";
+}
+
 TEST_F(ServeLines, WrongUsageIsToldInOneLine) {
     const std::vector<std::pair<std::vector<std::string>, const char*>> rows{
         {{"--listen", "0.0.0.0"},

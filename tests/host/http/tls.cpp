@@ -143,7 +143,7 @@ TEST_F(TlsListeners, HandshakeHasADeadline) {
 TEST_F(TlsListeners, EndsAreTold) {
     start();
     TlsClient client(port);
-    client.send("GET / HTTP/1.0\r\n\r\n");
+    client.send("GET /x HTTP/1.0\r\n\r\n");
     EXPECT_TRUE(client.read_reply(0).starts_with("HTTP/1.1 404 "));
     EXPECT_TRUE(client.is_told_the_end());
 }

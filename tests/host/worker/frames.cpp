@@ -162,6 +162,30 @@ TEST(Records, SubjectOfAMethodStaysOne) {
     EXPECT_EQ(std::get<cimxml::ClassName>(*target).name, "C");
 }
 
+TEST(Records, PageRequestComesAsItWasSent) {
+    server::Question sent{"", "", "host", "",
+                          server::PageRequest{"/x?y", std::chrono::milliseconds(2500), {1, 2, 3, 4, 5}}};
+    const std::string bytes = encode(sent);
+    const server::Question got = decode_question(bytes);
+    ASSERT_TRUE(got.page.has_value());
+    EXPECT_EQ(got.page->target, "/x?y");
+    EXPECT_EQ(got.page->time, std::chrono::milliseconds(2500));
+    const server::ServerFigures& figures = got.page->figures;
+    EXPECT_EQ(figures.since, 1U);
+    EXPECT_EQ(figures.requests, 2U);
+    EXPECT_EQ(figures.failures, 3U);
+    EXPECT_EQ(figures.restarts, 4U);
+    EXPECT_EQ(figures.connections, 5U);
+    for (std::size_t size = 0; size < bytes.size(); ++size)
+        EXPECT_THROW(decode_question(bytes.substr(0, size)), BrokenFrame) << size;
+    EXPECT_FALSE(decode_question(encode(server::Question{})).page.has_value());
+}
+
+TEST(Records, TypeOfContentIsAHeadersText) {
+    EXPECT_EQ(decode_outcome(encode(server::Outcome{.content_type = "text/html"})).content_type, "text/html");
+    EXPECT_THROW(decode_outcome(encode(server::Outcome{.content_type = "a\r\nb"})), BrokenFrame);
+}
+
 TEST(Records, OutcomeComesAsItWasSent) {
     const server::Outcome got = decode_outcome(encode(some_outcome()));
     EXPECT_EQ(got.http_status, 400u);

@@ -1,5 +1,4 @@
-// Single values in MOF notation, which text output uses too.
-#include "host/cli/output.h"
+#include "host/cim/value_text.h"
 
 #include "host/cim/path_text.h"
 

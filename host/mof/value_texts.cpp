@@ -1,4 +1,4 @@
-#include "host/cli/value_texts.h"
+#include "host/mof/value_texts.h"
 
 namespace cmpihost {
 

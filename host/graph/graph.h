@@ -23,6 +23,9 @@ struct Graph {
     std::vector<GraphEdge> edges;
 };
 
+/// A text that all spellings of an object have in common, and no other object.
+std::string identity(const Object& object);
+
 /// Objects are the same if their classes and keys are: host, namespace, the order of keys, and upper or lower case of
 /// names do not count. Every object is asked for its associator names once per association class of the schema.
 ///
@@ -55,6 +58,12 @@ class GraphWalk {
 
     /// Starts at the instances of a class that have these keys; if there are none, at the object itself if it has keys.
     void start_at(const Object& object);
+
+    /// Starts at an object, without a look whether it is there.
+    void start_with(const Object& object) { place_of(object); }
+
+    /// Asks the objects that it started at, and not those that it finds.
+    void run_once();
 
     /// Goes on from there until nothing new is found.
     void run();

@@ -1,7 +1,7 @@
-#include "host/cli/graph.h"
+#include "host/graph/graph.h"
 
 #include "host/cim/path_text.h"
-#include "host/cli/output.h"
+#include "host/cim/value_text.h"
 
 #include <algorithm>
 #include <set>
@@ -21,8 +21,6 @@ std::string lower_case(std::string text) {
     return text;
 }
 
-std::string identity(const Object& object);
-
 /// Of a key's value; numbers and texts differ.
 std::string identity(const Property& key) {
     if (const auto* reference = std::get_if<Value::Reference>(&key.value.data))
@@ -31,7 +29,15 @@ std::string identity(const Property& key) {
     return text ? '"' + *text : text_value(key);
 }
 
-/// A text that all spellings of an object have in common, and no other object.
+/// Whether an instance has the class of a pattern and every key of it.
+bool matches(const Object& instance, const Object& pattern) {
+    Object same = instance;
+    std::erase_if(same.keys, [&pattern](const Property& key) { return pattern.key(key.name) == nullptr; });
+    return identity(same) == identity(pattern);
+}
+
+} // namespace
+
 std::string identity(const Object& object) {
     std::vector<std::pair<std::string, std::string>> keys;
     keys.reserve(object.keys.size());
@@ -43,15 +49,6 @@ std::string identity(const Object& object) {
         text.append(1, '\0').append(name).append(1, '=').append(value);
     return text;
 }
-
-/// Whether an instance has the class of a pattern and every key of it.
-bool matches(const Object& instance, const Object& pattern) {
-    Object same = instance;
-    std::erase_if(same.keys, [&pattern](const Property& key) { return pattern.key(key.name) == nullptr; });
-    return identity(same) == identity(pattern);
-}
-
-} // namespace
 
 GraphWalk::GraphWalk(const mof::Schema& schema, Ask ask, std::string name_space, std::size_t limit)
     : schema_(schema), ask_(std::move(ask)), name_space_(std::move(name_space)), limit_(limit) {}
@@ -218,6 +215,13 @@ void GraphWalk::drop_inherited() {
             return name != edge.association && schema_.is_a(name, edge.association);
         });
     });
+}
+
+void GraphWalk::run_once() {
+    const std::size_t starts = graph_.objects.size();
+    for (std::size_t i = 0; i < starts; ++i)
+        visit(i);
+    drop_inherited();
 }
 
 void GraphWalk::run() {

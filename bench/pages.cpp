@@ -1,0 +1,124 @@
+// Measures a scrape against the enumerations that it consists of, and a page of 200 objects, without sockets. The
+// provider's trace lines go to /dev/null meanwhile.
+// usage: pages_bench [TUNNELS...]
+#include "host/metrics/plan.h"
+#include "host/metrics/scrape.h"
+#include "host/pages/site.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace cmpihost;
+
+constexpr double enough = 1000; // milliseconds
+constexpr std::size_t fewest_turns = 7;
+
+/// What this program has used of the processor, in milliseconds: others on the machine change it less than the time
+/// that passes.
+double used() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+}
+
+/// The median of some turns, in milliseconds.
+template <class Turn>
+double median_of(Turn turn) {
+    std::vector<double> turns;
+    const double begin = used();
+    while (turns.size() < fewest_turns || used() - begin < enough) {
+        const double began = used();
+        turn();
+        turns.push_back(used() - began);
+    }
+    const auto middle = turns.begin() + static_cast<std::ptrdiff_t>(turns.size() / 2);
+    std::nth_element(turns.begin(), middle, turns.end());
+    return *middle;
+}
+
+struct Counting : server::ReplySink {
+    void subject(const server::Subject& /*subject*/) override {}
+    void append(std::string_view part) override { bytes += part.size(); }
+    void discard() override { bytes = 0; }
+
+    std::size_t bytes = 0;
+};
+
+server::Settings settings_for(std::size_t tunnels) {
+    server::Settings settings;
+    settings.schema = {FCIP_SOURCE_DIR "/schema/dmtf.mof", FCIP_SOURCE_DIR "/schema/fcip.mof"};
+    settings.providers = {{FCIP_PROVIDER, "FCIPProvider"}};
+    settings.scenario = "/tmp/pages_bench_" + std::to_string(getpid()) + ".toml";
+    std::ofstream(settings.scenario) << "[switch]\nname = \"sw1\"\n[generate]\ntunnels = " << tunnels << "\n";
+    return settings;
+}
+
+/// All objects of the measured classes, to nobody.
+void enumerate(const std::vector<metrics::ClassPlan>& plans) {
+    for (const metrics::ClassPlan& plan : plans) {
+        Request request;
+        request.path.class_name = plan.served->declaration->name;
+        request.path.name_space = plan.space->name;
+        if ((*plan.served->ask)(request, [](const HeldObject& /*object*/, bool) {}).rc != 0)
+            throw std::runtime_error("an enumeration failed");
+    }
+}
+
+std::size_t answer(const pages::Site& site, const char* target) {
+    server::Question question;
+    question.page.emplace().target = target;
+    Counting sink;
+    if (site.answer(question, sink).http_status != 200)
+        throw std::runtime_error("there is no such page");
+    return sink.bytes;
+}
+
+void print_row(std::FILE* out, std::size_t tunnels) {
+    const server::Settings settings = settings_for(tunnels);
+    const server::Catalogue catalogue(settings);
+    unlink(settings.scenario.c_str());
+    const auto views = views::read_views(FCIP_SOURCE_DIR "/schema/views.toml", catalogue.schema_of({}));
+    const auto plans = metrics::make_plans(catalogue, views, {});
+    const pages::Site site(catalogue, {FCIP_SOURCE_DIR "/schema/views.toml", {}});
+    std::size_t bytes = 0;
+    const double bare = median_of([&] { enumerate(plans); });
+    const double scrape = median_of([&] { bytes = answer(site, "/metrics"); });
+    const double page = median_of([&] { answer(site, "/class/ZANTO_FCIPProtocolEndPoint"); });
+    std::fprintf(out,
+                 "%6zu tunnels   enumerations %8.2f ms   scrape %8.2f ms   ratio %.2f   %9zu bytes   page %6.2f ms\n",
+                 tunnels, bare, scrape, scrape / bare, bytes, page);
+    std::fflush(out);
+}
+
+std::FILE* take_standard_output() {
+    const int own = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3);
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (own < 0 || nowhere < 0 || dup2(nowhere, STDOUT_FILENO) < 0)
+        throw std::runtime_error("there is no standard output");
+    return fdopen(own, "w");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        std::FILE* out = take_standard_output();
+        if (argc < 2)
+            for (const std::size_t tunnels : {std::size_t{10}, std::size_t{200}, std::size_t{10'000}})
+                print_row(out, tunnels);
+        for (int i = 1; i < argc; ++i)
+            print_row(out, std::stoul(argv[i]));
+        return 0;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "pages_bench: %s\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,157 @@
+#include "host/metrics/plan.h"
+
+#include "host/metrics/metric_names.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace cmpihost::metrics {
+
+namespace {
+
+using mof::PropertyDeclaration;
+using server::Namespace;
+using server::ServedClass;
+using views::Views;
+
+std::string text_of(std::span<const mof::Qualifier> qualifiers, std::string_view name) {
+    const mof::Qualifier* qualifier = mof::find_qualifier(qualifiers, name);
+    const auto* text = qualifier == nullptr ? nullptr : std::get_if<std::string>(&qualifier->value.data);
+    return text == nullptr ? std::string() : *text;
+}
+
+bool is_number(const PropertyDeclaration& property) {
+    return property.type == "boolean" || property.type.starts_with("uint") || property.type.starts_with("sint") ||
+           property.type.starts_with("real");
+}
+
+/// The name with its unit at the end, once.
+std::string with_unit(std::string name, const std::string& unit) {
+    if (unit.empty() || name.ends_with("_" + unit))
+        return name;
+    if (const std::size_t at = name.find("_" + unit + "_"); at != std::string::npos)
+        name.erase(at, unit.size() + 1);
+    return name + "_" + unit;
+}
+
+std::string help_of(const ServedClass& served, const PropertyDeclaration& property, const std::string& note) {
+    std::string help = text_of(property.qualifiers, "Description");
+    for (const std::string& part : {note, served.declaration->name + "." + property.name})
+        if (!part.empty())
+            help += (help.empty() ? "" : " ") + part;
+    return help;
+}
+
+Metric metric_of(const ServedClass& served, const PropertyDeclaration& property, const Views& views,
+                 const std::string& note) {
+    Metric metric;
+    metric.property = property.name;
+    metric.help = help_of(served, property, note);
+    metric.counter = mof::is_on(property.qualifiers, "Counter");
+    metric.unit = read_unit(text_of(property.qualifiers, "PUnit"));
+    const std::string name =
+        snake_case(served.declaration->name, views.acronyms) + "_" + snake_case(property.name, views.acronyms);
+    metric.name = with_unit(name, metric.unit.name) + (metric.counter ? "_total" : "");
+    return metric;
+}
+
+Metric states_of(const ServedClass& served, const PropertyDeclaration& property, const Views& views,
+                 const std::map<std::string, std::string>& states, const std::string& note) {
+    Metric metric = metric_of(served, property, views, note);
+    metric.counter = false;
+    metric.states.assign(states.begin(), states.end());
+    metric.state_label = "state";
+    return metric;
+}
+
+std::vector<Metric> metrics_of(const ServedClass& served, const Views& views) {
+    const views::ClassView* view = views.find(served.declaration->name);
+    const std::string note = view == nullptr ? std::string() : view->note;
+    std::vector<Metric> metrics;
+    for (const PropertyDeclaration& property : served.declaration->properties) {
+        const auto states = view == nullptr
+                                ? std::map<std::string, std::map<std::string, std::string>>::const_iterator()
+                                : view->states.find(property.name);
+        const bool marked = mof::is_on(property.qualifiers, "Counter") || mof::is_on(property.qualifiers, "Gauge");
+        if (view != nullptr && states != view->states.end())
+            metrics.push_back(states_of(served, property, views, states->second, note));
+        else if (marked && is_number(property) && !property.type.ends_with("[]"))
+            metrics.push_back(metric_of(served, property, views, note));
+    }
+    return metrics;
+}
+
+/// Keys but for the names of classes, which the metrics' names tell; then the name for people, if the class has one.
+std::vector<Label> labels_of(const ServedClass& served, const Views& views) {
+    std::vector<Label> labels;
+    for (const PropertyDeclaration& property : served.declaration->properties)
+        if (property.key && !property.name.ends_with("CreationClassName") && property.type != "reference")
+            labels.push_back({property.name, label_name(property.name, views.acronyms)});
+    const bool has_name =
+        std::any_of(labels.begin(), labels.end(), [](const Label& key) { return key.name == "name"; });
+    const PropertyDeclaration* name = served.declaration->property("ElementName");
+    if (name != nullptr && !name->key)
+        labels.push_back({name->name, has_name ? "element_name" : "name"});
+    return labels;
+}
+
+/// The plans of a class and its subclasses.
+/// @return whether somebody serves one of them
+bool add_plans(std::vector<ClassPlan>& plans, const server::Catalogue& catalogue, const Views& views,
+               const std::string& name) {
+    bool served = false;
+    for (const Namespace* space : catalogue.namespaces()) {
+        const mof::ClassDeclaration* ancestor = space->schema.find(name);
+        if (ancestor == nullptr)
+            continue;
+        for (const ServedClass& each : space->classes) {
+            const bool known = std::any_of(plans.begin(), plans.end(), [&each](const ClassPlan& plan) {
+                return plan.served->declaration->name == each.declaration->name;
+            });
+            if (!each.instances || each.declaration->association || !each.is_a(*ancestor))
+                continue;
+            served = true;
+            if (ClassPlan plan = make_plan(each, *space, views); !known && !plan.metrics.empty())
+                plans.push_back(std::move(plan));
+        }
+    }
+    return served;
+}
+
+} // namespace
+
+ClassPlan make_plan(const ServedClass& served, const Namespace& space, const Views& views) {
+    return {&served, &space, metrics_of(served, views), labels_of(served, views)};
+}
+
+void check_names(const std::vector<ClassPlan>& plans) {
+    std::map<std::string, std::string> owners;
+    for (const ClassPlan& plan : plans)
+        for (const Metric& metric : plan.metrics) {
+            const std::string owner = plan.served->declaration->name + "." + metric.property;
+            const auto [known, is_new] = owners.emplace(metric.name, owner);
+            if (!is_new)
+                throw std::runtime_error("metric " + metric.name + ": is the name of both " + known->second + " and " +
+                                         owner);
+        }
+}
+
+std::vector<ClassPlan> make_plans(const server::Catalogue& catalogue, const Views& views,
+                                  const std::vector<std::string>& classes) {
+    std::vector<ClassPlan> plans;
+    for (const std::string& name : classes) {
+        const std::size_t before = plans.size();
+        if (!add_plans(plans, catalogue, views, name))
+            throw std::runtime_error("--metrics " + name + ": no provider serves the class");
+        if (plans.size() == before)
+            throw std::runtime_error("--metrics " + name + ": no further property is marked as counter or gauge");
+    }
+    if (classes.empty())
+        for (const views::ClassView& view : views.classes)
+            if (view.metrics)
+                add_plans(plans, catalogue, views, view.name);
+    check_names(plans);
+    return plans;
+}
+
+} // namespace cmpihost::metrics

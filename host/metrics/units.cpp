@@ -1,0 +1,95 @@
+#include "host/metrics/units.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <numeric>
+#include <optional>
+
+namespace cmpihost::metrics {
+
+namespace {
+
+struct BaseUnit {
+    std::string_view word;
+    std::string_view many; ///< as a name ends
+    std::string_view one;
+    std::uint64_t by;
+};
+
+constexpr std::array base_units{
+    BaseUnit{"count", "", "", 1},
+    BaseUnit{"byte", "bytes", "byte", 1},
+    BaseUnit{"bit", "bytes", "byte", 8},
+    BaseUnit{"second", "seconds", "second", 1},
+};
+
+std::string_view trimmed(std::string_view text) {
+    const std::size_t begin = text.find_first_not_of(' ');
+    if (begin == std::string_view::npos)
+        return {};
+    return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
+}
+
+std::optional<int> number(std::string_view text) {
+    int value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
+}
+
+/// A unit that is put together factor by factor.
+class Composition {
+  public:
+    /// Whether it is one that we know.
+    bool add(std::string_view factor, bool divides) {
+        if (const std::size_t power = factor.find('^'); power != std::string_view::npos)
+            return scale(number(trimmed(factor.substr(0, power))), number(trimmed(factor.substr(power + 1))), divides);
+        const auto* base = std::find_if(base_units.begin(), base_units.end(),
+                                        [factor](const BaseUnit& unit) { return unit.word == factor; });
+        if (base == base_units.end() || (!divides && !unit_.name.empty()) || (divides && base->by != 1))
+            return false;
+        if (divides)
+            unit_.name += (unit_.name.empty() ? "per_" : "_per_") + std::string(base->one);
+        else
+            unit_.name = base->many;
+        unit_.by *= base->by;
+        return true;
+    }
+
+    Unit result() {
+        const std::uint64_t common = std::gcd(unit_.times, unit_.by);
+        unit_.times /= common;
+        unit_.by /= common;
+        return std::move(unit_);
+    }
+
+  private:
+    bool scale(std::optional<int> base, std::optional<int> exponent, bool divides) {
+        constexpr int most = 53;
+        if (!base || !exponent || (*base != 2 && *base != 10) || std::abs(*exponent) > (*base == 2 ? most : most / 4))
+            return false;
+        std::uint64_t& side = (*exponent < 0) == divides ? unit_.times : unit_.by;
+        for (int i = 0; i < std::abs(*exponent); ++i)
+            side *= static_cast<std::uint64_t>(*base);
+        return true;
+    }
+
+    Unit unit_;
+};
+
+} // namespace
+
+Unit read_unit(std::string_view punit) {
+    Composition composition;
+    bool divides = false;
+    while (!trimmed(punit).empty()) {
+        const std::size_t end = std::min(punit.find_first_of("*/"), punit.size());
+        if (!composition.add(trimmed(punit.substr(0, end)), divides))
+            return {};
+        divides = end < punit.size() && punit[end] == '/';
+        punit.remove_prefix(std::min(end + 1, punit.size()));
+    }
+    return composition.result();
+}
+
+} // namespace cmpihost::metrics

@@ -1,0 +1,119 @@
+// The classes in use, and what the server is.
+#include "host/pages/html.h"
+#include "host/pages/objects.h"
+#include "host/pages/site_parts.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <map>
+
+namespace cmpihost::pages {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using server::Namespace;
+using server::ServedClass;
+
+constexpr std::chrono::milliseconds counting_time{500}; // classes that are reached later are not counted
+
+std::string time_text(std::uint64_t seconds) {
+    const auto time = static_cast<std::time_t>(seconds);
+    std::tm parts{};
+    gmtime_r(&time, &parts);
+    std::array<char, 64> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S UTC", &parts);
+    return {text.data(), length};
+}
+
+std::string seconds_text(std::chrono::microseconds time) {
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%.3f", std::chrono::duration<double>(time).count());
+    return text.data();
+}
+
+std::string row(const std::string& name, const std::string& value) {
+    return "<tr><th scope=\"row\">" + name + "</th><td>" + value + "</td></tr>\n";
+}
+
+std::string server_table(const server::ServerFigures& figures) {
+    return "<table>\n<caption>This server</caption>\n" + row("Since", time_text(figures.since)) +
+           row("Requests so far",
+               grouped(figures.requests) + ", of which " + grouped(figures.failures) + " did not end well") +
+           row("Connections", grouped(figures.connections)) +
+           row("Restarts of the providers' process", grouped(figures.restarts)) + "</table>\n";
+}
+
+std::string provider_table(const server::Catalogue& catalogue) {
+    std::string html = "<table>\n<caption>Providers, since their process began</caption>\n<thead><tr>"
+                       "<th scope=\"col\">Provider</th><th scope=\"col\">Calls</th>"
+                       "<th scope=\"col\">Failed</th><th scope=\"col\">Seconds in all</th></tr></thead>\n<tbody>\n";
+    for (const server::ProviderFigures& each : catalogue.providers())
+        html += "<tr><th scope=\"row\">" + escaped(each.name) + "</th><td class=\"number\">" + grouped(each.calls) +
+                "</td><td class=\"number\">" + grouped(each.failures) + "</td><td class=\"number\">" +
+                seconds_text(each.time) + "</td></tr>\n";
+    return html + "</tbody>\n</table>\n";
+}
+
+/// How many objects a class has; what takes too long is not counted.
+std::string count_text(const Namespace& space, const mof::ClassDeclaration& declaration, Clock::time_point until) {
+    if (Clock::now() >= until)
+        return "not counted";
+    const Objects found = enumerate(space, declaration, true);
+    if (found.objects.empty() && found.status.code != server::CimCode::ok)
+        return "error " + std::to_string(static_cast<unsigned>(found.status.code));
+    return grouped(found.objects.size());
+}
+
+/// The classes that are served, each once, under their superclasses.
+std::map<std::string, std::vector<const mof::ClassDeclaration*>> families_of(const Namespace& space, bool association) {
+    std::map<std::string, std::vector<const mof::ClassDeclaration*>> families;
+    for (const ServedClass& each : space.classes) {
+        if (!each.instances || each.declaration->association != association)
+            continue;
+        auto& family = families[each.declaration->superclass];
+        if (std::find(family.begin(), family.end(), each.declaration) == family.end())
+            family.push_back(each.declaration);
+    }
+    return families;
+}
+
+std::string class_table(const Visit& visit, const Namespace& space, bool association, Clock::time_point until) {
+    std::string rows;
+    for (const auto& [superclass, family] : families_of(space, association)) {
+        rows += "<tbody>\n<tr><th colspan=\"3\" scope=\"rowgroup\">" +
+                (superclass.empty() ? "Without a superclass" : escaped(superclass)) + "</th></tr>\n";
+        for (const mof::ClassDeclaration* declaration : family)
+            rows += "<tr><th scope=\"row\">" +
+                    link(class_link(space, visit.main, declaration->name), declaration->name) +
+                    "</th><td class=\"number\">" + count_text(space, *declaration, until) + "</td><td>" +
+                    escaped(qualifier_text(declaration->qualifiers, "Description")) + "</td></tr>\n";
+        rows += "</tbody>\n";
+    }
+    if (rows.empty())
+        return {};
+    const std::string name = association ? "Associations" : "Classes";
+    return scrolled(name + " of " + space.name,
+                    "<table>\n<caption>" + name + " in " + escaped(space.name) +
+                        "</caption>\n<thead><tr><th scope=\"col\">Class</th><th scope=\"col\">Objects</th>"
+                        "<th scope=\"col\">What it is</th></tr></thead>\n" +
+                        rows + "</table>\n");
+}
+
+} // namespace
+
+Page front_page(const Visit& visit) {
+    const auto until = Clock::now() + counting_time;
+    std::string body;
+    for (const bool association : {false, true})
+        for (const Namespace* space : visit.catalogue.namespaces())
+            if (!visit.catalogue.is_interop(*space))
+                body += class_table(visit, *space, association, until);
+    body += server_table(visit.question.page->figures) + provider_table(visit.catalogue);
+    return {200, "text/html; charset=utf-8", page("Classes", "", body)};
+}
+
+} // namespace cmpihost::pages

@@ -1,0 +1,67 @@
+// All objects and what ties them, as far as they can be drawn.
+#include "host/pages/html.h"
+#include "host/pages/objects.h"
+#include "host/pages/site_parts.h"
+#include "host/pages/svg.h"
+
+#include <chrono>
+
+namespace cmpihost::pages {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t most_objects = 300;
+constexpr std::chrono::seconds walking_time{5}; // then what is found is drawn
+
+/// Asks until it is too late; then nobody knows anything more.
+class TimedAsk {
+  public:
+    explicit TimedAsk(const server::Namespace& space) : space_(space), until_(Clock::now() + walking_time) {}
+
+    Answer operator()(const Request& request) {
+        if (Clock::now() < until_)
+            return ask(space_, request);
+        late_ = true;
+        return {};
+    }
+
+    bool is_late() const { return late_; }
+
+  private:
+    const server::Namespace& space_;
+    Clock::time_point until_;
+    bool late_ = false;
+};
+
+std::string notes_of(const GraphWalk& walk, bool late) {
+    const Graph& graph = walk.graph();
+    std::string text =
+        counted(graph.objects.size(), "object") + ", " + counted(graph.edges.size(), "association") + ".";
+    if (walk.notes().limited)
+        text += " There are more objects: these are the first ones and their neighbours. The page of an object draws "
+                "what is around it.";
+    if (late)
+        text += " Not all were asked, since that takes long.";
+    if (walk.notes().errors > 0)
+        text += " " + counted(walk.notes().errors, "request") + " failed, the first: " + walk.notes().first_error;
+    return "<p>" + escaped(text) + "</p>\n";
+}
+
+} // namespace
+
+Page graph_page(const Visit& visit) {
+    TimedAsk timed(visit.main);
+    GraphWalk walk(
+        visit.main.schema, [&timed](const Request& request) { return timed(request); }, visit.main.name, most_objects);
+    walk.start_everywhere();
+    walk.run();
+    const std::string drawing =
+        svg_of(walk.graph(), layout_of(walk.graph()), visit.main.schema, "Objects and associations",
+               [&visit](const Object& object) { return object_link(visit.main, visit.main, object); });
+    return {200, "text/html; charset=utf-8",
+            page("Graph", link("/", "Classes"), notes_of(walk, timed.is_late()) + scrolled("Drawing", drawing))};
+}
+
+} // namespace cmpihost::pages

@@ -1,0 +1,242 @@
+// An object: what it has, what it is tied to, and how to get the same elsewhere.
+#include "host/cim/path_text.h"
+#include "host/cim/value_text.h"
+#include "host/cimxml/write_path.h"
+#include "host/mof/typed_value.h"
+#include "host/pages/html.h"
+#include "host/pages/json.h"
+#include "host/pages/objects.h"
+#include "host/pages/site_parts.h"
+#include "host/pages/svg.h"
+
+#include <algorithm>
+#include <map>
+
+namespace cmpihost::pages {
+
+namespace {
+
+using mof::ClassDeclaration;
+using mof::PropertyDeclaration;
+using server::Namespace;
+
+/// What is known of the object of a page.
+struct Subject {
+    const Visit& visit;
+    const Namespace& space;
+    const ClassDeclaration& declaration; ///< of the path's class
+    const Object& path;
+    const Object& instance;
+};
+
+/// Reads a path, whose keys get the types that their class declares. @throws PathError
+Object read_path(const Visit& visit, const Namespace*& space) {
+    const auto declared_key = [&visit](const std::string& class_name, const std::string& key) {
+        const ClassDeclaration* declaration = visit.main.schema.find(class_name);
+        return declaration == nullptr ? nullptr : declaration->property(key);
+    };
+    Object path = parse_path(visit.rest, [&](const std::string& class_name, const std::string& key) {
+        const PropertyDeclaration* declared = declared_key(class_name, key);
+        return declared == nullptr || declared->type == "reference";
+    });
+    space = namespace_of(visit, path.name_space);
+    path.name_space.clear();
+    path.host.reset();
+    for (Property& key : path.keys)
+        if (const PropertyDeclaration* declared = declared_key(path.class_name, key.name))
+            if (auto value = mof::typed_value(declared->type, key.value)) {
+                key.type = declared->type;
+                key.value = std::move(*value);
+            }
+    return path;
+}
+
+std::string value_cell(const Subject& subject, const PropertyDeclaration* declared, const Property& property) {
+    if (const auto* reference = std::get_if<Value::Reference>(&property.value.data);
+        reference != nullptr && *reference != nullptr && !(*reference)->keys.empty())
+        return "<td>" + link(object_link(subject.space, subject.visit.main, **reference), path_text(**reference)) +
+               "</td>";
+    const bool number = property.value.data.index() >= 2 && property.value.data.index() <= 4;
+    const bool counts = declared != nullptr && mof::is_on(declared->qualifiers, "Counter");
+    std::string attributes = number ? " class=\"number\"" : "";
+    if (counts) {
+        const views::ClassView* view = subject.visit.views.find(subject.declaration.name);
+        const bool curve = view == nullptr || view->curves.empty() ||
+                           std::find(view->curves.begin(), view->curves.end(), declared->name) != view->curves.end();
+        attributes += " data-counter=\"" + escaped(property.name) + "\"" + (curve ? " data-curve=\"\"" : "");
+    } else if (number) {
+        attributes += " data-value=\"" + escaped(property.name) + "\"";
+    }
+    return "<td" + attributes + ">" + escaped(value_text(declared, property)) + "</td>";
+}
+
+std::string property_table(const Subject& subject) {
+    std::string html = "<table id=\"properties\">\n<caption>Properties</caption>\n<thead><tr><th scope=\"col\">Property"
+                       "</th><th scope=\"col\">Value</th><th scope=\"col\">Unit</th>"
+                       "<th scope=\"col\">What it is</th></tr></thead>\n<tbody>\n";
+    for (const Property& property : subject.instance.properties) {
+        const PropertyDeclaration* declared = subject.declaration.property(property.name);
+        const bool key = declared != nullptr && declared->key;
+        html += "<tr><th scope=\"row\">" + escaped(property.name) + (key ? " <span class=\"unit\">key</span>" : "") +
+                "</th>" + value_cell(subject, declared, property) + "<td>" + escaped(unit_of(declared)) + "</td><td>" +
+                escaped(declared == nullptr ? "Not declared." : qualifier_text(declared->qualifiers, "Description")) +
+                "</td></tr>\n";
+    }
+    return scrolled("Properties", html + "</tbody>\n</table>\n");
+}
+
+/// A neighbour, and the names of the two ends of the tie to it.
+struct Neighbour {
+    const Object* object;
+    std::string own_role;
+    std::string role;
+};
+
+/// Finds the references that tie an object to others.
+class Roles {
+  public:
+    Roles(const Namespace& space, const Object& path, const std::string& association) {
+        Request request;
+        request.operation = Request::Operation::reference_names;
+        request.path = path;
+        request.path.name_space = space.name;
+        request.assoc_class = association;
+        references_ = ask(space, request).objects;
+    }
+
+    /// The roles of the object and of a neighbour; empty if no reference names both.
+    Neighbour of(const Object& other) const {
+        Neighbour neighbour{&other, {}, {}};
+        const std::string wanted = identity(other);
+        for (const Object& reference : references_) {
+            std::string role;
+            std::string own_role;
+            for (const Property& key : reference.keys)
+                if (const auto* end = std::get_if<Value::Reference>(&key.value.data))
+                    (identity(**end) == wanted ? role : own_role) = key.name;
+            if (!role.empty())
+                return {&other, own_role, role};
+        }
+        return neighbour;
+    }
+
+  private:
+    std::vector<Object> references_;
+};
+
+std::string neighbour_list(const Subject& subject, const Graph& graph) {
+    std::map<std::string, std::vector<const Object*>> by_association;
+    for (const GraphEdge& edge : graph.edges)
+        by_association[edge.association].push_back(&graph.objects[edge.from == 0 ? edge.to : edge.from]);
+    std::string html;
+    for (const auto& [association, objects] : by_association) {
+        const Roles roles(subject.space, subject.path, association);
+        html +=
+            "<h3>" + link(class_link(subject.space, subject.visit.main, association), association) + "</h3>\n<ul>\n";
+        for (const Object* object : objects) {
+            const Neighbour neighbour = roles.of(*object);
+            html += "<li>" + link(object_link(subject.space, subject.visit.main, *object),
+                                  path_text(path_of(subject.space, *object)));
+            if (!neighbour.role.empty())
+                html += " <span class=\"unit\">" + escaped(neighbour.own_role) + " \xE2\x86\x92 " +
+                        escaped(neighbour.role) + "</span>";
+            html += "</li>\n";
+        }
+        html += "</ul>\n";
+    }
+    return html;
+}
+
+std::string neighbours(const Subject& subject) {
+    constexpr std::size_t most = 500;
+    const auto asked = [&subject](const Request& request) { return ask(subject.space, request); };
+    GraphWalk walk(subject.space.schema, asked, subject.space.name, most);
+    walk.start_with(subject.path);
+    walk.run_once();
+    if (walk.graph().edges.empty())
+        return "<h2>Neighbours</h2>\n<p>No association leads from here to another object.</p>\n";
+    const std::string drawing =
+        svg_of(walk.graph(), star_of(walk.graph()), subject.space.schema, "The object and its neighbours",
+               [&subject](const Object& object) { return object_link(subject.space, subject.visit.main, object); });
+    return "<h2>Neighbours</h2>\n" + neighbour_list(subject, walk.graph()) + scrolled("Drawing", drawing);
+}
+
+std::string shell_quoted(const std::string& text) {
+    std::string out = "'";
+    for (const char c : text)
+        out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+}
+
+/// The request for this object, as WBEM clients send it.
+std::string xml_request(const Subject& subject) {
+    std::string spaces;
+    std::string_view rest = subject.space.name;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('/'), rest.size());
+        spaces += "<NAMESPACE NAME=\"" + escaped(rest.substr(0, end)) + "\"/>";
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    std::string name;
+    cimxml::append_instance_name(name, subject.path,
+                                 {subject.visit.question.host, subject.space.name, subject.space.schema});
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\">"
+           "<MESSAGE ID=\"1\" PROTOCOLVERSION=\"1.0\"><SIMPLEREQ><IMETHODCALL NAME=\"GetInstance\">\n"
+           "<LOCALNAMESPACEPATH>" +
+           spaces + "</LOCALNAMESPACEPATH>\n<IPARAMVALUE NAME=\"InstanceName\">" + name +
+           "</IPARAMVALUE>\n</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>\n";
+}
+
+std::string copies(const Subject& subject) {
+    Object named = subject.path;
+    named.name_space = subject.space.name;
+    const std::string url = object_link(subject.space, subject.visit.main, subject.path) + "?format=json";
+    const auto part = [](const std::string& title, const std::string& text) {
+        return "<h3>" + title + "</h3>\n<pre tabindex=\"0\" role=\"region\" aria-label=\"" + title + "\">" +
+               escaped(text) + "</pre>\n";
+    };
+    return "<h2>The same elsewhere</h2>\n" +
+           part("On the command line", "cmpihost gi " + shell_quoted(path_text(named))) + "<h3>" +
+           link(url, "In JSON") + "</h3>\n" + part("In CIM-XML", xml_request(subject));
+}
+
+std::string title_of(const Object& path) {
+    for (const char* name : {"Name", "InstanceID", "DeviceID"})
+        if (const Property* key = path.key(name))
+            return path.class_name + " " + value_text(nullptr, *key);
+    return path.class_name;
+}
+
+Page page_of(const Subject& subject) {
+    const std::string trail =
+        link("/", "Classes") + " " +
+        link(class_link(subject.space, subject.visit.main, subject.declaration.name), subject.declaration.name);
+    const std::string body = "<p class=\"path\">" + escaped(path_text(subject.path)) + "</p>\n" +
+                             property_table(subject) + neighbours(subject) + copies(subject);
+    return {200, "text/html; charset=utf-8", page(title_of(subject.path), trail, body)};
+}
+
+} // namespace
+
+Page object_page(const Visit& visit) {
+    try {
+        const Namespace* space = nullptr;
+        const Object path = read_path(visit, space);
+        const ClassDeclaration* declaration = space == nullptr ? nullptr : space->schema.find(path.class_name);
+        if (declaration == nullptr)
+            return error_page(404, "No such object", "There is no class " + path.class_name + ".");
+        server::Status status;
+        const auto instance = get(*space, path, status);
+        if (!instance)
+            return error_page(status.code == server::CimCode::not_found ? 404 : 502, "No such object",
+                              path_text(path) + ": error " + std::to_string(static_cast<unsigned>(status.code)) + ", " +
+                                  status.description);
+        if (visit.target.value("format") == "json")
+            return {200, "application/json", json_of(path, *instance)};
+        return page_of({visit, *space, *declaration, path, *instance});
+    } catch (const PathError& error) {
+        return error_page(400, "No such object", error.what());
+    }
+}
+
+} // namespace cmpihost::pages

@@ -1,0 +1,144 @@
+#include "host/pages/objects.h"
+
+#include "host/broker/held.h"
+#include "host/cim/path_text.h"
+#include "host/cim/value_text.h"
+#include "host/mof/value_texts.h"
+#include "host/pages/target.h"
+#include "host/server/asking.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace cmpihost::pages {
+
+namespace {
+
+using server::Namespace;
+using server::ServedClass;
+
+/// The answer with its objects.
+Answer whole_answer(const server::Ask& ask_whom, const Request& request) {
+    std::vector<Object> objects;
+    const bool paths = gives_paths(request.operation);
+    std::exception_ptr failure;
+    Answer answer = ask_whom(request, [&](const HeldObject& object, bool is_instance) {
+        try { // nothing may be thrown through the provider
+            if (is_instance != paths && !failure)
+                objects.push_back(plain(object));
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    if (failure)
+        std::rethrow_exception(failure);
+    answer.objects = std::move(objects);
+    return answer;
+}
+
+bool is_traversal(Request::Operation operation) {
+    return operation == Request::Operation::associators || operation == Request::Operation::associator_names ||
+           operation == Request::Operation::references || operation == Request::Operation::reference_names;
+}
+
+} // namespace
+
+Objects enumerate(const Namespace& space, const mof::ClassDeclaration& declaration, bool names) {
+    Objects all;
+    std::unordered_set<std::string> seen;
+    const auto classes = server::served_below(space, &declaration, &ServedClass::instances);
+    for (const ServedClass* each : classes) {
+        Request request;
+        request.operation =
+            names ? Request::Operation::enumerate_instance_names : Request::Operation::enumerate_instances;
+        request.path.class_name = each->declaration->name;
+        request.path.name_space = space.name;
+        Answer answer = whole_answer(*each->ask, request);
+        if (server::Status status = server::status_of(answer); status.code != server::CimCode::ok)
+            all.status = std::move(status);
+        for (Object& object : answer.objects)
+            if (classes.size() == 1 || seen.insert(identity(path_of(space, object))).second)
+                all.objects.push_back(std::move(object));
+    }
+    return all;
+}
+
+std::optional<Object> get(const Namespace& space, const Object& path, server::Status& status) {
+    status = {server::CimCode::not_found, "there is no such instance"};
+    const server::Inquiry inquiry = server::get_inquiry(path, nullptr, space);
+    Request request = inquiry.request;
+    for (const ServedClass* each : inquiry.classes) {
+        request.path.class_name = each->declaration->name;
+        Answer answer = whole_answer(*each->ask, request);
+        if (answer.rc == 0 && !answer.objects.empty())
+            return std::move(answer.objects.front());
+        if (answer.rc != 0 && each->declaration == inquiry.named)
+            status = server::status_of(answer);
+    }
+    return std::nullopt;
+}
+
+Answer ask(const Namespace& space, const Request& request) {
+    const bool traversal = is_traversal(request.operation);
+    const std::string& name = traversal && request.assoc_class ? *request.assoc_class : request.path.class_name;
+    const bool declared = space.schema.find(name) != nullptr;
+    Answer joined;
+    joined.rc = static_cast<int>(server::CimCode::not_supported);
+    std::vector<const server::Ask*> asked;
+    for (const ServedClass& each : space.classes) {
+        const bool serves = traversal ? each.associations : each.instances;
+        if (!serves || (declared && !same_name(each.declaration->name, name)) ||
+            std::find(asked.begin(), asked.end(), each.ask) != asked.end())
+            continue;
+        asked.push_back(each.ask);
+        Answer answer = whole_answer(*each.ask, request);
+        std::move(answer.objects.begin(), answer.objects.end(), std::back_inserter(joined.objects));
+        joined.rc = answer.rc;
+    }
+    return joined;
+}
+
+Object path_of(const Namespace& space, const Object& instance) {
+    Object path = instance;
+    path.properties.clear();
+    path.host.reset();
+    path.name_space.clear();
+    const mof::ClassDeclaration* declaration = space.schema.find(instance.class_name);
+    if (!path.keys.empty() || declaration == nullptr)
+        return path;
+    for (const mof::PropertyDeclaration& declared : declaration->properties)
+        if (const Property* key = declared.key ? instance.property(declared.name) : nullptr)
+            path.keys.push_back(*key);
+    return path;
+}
+
+std::string class_link(const Namespace& space, const Namespace& main, const std::string& class_name) {
+    return "/class/" + encoded_path((&space == &main ? "" : space.name + ":") + class_name);
+}
+
+std::string object_link(const Namespace& space, const Namespace& main, const Object& path) {
+    Object named = path_of(space, path);
+    if (&space != &main)
+        named.name_space = space.name;
+    return "/object/" + encoded_path(path_text(named));
+}
+
+std::string value_text(const mof::PropertyDeclaration* declared, const Property& property) {
+    const auto* plain_text = std::get_if<std::string>(&property.value.data);
+    std::string text = plain_text != nullptr ? *plain_text : text_value(property);
+    const std::string mapped = declared == nullptr ? std::string() : mapped_text(*declared, property.value);
+    return mapped.empty() ? text : text + " (" + mapped + ")";
+}
+
+std::string qualifier_text(std::span<const mof::Qualifier> qualifiers, std::string_view name) {
+    const mof::Qualifier* qualifier = mof::find_qualifier(qualifiers, name);
+    const auto* text = qualifier == nullptr ? nullptr : std::get_if<std::string>(&qualifier->value.data);
+    return text == nullptr ? std::string() : *text;
+}
+
+std::string unit_of(const mof::PropertyDeclaration* declared) {
+    const std::string unit = declared == nullptr ? std::string() : qualifier_text(declared->qualifiers, "PUnit");
+    return unit == "count" ? std::string() : unit;
+}
+
+} // namespace cmpihost::pages

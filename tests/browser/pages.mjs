@@ -1,0 +1,171 @@
+// Pages as a browser shows them. Addresses of servers and chromedriver come in the environment; see pages.sh.
+import assert from 'node:assert/strict';
+import { mkdtempSync } from 'node:fs';
+import { test } from 'node:test';
+
+import { Browser, drawingContrast, violations } from './webdriver.mjs';
+
+const { DRIVER, LIVE, HOSTILE, MANY, SHOTS } = process.env;
+
+async function within(options, use) {
+    const browser = await Browser.start(DRIVER, mkdtempSync(`${SHOTS}/profile-`), options);
+    try {
+        return await use(browser);
+    } finally {
+        await browser.end();
+    }
+}
+
+const text = css => `const found = document.querySelector(${JSON.stringify(css)}); return found && found.textContent;`;
+const count = css => `return document.querySelectorAll(${JSON.stringify(css)}).length;`;
+const links = begin => `return [...document.querySelectorAll('a[href^="${begin}"]')].map(each => each.href);`;
+
+// Waits for a script's value, since a click may lead elsewhere later than it returns.
+async function becomes(browser, script, wanted) {
+    let value;
+    for (let tries = 0; tries < 300; ++tries) {
+        value = await browser.run(script);
+        if (typeof wanted === 'number' ? value === wanted : wanted.test(value ?? ''))
+            return;
+        await new Promise(resolve => setTimeout(resolve, 100));
+    }
+    assert.fail(`expected ${wanted}, got ${value}`);
+}
+
+async function isQuiet(browser, what) {
+    assert.deepEqual((await browser.complaints()).map(each => each.message), [], what);
+}
+
+// The pages of a kind each.
+async function samples(browser, base) {
+    await browser.open(`${base}/class/ZANTO_EthernetPortStatistics`);
+    const [port] = await browser.run(links('/object/'));
+    await browser.open(`${base}/class/ZANTO_FCIPProtocolEndPoint`);
+    const [tunnel] = await browser.run(links('/object/'));
+    return { front: `${base}/`, class: `${base}/class/ZANTO_FCIPProtocolEndPoint`, tunnel, port, graph: `${base}/graph`,
+             missing: `${base}/class/None` };
+}
+
+for (const dark of [false, true])
+    for (const width of [1200, 400])
+        test(`axe finds nothing, ${dark ? 'dark' : 'light'}, ${width} pixels wide`, () => within({ width }, async browser => {
+            await browser.command('Emulation.setEmulatedMedia',
+                { features: [{ name: 'prefers-color-scheme', value: dark ? 'dark' : 'light' }] });
+            for (const [name, url] of Object.entries(await samples(browser, LIVE))) {
+                await browser.open(url);
+                assert.deepEqual(await violations(browser), [], url);
+                const overflow = 'return document.documentElement.scrollWidth - document.documentElement.clientWidth;';
+                assert.ok(await browser.run(overflow) <= 0, `${url} is wider than the window`);
+                await browser.screenshot(`${SHOTS}/${name}-${dark ? 'dark' : 'light'}-${width}.png`);
+                if (name === 'graph' || name === 'tunnel') {
+                    const contrast = await drawingContrast(browser);
+                    assert.ok(contrast.count > 0 && contrast.texts >= 4.5 && contrast.ties >= 3, JSON.stringify(contrast));
+                }
+            }
+        }));
+
+test('policy is kept, nothing fails', () => within({}, async browser => {
+    const pages = await samples(browser, LIVE);
+    delete pages.missing;
+    for (const url of Object.values(pages)) {
+        await browser.open(url);
+        await isQuiet(browser, url);
+        const styled = await browser.run('return getComputedStyle(document.querySelector("header")).borderBottomStyle;');
+        assert.equal(styled, 'solid', `${url} has its style`);
+    }
+}));
+
+test('counters move, with their change per second and a curve', () => within({}, async browser => {
+    await browser.open((await samples(browser, LIVE)).port);
+    const cell = 'td[data-counter=BytesReceived]';
+    const value = () => browser.run(`return Number(document.querySelector('${cell}').firstChild.nodeValue);`);
+    const before = await value();
+    let rate = '';
+    for (let tries = 0; tries < 300 && !/^\d/.test(rate); ++tries) {
+        await new Promise(resolve => setTimeout(resolve, 100));
+        rate = await browser.run(text(`${cell} .rate`));
+    }
+    assert.match(rate, /^\d+\.\d per second$/);
+    assert.ok(parseFloat(rate) > 0, rate);
+    assert.ok(await value() > before);
+    await becomes(browser, `return document.querySelector('${cell} polyline').getAttribute('points');`, /( .*){4}/);
+    assert.equal(await browser.run(count('td[data-counter=FCSErrors] polyline')), 0, 'no curve that the view does not name');
+    await isQuiet(browser, 'live');
+    await browser.run(`document.querySelector('[data-counter=UnicastFramesTransmitted]').scrollIntoView();`);
+    await browser.screenshot(`${SHOTS}/live.png`);
+}));
+
+test('counters move where the address holds credentials', () => within({}, async browser => {
+    const { port } = await samples(browser, LIVE);
+    await browser.open(port.replace('http://', 'http://user:password@'));
+    let rate = '';
+    for (let tries = 0; tries < 300 && !rate; ++tries) {
+        await new Promise(resolve => setTimeout(resolve, 100));
+        rate = await browser.run(text('td[data-counter=BytesReceived] .rate'));
+    }
+    assert.match(rate, /per second$/);
+}));
+
+test('without scripts all is there, and can be walked', () => within({ scripts: false }, async browser => {
+    await browser.open(`${LIVE}/`);
+    assert.equal(await browser.title(), 'Classes - cmpihost');
+    await browser.click('a[href="/class/ZANTO_FCIPProtocolEndPoint"]');
+    await becomes(browser, count('tbody tr'), 10);
+    await browser.click('a[href$="sort=RemoteIPAddress"]');
+    await becomes(browser, text('[aria-sort=ascending] a'), /^RemoteIPAddress$/);
+    await browser.type('#filter', '10.2.4');
+    await browser.click('form button');
+    await becomes(browser, count('tbody tr'), 2);
+    await browser.click('tbody th a');
+    await becomes(browser, text('h1'), /^ZANTO_FCIPProtocolEndPoint 4_/);
+    assert.equal(await browser.run(count('.rate')), 0);
+    await becomes(browser, text('td[data-value=CommittedRate]'), /^622000$/);
+    await browser.click('a[href^="/object/ZANTO_FCIPProfile"]');
+    await becomes(browser, text('h1'), /^ZANTO_FCIPProfile/);
+    await browser.click('nav a[href="/graph"]');
+    await becomes(browser, text('h1'), /^Graph$/);
+    assert.ok(await browser.run(count('svg a')) > 50);
+    await browser.screenshot(`${SHOTS}/graph-without-scripts.png`);
+}));
+
+test('keyboard reaches the links and the boxes that scroll', () => within({}, async browser => {
+    await browser.open(`${LIVE}/class/ZANTO_FCIPProtocolEndPoint`);
+    const seen = new Set();
+    for (let i = 0; i < 12; ++i) {
+        await browser.press('\uE004');
+        seen.add(await browser.run('return document.activeElement.getAttribute("href") || document.activeElement.id || ' +
+            'document.activeElement.className;'));
+    }
+    for (const wanted of ['/', '/graph', 'filter', 'scrolled', '/class/ZANTO_FCIPProtocolEndPoint?sort=TunnelID'])
+        assert.ok(seen.has(wanted), `${wanted} in ${[...seen]}`);
+}));
+
+test('hostile texts are shown, not obeyed', () => within({}, async browser => {
+    for (const [name, url] of Object.entries(await samples(browser, HOSTILE))) {
+        await browser.open(url);
+        assert.ok((await browser.title()).endsWith(' - cmpihost'), `${url}: ${await browser.title()}`);
+        assert.equal(await browser.run(count('img, svg[onload], script:not([src])')), 0, url);
+        if (name !== 'missing')
+            await isQuiet(browser, url);
+        assert.deepEqual(await violations(browser), [], url);
+    }
+    await browser.open((await samples(browser, HOSTILE)).tunnel);
+    assert.match(await browser.run('return document.body.textContent;'), /<img src=x>&"'%2F/);
+    await browser.open((await samples(browser, HOSTILE)).port);
+    assert.match(await browser.run('return document.body.textContent;'), /"><svg onload=alert\(1\)>/);
+}));
+
+test('ten thousand tunnels open, and can be paged', () => within({}, async browser => {
+    for (const name of ['ZANTO_FCIPProtocolEndPoint', 'ZANTO_TCPSettings']) {
+        const began = Date.now();
+        await browser.open(`${MANY}/class/${name}`);
+        assert.ok(Date.now() - began < 30000, `${name} took ${Date.now() - began} ms`);
+        assert.equal(await browser.run(count('tbody tr')), 200);
+        console.log(`# 10,000 of ${name} took ${Date.now() - began} ms in the browser`);
+    }
+    await browser.click('nav[aria-label="Pages of the table"] a');
+    await becomes(browser, 'return document.body.textContent;', /201 to 400 of 10,000 objects/);
+    assert.deepEqual(await violations(browser), []);
+    await browser.open(`${MANY}/graph`);
+    assert.ok(await browser.run(count('svg a')) > 100);
+}));

@@ -1,0 +1,67 @@
+#!/bin/sh
+# Pages in Debian's Chromium: starts servers and chromedriver, and has Node.js run pages.mjs.
+# usage: pages.sh CMPIHOST FOLDER    an empty folder to work in is made there; screenshots stay in FOLDER
+set -eu
+program=$1
+here=$(cd "$(dirname "$0")" && pwd)
+rm -rf "$2"
+mkdir -p "$2"
+folder=$(cd "$2" && pwd)
+unset SWITCHSIM_SCENARIO
+processes=
+
+finish() {
+    for process in $processes; do
+        kill "$process" 2>/dev/null || true
+    done
+    wait
+    rm -rf "$folder"/profile-*
+}
+trap finish EXIT
+trap 'exit 1' INT TERM
+
+fail() {
+    printf 'pages.sh: %s\n' "$*" >&2
+    exit 1
+}
+
+# await FILE TEXT: until a process has written the text
+await() {
+    tries=0
+    until grep -q "$2" "$1"; do
+        tries=$((tries + 1))
+        [ "$tries" -lt 600 ] || fail "$1: $(cat "$1")"
+        sleep 0.1
+    done
+}
+
+# start NAME SCENARIO: a server, whose address goes to $address
+start() {
+    "$program" serve --listen 127.0.0.1:0 --quiet --scenario "$2" >"$folder/$1.out" 2>&1 &
+    processes="$processes $!"
+    await "$folder/$1.out" '^listening on '
+    address=$(sed -n 's|^listening on \(http://[^/]*\)/.*|\1|p' "$folder/$1.out" | head -n 1)
+}
+
+scenarios=$here/../../scenarios
+sed 's/^\(bytes_[a-z]*\|packets_[a-z]*\) = \([0-9]*\)$/\1 = { value = \2, rate = 250000, period = 1, jitter = 40 }/' \
+    "$scenarios/two-site.toml" >"$folder/live.toml"
+start live "$folder/live.toml"
+LIVE=$address
+start hostile "$here/hostile.toml"
+HOSTILE=$address
+start many "$scenarios/ten-thousand.toml"
+MANY=$address
+
+cp "$here/package.json" "$here/package-lock.json" "$folder/"
+(cd "$folder" && npm ci --no-audit --no-fund >npm.log 2>&1) || fail "$(cat "$folder/npm.log")"
+AXE=$folder/node_modules/axe-core/axe.min.js
+
+: >"$folder/driver.out"
+chromedriver --port=0 >"$folder/driver.out" 2>&1 &
+processes="$processes $!"
+await "$folder/driver.out" 'successfully on port'
+DRIVER=http://127.0.0.1:$(sed -n 's/.*successfully on port \([0-9]*\).*/\1/p' "$folder/driver.out")
+SHOTS=$folder
+export LIVE HOSTILE MANY AXE DRIVER SHOTS
+node --test "$here/pages.mjs"

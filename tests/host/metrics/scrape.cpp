@@ -1,0 +1,239 @@
+// What a scrape gets of the objects that a provider answers.
+#include "host/metrics/scrape.h"
+
+#include "tests/host/metrics/metrics_test.h"
+
+#include <atomic>
+#include <future>
+#include <thread>
+
+namespace cmpihost::metrics {
+namespace {
+
+using std::chrono::milliseconds;
+
+Property value(const std::string& name, const std::string& type, Value::Array values) {
+    return {name, type, {std::move(values)}};
+}
+
+template <class Simple>
+Property value(const std::string& name, const std::string& type, Simple simple) {
+    return {name, type, {std::move(simple)}};
+}
+
+Object port(const std::string& id, std::vector<Property> properties) {
+    Object object;
+    object.class_name = "Test_Port";
+    object.properties = {value("DeviceID", "string", id),
+                         value("CreationClassName", "string", std::string("Test_Port"))};
+    object.properties.insert(object.properties.end(), properties.begin(), properties.end());
+    return object;
+}
+
+/// Classes whose objects are the test's.
+class Scrapes : public testing::Test {
+  protected:
+    void SetUp() override {
+        views.classes.push_back({"Test_Port", {}, {}, true, "", {{"Status", {{"2", "ok"}, {"6", "error"}}}}});
+        ask = [this](const Request& request, const Sink& sink) {
+            ++asked;
+            EXPECT_EQ(request.operation, Request::Operation::enumerate_instances);
+            Store store;
+            for (const Object& object : objects)
+                sink(hold(store, object), true);
+            Answer answer;
+            answer.rc = rc;
+            return answer;
+        };
+    }
+
+    std::string text(milliseconds time = {}) { return joined(scrape({plan()}, time)); }
+
+    ClassPlan plan() { return make_plan(served, space, views); }
+
+    /// The samples of a metric, without its name.
+    std::string samples(const std::string& metric) {
+        const std::string all = text();
+        std::string found;
+        for (std::size_t at = 0; at < all.size();) {
+            const std::size_t end = all.find('\n', at);
+            const std::string line = all.substr(at, end - at);
+            if (line.starts_with(metric + "{"))
+                found += line.substr(metric.size()) + "\n";
+            at = end + 1;
+        }
+        return found;
+    }
+
+    mof::Schema schema = schema_of(measured_classes);
+    views::Views views;
+    server::Namespace space{"root/test", schema, {}};
+    server::Ask ask;
+    server::ServedClass served{schema, *schema.find("Test_Port"), ask};
+    std::vector<Object> objects;
+    std::atomic<int> asked = 0;
+    int rc = 0;
+};
+
+TEST_F(Scrapes, SamplesOfAMetricStandTogetherUnderItsHead) {
+    for (const char* id : {"1", "2"})
+        objects.push_back(port(id, {value("Frames", "uint64", std::uint64_t{7}), value("Up", "boolean", true)}));
+    const std::string all = text();
+    EXPECT_TRUE(all.starts_with("# HELP test_port_frames_total Frames that came. Test_Port.Frames\n"
+                                "# TYPE test_port_frames_total counter\n"
+                                "test_port_frames_total{device_id=\"1\"} 7\n"
+                                "test_port_frames_total{device_id=\"2\"} 7\n"
+                                "# HELP test_port_up Test_Port.Up\n"
+                                "# TYPE test_port_up gauge\n"
+                                "test_port_up{device_id=\"1\"} 1\n"
+                                "test_port_up{device_id=\"2\"} 1\n"
+                                "# HELP cmpihost_scrape_class_success"))
+        << all;
+    EXPECT_EQ(all.find("test_port_rate"), std::string::npos) << "no head without samples";
+    EXPECT_EQ(all.find("\n\n"), std::string::npos);
+    EXPECT_TRUE(all.ends_with("\n"));
+}
+
+TEST_F(Scrapes, ValuesAreInBaseUnits) {
+    objects = {port("1", {value("Rate", "uint32", std::uint64_t{1000}), value("Balance", "sint32", std::int64_t{-4}),
+                          value("Load", "real64", 0.25), value("BytesReceived", "uint64", std::uint64_t{1} << 53)})};
+    EXPECT_EQ(samples("test_port_rate_bytes_per_second"), "{device_id=\"1\"} 125000\n");
+    EXPECT_EQ(samples("test_port_balance"), "{device_id=\"1\"} -4\n");
+    EXPECT_EQ(samples("test_port_load"), "{device_id=\"1\"} 0.25\n");
+    EXPECT_EQ(samples("test_port_received_bytes_total"), "{device_id=\"1\"} 0\n");
+}
+
+TEST_F(Scrapes, LabelsAreTheInstancesOwn) {
+    Object object =
+        port("1", {value("Instance", "uint32", std::uint64_t{3}), value("ElementName", "string", std::string("a\"b")),
+                   value("Frames", "uint64", std::uint64_t{1})});
+    object.keys = {value("DeviceID", "string", std::string("of the path"))};
+    objects = {object};
+    EXPECT_EQ(samples("test_port_frames_total"), "{device_id=\"1\",key_instance=\"3\",name=\"a\\\"b\"} 1\n");
+}
+
+TEST_F(Scrapes, MissingAndNullValuesGiveNoSample) {
+    objects = {port("1", {value("Frames", "uint64", std::monostate())}), port("2", {}),
+               port("3", {value("Frames", "string", std::string("many"))}),
+               port("4", {value("frames", "uint64", std::uint64_t{4})})};
+    EXPECT_EQ(samples("test_port_frames_total"), "{device_id=\"4\"} 4\n");
+}
+
+TEST_F(Scrapes, StatesAreOneSampleEach) {
+    objects = {port("1", {value("Status", "uint16[]", Value::Array{{std::uint64_t{2}}, {std::uint64_t{3}}})}),
+               port("2", {value("Status", "uint16", std::uint64_t{6})})};
+    EXPECT_EQ(samples("test_port_status"), "{device_id=\"1\",state=\"ok\"} 1\n{device_id=\"1\",state=\"error\"} 0\n"
+                                           "{device_id=\"2\",state=\"ok\"} 0\n{device_id=\"2\",state=\"error\"} 1\n");
+}
+
+TEST_F(Scrapes, DoubledSeriesAreLeftOutAndCounted) {
+    for (const std::uint64_t frames : {1U, 2U, 3U})
+        objects.push_back(port("same", {value("Frames", "uint64", frames)}));
+    EXPECT_EQ(samples("test_port_frames_total"), "{device_id=\"same\"} 1\n");
+    EXPECT_EQ(samples("cmpihost_scrape_class_doubled_objects"), "{class=\"Test_Port\"} 2\n");
+    EXPECT_EQ(samples("cmpihost_scrape_class_objects"), "{class=\"Test_Port\"} 3\n");
+}
+
+TEST_F(Scrapes, FailedClassHasNoSamples) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1})})};
+    EXPECT_EQ(samples("cmpihost_scrape_class_success"), "{class=\"Test_Port\"} 1\n");
+    rc = 1;
+    EXPECT_EQ(samples("test_port_frames_total"), "");
+    EXPECT_EQ(samples("cmpihost_scrape_class_success"), "{class=\"Test_Port\"} 0\n");
+}
+
+TEST_F(Scrapes, ClassIsAskedOnce) {
+    text();
+    EXPECT_EQ(asked, 1);
+}
+
+TEST_F(Scrapes, ClassesAfterTheTimeAreNotAsked) {
+    ask = [this](const Request&, const Sink&) {
+        ++asked;
+        std::this_thread::sleep_for(milliseconds(50));
+        return Answer();
+    };
+    const std::string all = joined(scrape({plan(), plan()}, milliseconds(40)));
+    EXPECT_EQ(asked, 1);
+    EXPECT_NE(all.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n"
+                       "cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),
+              std::string::npos)
+        << all;
+}
+
+TEST(Scraper, ScrapesAtTheSameTimeShareOneEnumeration) {
+    std::atomic<int> scrapes = 0;
+    std::promise<void> gate;
+    const std::shared_future<void> open = gate.get_future().share();
+    Scraper scraper([&](milliseconds, Parts) {
+        ++scrapes;
+        open.wait();
+        return Parts{"text"};
+    });
+    const auto read = [&scraper] {
+        Parts got;
+        scraper.read({}, [&got](const Parts& parts) { got = parts; });
+        return got;
+    };
+    std::vector<std::future<Parts>> all;
+    all.push_back(std::async(std::launch::async, read));
+    while (scrapes == 0)
+        std::this_thread::yield();
+    for (int i = 0; i < 3; ++i)
+        all.push_back(std::async(std::launch::async, read));
+    while (scraper.readers() < 4)
+        std::this_thread::yield();
+    gate.set_value();
+    for (auto& each : all)
+        EXPECT_EQ(each.get(), Parts{"text"});
+    EXPECT_EQ(scrapes, 1);
+    EXPECT_EQ(read(), Parts{"text"});
+    EXPECT_EQ(scrapes, 2) << "a later scrape is one of its own";
+}
+
+TEST(Scraper, MemoryOfWhatNobodyReadsIsUsedAgain) {
+    std::vector<std::size_t> spares;
+    Scraper scraper([&](milliseconds, Parts spare) {
+        spares.push_back(spare.size());
+        return Parts{"text"};
+    });
+    const auto ignore = [](const Parts&) {};
+    scraper.read({}, ignore);
+    scraper.read({}, [&](const Parts& parts) {
+        scraper.read({}, ignore);
+        EXPECT_EQ(parts, Parts{"text"});
+    });
+    EXPECT_EQ(spares, (std::vector<std::size_t>{0, 1, 0})) << "the last but one was still read";
+}
+
+TEST_F(Scrapes, NothingOfAnEarlierScrapeIsLeft) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1}), value("Up", "boolean", true)})};
+    Parts first = scrape({plan()}, {});
+    objects = {port("2", {value("Frames", "uint64", std::uint64_t{2})})};
+    const std::string again = joined(scrape({plan()}, {}, std::move(first)));
+    EXPECT_NE(again.find("test_port_frames_total{device_id=\"2\"} 2\n"), std::string::npos) << again;
+    EXPECT_EQ(again.find("device_id=\"1\""), std::string::npos) << again;
+    EXPECT_EQ(again.find("test_port_up"), std::string::npos) << again;
+}
+
+TEST(Scraper, FailureIsEverybodys) {
+    Scraper scraper([](milliseconds, Parts) -> Parts { throw std::runtime_error("no"); });
+    const auto ignore = [](const Parts&) {};
+    EXPECT_THROW(scraper.read({}, ignore), std::runtime_error);
+    EXPECT_THROW(scraper.read({}, ignore), std::runtime_error);
+    EXPECT_EQ(scraper.readers(), 0U);
+}
+
+TEST(Providers, CallsAndTimeAreCounted) {
+    const server::Catalogue catalogue(switch_settings());
+    const auto plans = make_plans(catalogue, {}, {"CIM_StatisticalData"});
+    scrape(plans, {});
+    const std::string text = providers_text(catalogue);
+    EXPECT_NE(text.find("cmpihost_provider_calls_total{provider=\"" +
+                        std::filesystem::path(FCIP_PROVIDER).filename().string() + " FCIPProvider\"} 4\n"),
+              std::string::npos)
+        << text;
+}
+
+} // namespace
+} // namespace cmpihost::metrics

@@ -1,0 +1,88 @@
+// An object's page.
+#include "tests/host/pages/pages_test.h"
+
+#include <nlohmann/json.hpp>
+
+namespace cmpihost::pages {
+namespace {
+
+class ObjectPages : public PagesTest {
+  protected:
+    /// The first object of a class.
+    std::string first(const std::string& class_name) { return get("/class/" + class_name).link("/object/"); }
+};
+
+TEST_F(ObjectPages, PropertiesComeWithUnitAndDescription) {
+    const Got page = get(first("ZANTO_FCIPProtocolEndPoint"));
+    EXPECT_EQ(page.status, 200U);
+    EXPECT_TRUE(
+        page.has("<tr><th scope=\"row\">CommittedRate</th><td class=\"number\" data-value=\"CommittedRate\">1000000"
+                 "</td><td>bit / second * 10^3</td><td>Bandwidth that the tunnel may use.</td></tr>"))
+        << page.body;
+    EXPECT_TRUE(page.has("<th scope=\"row\">Name <span class=\"unit\">key</span></th>"));
+}
+
+TEST_F(ObjectPages, CountersAreMarkedForTheScript) {
+    const Got page = get(first("ZANTO_EthernetPortStatistics"));
+    EXPECT_TRUE(page.has("<td class=\"number\" data-counter=\"BytesReceived\" data-curve=\"\">"));
+    EXPECT_TRUE(page.has("<td class=\"number\" data-counter=\"FCSErrors\">"));
+}
+
+TEST_F(ObjectPages, NeighboursAreGroupedWithTheirRoles) {
+    const Got page = get(first("ZANTO_FCIPProtocolEndPoint"));
+    EXPECT_TRUE(page.has("<h3><a href=\"/class/ZANTO_FCIPPEBasedOn\">ZANTO_FCIPPEBasedOn</a></h3>"));
+    EXPECT_TRUE(page.has("PartComponent \xE2\x86\x92 GroupComponent"));
+    EXPECT_EQ(get(page.link("/object/ZANTO_FCIPProfile")).status, 200U);
+    EXPECT_EQ(page.count("<rect "), page.count("class=\"tie\"") + 1) << "the object, and a tie to each neighbour";
+}
+
+TEST_F(ObjectPages, EveryObjectOfEveryClassOpens) {
+    std::size_t opened = 0;
+    for (const std::string& class_url : links(get("/"), "/class/")) {
+        const Got page = get(class_url);
+        const auto urls = links(page, "/object/");
+        for (std::size_t index = 0; index < urls.size(); index += 4) {
+            const Got object = get(urls[index]);
+            EXPECT_TRUE(object.status == 200 || object.status == 404) << urls[index];
+            opened += object.status == 200 ? 1U : 0U;
+        }
+    }
+    EXPECT_GT(opened, 40U);
+}
+
+TEST_F(ObjectPages, SameInJson) {
+    const Got json = get(first("ZANTO_FCIPProtocolEndPoint") + "?format=json");
+    EXPECT_EQ(json.type, "application/json");
+    const auto object = nlohmann::json::parse(json.body);
+    EXPECT_EQ(object["class"], "ZANTO_FCIPProtocolEndPoint");
+    EXPECT_EQ(object["keys"]["Name"], "1_10.1.1.1_10.2.1.1");
+    EXPECT_EQ(object["properties"]["CommittedRate"], 1000000);
+    EXPECT_EQ(object["properties"]["Compression"], false);
+}
+
+TEST_F(ObjectPages, SameOnTheCommandLineAndInXml) {
+    const Got page = get("/object/ZANTO_FCIPProfile.InstanceID=%221%22");
+    EXPECT_TRUE(page.has("cmpihost gi 'root/cimv2:ZANTO_FCIPProfile.InstanceID=&quot;1&quot;'")) << page.body;
+    EXPECT_TRUE(page.has("&lt;INSTANCENAME CLASSNAME=&quot;ZANTO_FCIPProfile&quot;&gt;"));
+}
+
+TEST_F(ObjectPages, ReferencesAreLinks) {
+    const Got page = get(first("ZANTO_FCIPTCPEndpoint"));
+    EXPECT_EQ(page.status, 200U);
+    EXPECT_TRUE(page.has("<td><a href=\"/object/ZANTO_")) << page.body;
+}
+
+TEST_F(ObjectPages, KeysHaveTheTypesOfTheirClass) {
+    settings.schema = {FCIP_SOURCE_DIR "/tests/host/server/test_classes.mof"};
+    settings.providers = {{TEST_PROVIDERS "/host_good_provider.so", "Good"}};
+    settings.scenario.clear();
+    site_settings.views.clear();
+    const Got page = get("/class/Test_Thing");
+    EXPECT_TRUE(page.has("/object/Test_Thing.Name=%22a%20%5C%22second%5C%22%20thing%22,Number=2")) << page.body;
+    const Got thing = get(page.link("/object/"));
+    EXPECT_EQ(thing.status, 200U) << thing.body;
+    EXPECT_TRUE(thing.has("18446744073709551615"));
+}
+
+} // namespace
+} // namespace cmpihost::pages
