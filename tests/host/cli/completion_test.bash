@@ -30,7 +30,7 @@ usual_breaks=$COMP_WORDBREAKS
 for breaks in "$usual_breaks" $' \t\n"\'><;|&('; do
     COMP_WORDBREAKS=$breaks
     expect 'cmpihost gr' graph
-    expect 'cmpihost serve --no-u' --no-users
+    expect 'cmpihost ein --no' --no-fork
     expect 'cmpihost -o json ei ZANTO_FCIPProf' ZANTO_FCIPProfile
     expect 'cmpihost ei --color ' auto always never
     expect 'cmpihost gi --provider '

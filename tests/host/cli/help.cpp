@@ -1,6 +1,5 @@
 // Help about one verb.
 #include "host/cli/help_verb.h"
-#include "host/cli/programs.h"
 #include "host/cli/verbs.h"
 #include "tests/host/cli/command_line_test.h"
 
@@ -39,14 +38,6 @@ TEST_F(CommandLines, HelpOfAVerbHasItsOptionsAlone) {
             EXPECT_TRUE(has(text, std::string("\n  ") + option)) << row.verb << ": " << option;
         for (const char* option : row.has_not)
             EXPECT_FALSE(has(text, std::string("\n  ") + option)) << row.verb << ": " << option;
-    }
-}
-
-TEST_F(CommandLines, HelpOfProgramsIsTheirOwn) {
-    for (const Program& program : all_programs()) {
-        if (program.help.empty() || program.name == "help")
-            continue;
-        EXPECT_TRUE(has(help_text(std::string(program.name)), "Usage: cmpihost " + std::string(program.name)));
     }
 }
 
