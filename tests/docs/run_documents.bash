@@ -119,7 +119,7 @@ stand_in_sfcbrepos() {
 split() {
     rm -f "$work"/blocks/*
     awk -v folder="$work/blocks" '
-        /^<!-- not run: .+ -->$/ { reason = $0; next }
+        /^<!-- not run: .+ -->$/ { reason = $0; inside = 0; next }
         /^```/ { fenced = !fenced }
         /^    / && !fenced && (empty || inside) {
             if (!inside)
