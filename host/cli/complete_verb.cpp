@@ -96,14 +96,19 @@ Words values_of(const std::string& option, const std::string& verb, const Words&
     return names;
 }
 
+/// The words, each behind the same beginning.
+Words behind(const std::string& beginning, const Words& words) {
+    Words whole;
+    for (const std::string& word : words)
+        whole.push_back(beginning + word);
+    return whole;
+}
+
 /// Classes behind the namespace that the word begins with, if it does.
 Words objects_for(const std::string& word, const Words& words) {
     const std::size_t colon = word.rfind(':');
     const std::string name_space = colon == std::string::npos ? "" : word.substr(0, colon + 1);
-    Words names = class_names(words, false);
-    for (std::string& name : names)
-        name = name_space + name;
-    return names;
+    return behind(name_space, class_names(words, false));
 }
 
 /// All that may stand there, whatever the last word begins with.
@@ -114,10 +119,7 @@ Words candidates(const Words& words) {
     const std::size_t equals = last.starts_with("--") ? last.find('=') : std::string::npos;
     if (equals != std::string::npos) {
         const std::string option = last.substr(0, equals);
-        Words values = values_of(option, verb, words);
-        for (std::string& value : values)
-            value = last.substr(0, equals + 1) + value;
-        return values;
+        return behind(option + "=", values_of(option, verb, words));
     }
     if (const std::string option = option_before(words, options); !option.empty())
         return values_of(option, verb, words);

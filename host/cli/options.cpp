@@ -174,7 +174,7 @@ CommandLine usage_error(const std::string& what) {
 
 std::string default_provider() {
     constexpr std::array folders{".", "../lib", CMPIHOST_PROVIDER_FOLDERS};
-    const std::string file = "libFCIPProvider.so";
+    std::string file = "libFCIPProvider.so";
     std::error_code error;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     for (const char* folder : folders)
