@@ -9,10 +9,8 @@ set(changelog ${PROJECT_SOURCE_DIR}/packaging/changelog)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${changelog})
 file(STRINGS ${changelog} trailer REGEX "^ -- " LIMIT_COUNT 1)
 string(REGEX REPLACE ".*>  " "" trailer "${trailer}")
-execute_process(COMMAND date --utc --date=${trailer} +%s OUTPUT_VARIABLE manual_time OUTPUT_STRIP_TRAILING_WHITESPACE
-                COMMAND_ERROR_IS_FATAL ANY)
-execute_process(COMMAND date --utc --date=${trailer} +%Y-%m-%d OUTPUT_VARIABLE manual_date OUTPUT_STRIP_TRAILING_WHITESPACE
-                COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND date --utc --date=${trailer} +%Y-%m-%d COMMAND_ERROR_IS_FATAL ANY
+                OUTPUT_VARIABLE manual_date OUTPUT_STRIP_TRAILING_WHITESPACE)
 
 # install_manual_page(FILE FOLDER COMPONENT): compressed, as Debian has them
 function(install_manual_page page folder component)
@@ -26,7 +24,7 @@ function(add_manual_page program target component)
   set(page ${manual_folder}/${program}.1)
   set(more ${PROJECT_SOURCE_DIR}/packaging/man/${program}.h2m)
   add_custom_command(OUTPUT ${page} VERBATIM
-    COMMAND ${CMAKE_COMMAND} -E env SOURCE_DATE_EPOCH=${manual_time} ${HELP2MAN} --no-info --section=1 --locale=C --version-string=${PROJECT_VERSION} --source=${PROJECT_NAME}
+    COMMAND ${HELP2MAN} --no-info --section=1 --locale=C --version-string=${PROJECT_VERSION} --source=${PROJECT_NAME}
             --manual=${PROJECT_NAME} --include=${more} $<TARGET_FILE:${target}> |
             sed "/^.TH/s/\"[A-Z][a-z]* [0-9]*\"/${manual_date}/" > ${page}
     DEPENDS ${target} ${more})
@@ -46,7 +44,8 @@ if(FCIP_BUILD_SIMULATOR)
   set(converter ${PROJECT_SOURCE_DIR}/packaging/man/from_markdown.awk)
   add_custom_command(OUTPUT ${page} VERBATIM
     COMMAND awk -f ${converter} -v name=switchsim-scenario -v section=5 -v date=${manual_date} -v source=${PROJECT_NAME}
-            -v version=${PROJECT_VERSION} "-vabout=description of a simulated switch" ${PROJECT_SOURCE_DIR}/docs/scenarios.md > ${page}
+            -v version=${PROJECT_VERSION} "-vabout=description of a simulated switch"
+            ${PROJECT_SOURCE_DIR}/docs/scenarios.md > ${page}
     DEPENDS ${converter} ${PROJECT_SOURCE_DIR}/docs/scenarios.md)
   install_manual_page(${page} man5 simulator)
 endif()

@@ -5,8 +5,8 @@
 #   run_documents.bash SOURCE BUILD DOCUMENT...
 #
 # A block is what is indented by four spaces. Lines after `$ ` are commands with the output that follows them; there a
-# line `...`, and `...` at the end of a line, stand for anything, and empty lines are not compared. A block without `$ ` is commands alone. One that is
-# not run says why in a comment before it: <!-- not run: REASON -->.
+# line `...`, and `...` at the end of a line, stand for anything, and empty lines are not compared. A block without `$ `
+# is commands alone. One that is not run says why in a comment before it: <!-- not run: REASON -->.
 #
 # Put in their places: for /usr an empty folder into which `cmake --install` installs, for localhost:5988 a server of
 # our own, for the programs of CIM servers ones that look for the files that they are given.
@@ -72,7 +72,9 @@ need_file() {
 # Nothing is built: presets and targets are looked for. Installs what is built.
 stand_in_cmake() {
     case $1 in
-    --preset) (cd "$source" && "$real_cmake" --list-presets=configure) | grep -q "\"$2\"" || { echo "no preset $2"; exit 1; } ;;
+    --preset)
+        (cd "$source" && "$real_cmake" --list-presets=configure) | grep -q "\"$2\"" || { echo "no preset $2"; exit 1; }
+        ;;
     --build)
         while [ $# -gt 0 ] && [ "$1" != --target ]; do shift; done
         [ $# -eq 0 ] || { shift && ninja -C "$build" -n "$@" >"$work/out"; } || { cat "$work/out"; exit 1; }
