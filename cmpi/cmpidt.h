@@ -47,6 +47,7 @@ typedef struct _CMPISelectExp CMPISelectExp;
 typedef struct _CMPIInstanceMI CMPIInstanceMI;
 typedef struct _CMPIAssociationMI CMPIAssociationMI;
 typedef struct _CMPIMethodMI CMPIMethodMI;
+typedef struct _CMPIPropertyMI CMPIPropertyMI;
 
 /* Function tables (cmpift.h). */
 typedef struct _CMPIBrokerFT CMPIBrokerFT;
@@ -64,6 +65,7 @@ typedef struct _CMPIDateTimeFT CMPIDateTimeFT;
 typedef struct _CMPIInstanceMIFT CMPIInstanceMIFT;
 typedef struct _CMPIAssociationMIFT CMPIAssociationMIFT;
 typedef struct _CMPIMethodMIFT CMPIMethodMIFT;
+typedef struct _CMPIPropertyMIFT CMPIPropertyMIFT;
 
 typedef struct _CMPIValuePtr CMPIValuePtr;
 typedef union _CMPIValue CMPIValue;

@@ -1,6 +1,6 @@
 /*
  * CMPI function tables: what a broker offers (CMPIBrokerFT, CMPIBrokerEncFT and the tables of the encapsulated types)
- * and what a provider offers (CMPIInstanceMIFT, CMPIAssociationMIFT, CMPIMethodMIFT).
+ * and what a provider offers (CMPIInstanceMIFT, CMPIAssociationMIFT, CMPIMethodMIFT, CMPIPropertyMIFT).
  *
  * The order of the members is the binary interface; tests/cmpi holds every offset against the standard's.
  */
@@ -285,6 +285,22 @@ struct _CMPIMethodMIFT {
     CMPIStatus (*cleanup)(CMPIMethodMI*, const CMPIContext*, CMPIBoolean);
     CMPIStatus (*invokeMethod)(CMPIMethodMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*, const char*,
                                const CMPIArgs*, CMPIArgs*);
+};
+
+struct _CMPIPropertyMI {
+    const void* hdl;
+    const CMPIPropertyMIFT* ft;
+};
+
+struct _CMPIPropertyMIFT {
+    CMPIVersion ftVersion;
+    int miVersion;
+    const char* miName;
+    CMPIStatus (*cleanup)(CMPIPropertyMI*, const CMPIContext*, CMPIBoolean);
+    CMPIStatus (*setProperty)(CMPIPropertyMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*,
+                              const char*, CMPIData);
+    CMPIStatus (*getProperty)(CMPIPropertyMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*,
+                              const char*);
 };
 
 #ifdef __cplusplus

@@ -19,8 +19,8 @@ constexpr int exit_failed = 1;
 constexpr int exit_usage = 2;
 
 constexpr const char* usage =
-    "usage: switchsim check FILE...\n"
-    "       switchsim COMMAND...\n"
+    "Usage: switchsim check FILE...\n"
+    "  or:  switchsim COMMAND...\n"
     "\n"
     "  check FILE...                  say all that is wrong with scenario files, a line each\n"
     "\n"

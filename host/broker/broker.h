@@ -15,12 +15,13 @@ struct Answer {
     int rc = 0;                         ///< CMPIrc
     std::optional<std::string> message; ///< the status's text
     std::vector<Object> objects;        ///< instances or paths, in the order returned
-    std::optional<Property> returned;   ///< what a method returned, without a name; the last one if it returned several
-    std::vector<Property> arguments;    ///< output parameters of a method
-    unsigned null_results = 0;          ///< null instances or paths handed to the result
-    unsigned invalid_results = 0;       ///< pointers handed to the result that are no object of this call
-    unsigned late_results = 0;          ///< instances, paths and values returned after returnDone
-    bool done = false;                  ///< the provider called returnDone
+    std::optional<Property>
+        returned; ///< what a method or get_property returned, without a name; the last one of several
+    std::vector<Property> arguments; ///< output parameters of a method
+    unsigned null_results = 0;       ///< null instances or paths handed to the result
+    unsigned invalid_results = 0;    ///< pointers handed to the result that are no object of this call
+    unsigned late_results = 0;       ///< instances, paths and values returned after returnDone
+    bool done = false;               ///< the provider called returnDone
 };
 
 /// Which operation to run, with its arguments. Unset filters reach the provider as null.
@@ -38,6 +39,8 @@ struct Request {
         delete_instance,
         exec_query,
         invoke_method,
+        set_property,
+        get_property,
     };
     Operation operation = Operation::enumerate_instances;
     Object path;                             ///< class name, namespace and keys
@@ -46,8 +49,10 @@ struct Request {
     std::optional<std::string> role;
     std::optional<std::string> result_role;
     std::optional<std::vector<std::string>> properties; ///< the property list; unset = all
-    std::vector<Property> values; ///< of the instance to create, or to change: its class and keys are those of the path
-    std::string query;            ///< exec_query
+    /// Of the instance to create, or to change: its class and keys are those of the path. Of set_property the one to
+    /// set, of get_property the name alone.
+    std::vector<Property> values;
+    std::string query; ///< exec_query
     std::string query_language = "WQL";
     std::string method;              ///< invoke_method
     std::vector<Property> arguments; ///< input parameters of the method
@@ -55,6 +60,9 @@ struct Request {
 
 /// Whether an operation answers with paths instead of instances.
 bool gives_paths(Request::Operation operation);
+
+/// Whether an operation answers with a value instead of objects.
+bool gives_value(Request::Operation operation);
 
 struct HeldObject;
 
@@ -110,6 +118,7 @@ struct Provider {
     CMPIInstanceMI* instance_mi = nullptr;
     CMPIAssociationMI* association_mi = nullptr;
     CMPIMethodMI* method_mi = nullptr;
+    CMPIPropertyMI* property_mi = nullptr;
 };
 
 /// Runs one operation on the calling thread, in a scope of its own.

@@ -15,7 +15,7 @@ namespace {
 
 constexpr CMPIVersion newest_version = 200;
 const std::string generic_prefix = "_Generic";
-constexpr std::array kinds{"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI"};
+constexpr std::array kinds{"_Create_InstanceMI", "_Create_AssociationMI", "_Create_MethodMI", "_Create_PropertyMI"};
 constexpr const char* indication_kind = "_Create_IndicationMI";
 constexpr const char* scenario_function = "switchsim_load_scenario";
 
@@ -132,7 +132,8 @@ Library::~Library() {
     const bool instances_stay = clean_up(provider_.instance_mi);
     const bool associations_stay = clean_up(provider_.association_mi);
     const bool methods_stay = clean_up(provider_.method_mi);
-    if (!instances_stay && !associations_stay && !methods_stay)
+    const bool properties_stay = clean_up(provider_.property_mi);
+    if (!instances_stay && !associations_stay && !methods_stay && !properties_stay)
         dlclose(handle_);
 }
 
@@ -160,7 +161,8 @@ void Library::create(const std::string& name) {
     provider_.instance_mi = create_mi<CMPIInstanceMI>(handle_, name, kinds[0]);
     provider_.association_mi = create_mi<CMPIAssociationMI>(handle_, name, kinds[1]);
     provider_.method_mi = create_mi<CMPIMethodMI>(handle_, name, kinds[2]);
-    if (!provider_.instance_mi && !provider_.association_mi && !provider_.method_mi)
+    provider_.property_mi = create_mi<CMPIPropertyMI>(handle_, name, kinds[3]);
+    if (!provider_.instance_mi && !provider_.association_mi && !provider_.method_mi && !provider_.property_mi)
         throw LoadError("provider library " + file_ + ": " + missing_factories(handle_, name));
 }
 

@@ -32,7 +32,7 @@ class Library {
     /// @throws LoadError: the library brings no such function, or the function's own message
     void load_scenario(const std::string& file);
 
-    /// Calls the factories `<name>_Create_InstanceMI`, `..._AssociationMI` and `..._MethodMI`, or
+    /// Calls the factories `<name>_Create_InstanceMI`, `..._AssociationMI`, `..._MethodMI` and `..._PropertyMI`, or
     /// `_Generic_Create_...` with the name where the library has only that. Some may be absent. Function tables of
     /// version 100 are served, and the later ones up to 200, which only add slots behind those of version 100.
     /// @throws LoadError: no factory is there (those that are get named), one made no MI, or an MI's table is absent or

@@ -113,15 +113,37 @@ CMPIStatus run_method(CMPIMethodMI* mi, const Call& with) {
     return status;
 }
 
+/// The property to set, as a getter would give it.
+CMPIData data_of(const Property& property) {
+    State& scope = *State::innermost();
+    return give_value(hold(scope.store, property.value), type_code(property.type), nullptr);
+}
+
+CMPIStatus run_property_operation(CMPIPropertyMI* mi, const Call& with) {
+    using Table = CMPIPropertyMIFT;
+    if (with.request.values.empty())
+        return status_of(CMPI_RC_ERR_INVALID_PARAMETER);
+    const Property& property = with.request.values.front();
+    if (with.request.operation == Request::Operation::set_property)
+        return call(mi, &Table::setProperty, with, property.name.c_str(), data_of(property));
+    return call(mi, &Table::getProperty, with, property.name.c_str());
+}
+
 bool is_association_operation(Request::Operation operation) {
     constexpr std::array operations{Request::Operation::associators, Request::Operation::associator_names,
                                     Request::Operation::references, Request::Operation::reference_names};
     return std::find(operations.begin(), operations.end(), operation) != operations.end();
 }
 
+bool is_property_operation(Request::Operation operation) {
+    return operation == Request::Operation::set_property || operation == Request::Operation::get_property;
+}
+
 CMPIStatus run_operation(const Provider& provider, Call& with) {
     if (with.request.operation == Request::Operation::invoke_method)
         return run_method(provider.method_mi, with);
+    if (is_property_operation(with.request.operation))
+        return run_property_operation(provider.property_mi, with);
     if (is_association_operation(with.request.operation))
         return run_association_operation(provider.association_mi, with);
     return run_instance_operation(provider.instance_mi, with);
@@ -158,6 +180,10 @@ bool gives_paths(Request::Operation operation) {
     return operation == Request::Operation::enumerate_instance_names ||
            operation == Request::Operation::associator_names || operation == Request::Operation::reference_names ||
            operation == Request::Operation::create_instance;
+}
+
+bool gives_value(Request::Operation operation) {
+    return operation == Request::Operation::invoke_method || is_property_operation(operation);
 }
 
 Answer run(const Provider& provider, const Request& request, unsigned fail_object) {

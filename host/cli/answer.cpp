@@ -99,7 +99,7 @@ std::unique_ptr<AnswerText> Inquiry::text_for(const Request& request) const {
         return json_answer();
     if (options_.format == Format::paths)
         return path_lines();
-    if (options_.format == Format::mof && request.operation != Request::Operation::invoke_method)
+    if (options_.format == Format::mof && !gives_value(request.operation))
         return mof_answer(gives_paths(request.operation));
     return text_answer(request, wants_colour(options_.colour, streams_.out), schema_ ? &*schema_ : nullptr);
 }
@@ -178,8 +178,7 @@ int Inquiry::ask_once(Session& session) {
     Result result = ask(session, request, {});
     close(session, result);
     const bool gives_none = request.operation == Request::Operation::modify_instance ||
-                            request.operation == Request::Operation::delete_instance ||
-                            request.operation == Request::Operation::invoke_method;
+                            request.operation == Request::Operation::delete_instance || gives_value(request.operation);
     const bool answered =
         result.objects > 0 || !result.failure.empty() || (result.answer.rc == CMPI_RC_OK && gives_none);
     if (schema_)

@@ -17,7 +17,8 @@ mof::Kind kind_of(const Request& request, bool is_instance) {
 }
 
 bool gives_results(Request::Operation operation) {
-    return operation != Request::Operation::modify_instance && operation != Request::Operation::delete_instance;
+    return operation != Request::Operation::modify_instance && operation != Request::Operation::delete_instance &&
+           operation != Request::Operation::set_property;
 }
 
 } // namespace

@@ -10,12 +10,10 @@ namespace cmpihost {
 namespace {
 
 /// In the order of Request::Operation.
-constexpr std::array operation_names{"enumerateInstances", "enumerateInstanceNames",
-                                     "getInstance",        "associators",
-                                     "associatorNames",    "references",
-                                     "referenceNames",     "createInstance",
-                                     "modifyInstance",     "deleteInstance",
-                                     "execQuery",          "invokeMethod"};
+constexpr std::array operation_names{
+    "enumerateInstances", "enumerateInstanceNames", "getInstance",    "associators",    "associatorNames",
+    "references",         "referenceNames",         "createInstance", "modifyInstance", "deleteInstance",
+    "execQuery",          "invokeMethod",           "setProperty",    "getProperty"};
 
 } // namespace
 

@@ -9,7 +9,8 @@ namespace cmpihost {
 
 int run_command_line(const std::vector<std::string>& arguments, std::FILE* out, std::FILE* err) {
     if (const Program* program = arguments.empty() ? nullptr : find_program(arguments.front())) {
-        std::signal(SIGPIPE, SIG_IGN); // peers of a server come and go
+        if (program->has_peers)
+            std::signal(SIGPIPE, SIG_IGN);
         return program->run({arguments.begin() + 1, arguments.end()}, {out, err});
     }
     const CommandLine line = read_command_line(arguments);

@@ -57,6 +57,6 @@ struct CommandLine {
 };
 
 /// Reads the arguments, the program's own name not among them.
-CommandLine read_command_line(const std::vector<std::string>& arguments);
+CommandLine read_command_line(const std::vector<std::string>& words);
 
 } // namespace cmpihost

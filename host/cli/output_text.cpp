@@ -129,7 +129,7 @@ class ObjectCount : public AnswerText {
 } // namespace
 
 std::unique_ptr<AnswerText> text_answer(const Request& request, bool colour, const mof::Schema* schema) {
-    if (request.operation == Request::Operation::invoke_method)
+    if (gives_value(request.operation))
         return std::make_unique<TextOfMethod>();
     if (gives_paths(request.operation))
         return std::make_unique<TextOfPaths>(request.path.class_name, colour);

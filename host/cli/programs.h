@@ -13,6 +13,7 @@ struct Program {
     std::string_view name;
     std::string_view help;                                                         ///< empty: users are not told of it
     int (*run)(const std::vector<std::string>& arguments, const Streams& streams); ///< without the name
+    bool has_peers = false; ///< which come and go: SIGPIPE is ignored
 };
 
 std::span<const Program> all_programs();

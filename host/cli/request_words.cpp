@@ -69,6 +69,8 @@ void read_values(const std::vector<std::string>& words, Request& request) {
             throw UsageError("cm needs a METHOD after OBJECT");
         request.method = *next++;
     }
+    if (request.operation == Request::Operation::set_property && words.size() != 1)
+        throw UsageError("sp needs one NAME=VALUE after OBJECT");
     auto& values = request.operation == Request::Operation::invoke_method ? request.arguments : request.values;
     std::transform(next, words.end(), std::back_inserter(values), named_value);
     if (request.operation != Request::Operation::modify_instance || values.empty())
@@ -90,9 +92,16 @@ std::vector<std::string> names_in(const std::vector<std::string>& words) {
     return names;
 }
 
+Property asked_property(const std::vector<std::string>& words) {
+    if (words.size() != 1)
+        throw UsageError("gp needs one PROPERTY after OBJECT");
+    return {words.front(), "null", {}};
+}
+
 bool brings_values(Request::Operation operation) {
     using enum Request::Operation;
-    return operation == create_instance || operation == modify_instance || operation == invoke_method;
+    return operation == create_instance || operation == modify_instance || operation == invoke_method ||
+           operation == set_property;
 }
 
 } // namespace
@@ -117,6 +126,8 @@ void read_request(const std::string& object, const std::vector<std::string>& wor
         throw UsageError("a PROPERTY does not go with a whole query");
     if (brings_values(request.operation))
         read_values(words, request);
+    else if (request.operation == Request::Operation::get_property)
+        request.values = {asked_property(words)};
     else if (!words.empty())
         request.properties = names_in(words);
     request.query = is_query ? object : query_for(request.path, request.properties);

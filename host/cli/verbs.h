@@ -21,6 +21,7 @@ enum class Filters { none, references, associators };
 
 struct Verb {
     std::string_view name;
+    std::string_view words; ///< that follow it, as the line of usage has them
     std::string_view help;
     Shape shape;
     Filters filters;

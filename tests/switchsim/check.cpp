@@ -57,11 +57,11 @@ TEST_F(SwitchsimCheck, WrongUsageIsExit2AndHelpIsExit0) {
     for (const std::vector<std::string>& wrong :
          std::vector<std::vector<std::string>>{{}, {"check"}, {"chek", "file"}, {"--help", "check"}}) {
         EXPECT_EQ(run(wrong), 2);
-        EXPECT_TRUE(err_.starts_with("usage: switchsim check FILE...\n")) << err_;
+        EXPECT_TRUE(err_.starts_with("Usage: switchsim check FILE...\n")) << err_;
         EXPECT_EQ(out_, "");
     }
     EXPECT_EQ(run({"--help"}), 0);
-    EXPECT_TRUE(out_.starts_with("usage: switchsim check FILE...\n")) << out_;
+    EXPECT_TRUE(out_.starts_with("Usage: switchsim check FILE...\n")) << out_;
 }
 
 } // namespace

@@ -60,6 +60,8 @@ typedef struct _CMPIAssociationMI CMPIAssociationMI;
 typedef struct _CMPIAssociationMIFT CMPIAssociationMIFT;
 typedef struct _CMPIMethodMI CMPIMethodMI;
 typedef struct _CMPIMethodMIFT CMPIMethodMIFT;
+typedef struct _CMPIPropertyMI CMPIPropertyMI;
+typedef struct _CMPIPropertyMIFT CMPIPropertyMIFT;
 typedef struct _CMPIStatus CMPIStatus;
 typedef struct _CMPIData CMPIData;
 typedef struct _CMPIValuePtr CMPIValuePtr;

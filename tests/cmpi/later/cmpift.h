@@ -304,6 +304,22 @@ struct _CMPIMethodMIFT {
                                const CMPIArgs*, CMPIArgs*);
 };
 
+struct _CMPIPropertyMI {
+    const void* hdl;
+    const CMPIPropertyMIFT* ft;
+};
+
+struct _CMPIPropertyMIFT {
+    CMPIVersion ftVersion;
+    int miVersion;
+    const char* miName;
+    CMPIStatus (*cleanup)(CMPIPropertyMI*, const CMPIContext*, CMPIBoolean);
+    CMPIStatus (*setProperty)(CMPIPropertyMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*,
+                              const char*, CMPIData);
+    CMPIStatus (*getProperty)(CMPIPropertyMI*, const CMPIContext*, const CMPIResult*, const CMPIObjectPath*,
+                              const char*);
+};
+
 #ifdef __cplusplus
 }
 #endif

@@ -58,6 +58,18 @@ TEST(Loader, OneInterfaceIsEnough) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "factory of instances\ncleanup of instances, terminating 1\n");
 }
 
+TEST(Loader, PropertiesAloneAreEnough) {
+    testing::internal::CaptureStdout();
+    {
+        Library library(folder + "/host_property_provider.so");
+        library.create("Store");
+        EXPECT_EQ(library.provider().instance_mi, nullptr);
+        ASSERT_NE(library.provider().property_mi, nullptr);
+        EXPECT_STREQ(library.provider().property_mi->ft->miName, "propertyStore");
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "factory of properties\ncleanup of properties, terminating 1\n");
+}
+
 TEST(Loader, LoadsAgainAfterUnloading) {
     for (int i = 0; i < 2; ++i) {
         testing::internal::CaptureStdout();
@@ -107,14 +119,15 @@ TEST(Loader, AnUnresolvedSymbolIsNamed) {
 TEST(Loader, MissingFactoriesAreNamed) {
     EXPECT_EQ(error_of(no_factories, "Name"),
               "provider library " + no_factories +
-                  ": has none of Name_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI");
+                  ": has none of Name_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI, _Create_PropertyMI");
 }
 
 TEST(Loader, FactoriesOfOtherNamesAreListed) {
-    EXPECT_EQ(error_of(good, "Name"),
-              "provider library " + good +
-                  ": has none of Name_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI; it has "
-                  "Good_Create_AssociationMI, Good_Create_InstanceMI, Good_Create_MethodMI, Half_Create_InstanceMI");
+    EXPECT_EQ(
+        error_of(good, "Name"),
+        "provider library " + good +
+            ": has none of Name_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI, _Create_PropertyMI; it has "
+            "Good_Create_AssociationMI, Good_Create_InstanceMI, Good_Create_MethodMI, Half_Create_InstanceMI");
 }
 
 TEST(Loader, IndicationsAreRefusedByName) {

@@ -297,7 +297,8 @@ TEST_F(CommandLines, LoaderErrorsAreUsageErrors) {
     expect_error(
         cmpihost_with({"--provider", good_provider, "--name", "Bad", "ei", "C"}), 2,
         "cmpihost: provider library " + good_provider +
-            ": has none of Bad_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI; it has "
+            ": has none of Bad_Create_InstanceMI, _Create_AssociationMI, _Create_MethodMI, "
+            "_Create_PropertyMI; it has "
             "Good_Create_AssociationMI, Good_Create_InstanceMI, Good_Create_MethodMI, Half_Create_InstanceMI\n");
 }
 

@@ -65,6 +65,11 @@ TEST_F(CommandLines, WrongUsageIsToldInOneLine) {
         {{"xq", "SELECT x"}, "'SELECT x': expected FROM and a class"},
         {{"xq", "SELECT x FROM C", "x"}, "a PROPERTY does not go with a whole query"},
         {{"ei", "C", "--deviations", "f"}, "--deviations goes with --check only"},
+        {{"gp", "C"}, "gp needs one PROPERTY after OBJECT"},
+        {{"gp", "C", "P", "Q"}, "gp needs one PROPERTY after OBJECT"},
+        {{"sp", "C"}, "sp needs one NAME=VALUE after OBJECT"},
+        {{"sp", "C", "P=1", "Q=1"}, "sp needs one NAME=VALUE after OBJECT"},
+        {{"sp", "C", "P"}, "'P': expected NAME=VALUE"},
     };
     for (const UsageRow& row : rows) {
         SCOPED_TRACE(row.error);

@@ -1,0 +1,25 @@
+# Holds what is built against the hardening that cmake/optimised.cmake asks for:
+# cmake -DREADELF=readelf "-DPROGRAMS=file;..." "-DLIBRARIES=file;..." -P hardened.cmake
+cmake_policy(SET CMP0057 NEW)
+function(expect file pattern what)
+  if(NOT listing MATCHES "${pattern}")
+    message(SEND_ERROR "${file}: ${what}")
+  endif()
+endfunction()
+
+foreach(file ${PROGRAMS} ${LIBRARIES})
+  execute_process(COMMAND ${READELF} --wide --file-header --segments --dynamic --dyn-syms ${file}
+                  OUTPUT_VARIABLE listing COMMAND_ERROR_IS_FATAL ANY)
+  expect(${file} "\n +Type: +DYN" "loaded at a fixed address, expected a position-independent one")
+  expect(${file} " GNU_RELRO " "its tables stay writable, expected RELRO")
+  expect(${file} "\\(FLAGS(_1)?\\)[^\n]* (BIND_NOW|NOW)" "functions are bound when first called, expected at loading")
+  expect(${file} " GNU_STACK [^\n]* RW " "its stack is executable")
+  expect(${file} " __stack_chk_fail" "no function has a stack protector")
+  expect(${file} " __[a-z]+_chk" "no call of the C library is checked, expected _FORTIFY_SOURCE")
+  if(listing MATCHES "\\(RPATH\\)|\\(RUNPATH\\)[^\n]*: *\\[[^]]*/(work|home|root|tmp|build)")
+    message(SEND_ERROR "${file}: looks for libraries where it was built")
+  endif()
+  if(file IN_LIST PROGRAMS)
+    expect(${file} "\\(FLAGS_1\\)[^\n]* PIE" "no position-independent program")
+  endif()
+endforeach()
