@@ -1,5 +1,5 @@
 #!/bin/sh
-# Uses what the packages put below PREFIX (empty: the system itself), as their users would: used.sh PREFIX GOLDEN
+# Uses what the packages put below PREFIX, as their users would: used.sh PREFIX GOLDEN
 # GOLDEN is what the names of the FCIP endpoints of the built-in switch look like.
 set -eu
 prefix=$1
