@@ -5,5 +5,5 @@ target_compile_options(strict INTERFACE -Wall -Wextra -Wpedantic -Wconversion -W
   $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>) # no part of -Wconversion elsewhere
 # Compiled together, names of one file shadow those of another, and types in unnamed namespaces seem to be in a header.
 if(CMAKE_UNITY_BUILD)
-  target_compile_options(strict INTERFACE -Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+  target_compile_options(strict INTERFACE -Wno-shadow $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-subobject-linkage>)
 endif()
