@@ -87,7 +87,7 @@ void print_row(std::FILE* out, std::size_t tunnels) {
     unlink(settings.scenario.c_str());
     const auto views = views::read_views(FCIP_SOURCE_DIR "/schema/views.toml", catalogue.schema_of({}));
     const auto plans = metrics::make_plans(catalogue, views, {});
-    const pages::Site site(catalogue, {FCIP_SOURCE_DIR "/schema/views.toml", {}});
+    const pages::Site site(catalogue, {.views = FCIP_SOURCE_DIR "/schema/views.toml", .metrics = {}});
     std::size_t bytes = 0;
     const double bare = median_of([&] { enumerate(plans); });
     const double scrape = median_of([&] { bytes = answer(site, "/metrics"); });

@@ -18,8 +18,6 @@ using Clock = std::chrono::steady_clock;
 using server::Namespace;
 using server::ServedClass;
 
-constexpr std::chrono::milliseconds counting_time{500}; // classes that are reached later are not counted
-
 std::string time_text(std::uint64_t seconds) {
     const auto time = static_cast<std::time_t>(seconds);
     std::tm parts{};
@@ -106,7 +104,7 @@ std::string class_table(const Visit& visit, const Namespace& space, bool associa
 } // namespace
 
 Page front_page(const Visit& visit) {
-    const auto until = Clock::now() + counting_time;
+    const auto until = Clock::now() + visit.settings.counting;
     std::string body;
     for (const bool association : {false, true})
         for (const Namespace* space : visit.catalogue.namespaces())

@@ -13,12 +13,12 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t most_objects = 300;
-constexpr std::chrono::seconds walking_time{5}; // then what is found is drawn
 
 /// Asks until it is too late; then nobody knows anything more.
 class TimedAsk {
   public:
-    explicit TimedAsk(const server::Namespace& space) : space_(space), until_(Clock::now() + walking_time) {}
+    TimedAsk(const server::Namespace& space, std::chrono::milliseconds time)
+        : space_(space), until_(Clock::now() + time) {}
 
     Answer operator()(const Request& request) {
         if (Clock::now() < until_)
@@ -52,7 +52,7 @@ std::string notes_of(const GraphWalk& walk, bool late) {
 } // namespace
 
 Page graph_page(const Visit& visit) {
-    TimedAsk timed(visit.main);
+    TimedAsk timed(visit.main, visit.settings.walking);
     GraphWalk walk(
         visit.main.schema, [&timed](const Request& request) { return timed(request); }, visit.main.name, most_objects);
     walk.start_everywhere();

@@ -52,7 +52,7 @@ Page error_page(unsigned status, const std::string& title, const std::string& te
 class Site::State {
   public:
     State(const server::Catalogue& catalogue, const SiteSettings& settings)
-        : catalogue_(catalogue), views_(views_of(catalogue, settings)),
+        : catalogue_(catalogue), settings_(settings), views_(views_of(catalogue, settings)),
           plans_(metrics::make_plans(catalogue, views_, settings.metrics)),
           scraper_([this](std::chrono::milliseconds time, metrics::Parts spare) {
               return metrics::scrape(plans_, time, std::move(spare));
@@ -64,6 +64,7 @@ class Site::State {
     server::Outcome answer_metrics(const server::PageRequest& request, server::ReplySink& sink);
 
     const server::Catalogue& catalogue_;
+    const SiteSettings settings_;
     const views::Views views_;
     const std::vector<metrics::ClassPlan> plans_;
     metrics::Scraper scraper_;
@@ -94,7 +95,8 @@ server::Outcome Site::State::answer(const server::Question& question, server::Re
     const Route* route = find_route(rest);
     if (route == nullptr)
         return {404};
-    const Page page = route->page({catalogue_, views_, *catalogue_.namespaces().front(), *target, rest, question});
+    const Page page =
+        route->page({catalogue_, views_, settings_, *catalogue_.namespaces().front(), *target, rest, question});
     sink.append(page.body);
     server::Outcome outcome;
     outcome.http_status = page.status;

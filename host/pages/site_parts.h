@@ -1,6 +1,7 @@
 // What all pages are made from.
 #pragma once
 
+#include "host/pages/site_settings.h"
 #include "host/pages/target.h"
 #include "host/server/catalogue.h"
 #include "host/server/question.h"
@@ -19,6 +20,7 @@ struct Page {
 struct Visit {
     const server::Catalogue& catalogue;
     const views::Views& views;
+    const SiteSettings& settings;
     const server::Namespace& main; ///< that links need not name
     const Target& target;
     const std::string& rest; ///< of the path, behind the page's own part

@@ -1,14 +1,17 @@
 // What pages and metrics are made with.
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <vector>
 
 namespace cmpihost::pages {
 
 struct SiteSettings {
-    std::string views;                ///< file that says how classes are shown and measured; empty: none
-    std::vector<std::string> metrics; ///< classes to measure; empty: those that the views name
+    std::string views;                       ///< file that says how classes are shown and measured; empty: none
+    std::vector<std::string> metrics;        ///< classes to measure; empty: those that the views name
+    std::chrono::milliseconds counting{500}; ///< for the first page to count objects; later classes are not counted
+    std::chrono::milliseconds walking{5000}; ///< for the graph to be asked for; then what is found is drawn
 };
 
 } // namespace cmpihost::pages

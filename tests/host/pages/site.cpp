@@ -65,6 +65,14 @@ TEST_F(SitePages, GraphLinksEachObject) {
     EXPECT_FALSE(page.has("style=")) << "which the policy of the pages forbids";
 }
 
+TEST_F(SitePages, WhatTakesTooLongIsLeftOut) {
+    site_settings.counting = site_settings.walking = {};
+    EXPECT_TRUE(get("/").has("<td class=\"number\">not counted</td>"));
+    const Got graph = get("/graph");
+    EXPECT_EQ(graph.status, 200U);
+    EXPECT_TRUE(graph.has("Not all were asked, since that takes long."));
+}
+
 TEST_F(SitePages, NothingComesFromElsewhere) {
     for (const char* target :
          {"/", "/graph", "/class/ZANTO_FCIPProfile", "/object/ZANTO_FCIPProfile.InstanceID=%221%22"}) {
