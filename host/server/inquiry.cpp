@@ -26,7 +26,8 @@ constexpr std::array inquiry_rows{
 };
 
 bool is_enumeration(Request::Operation operation) {
-    return operation == Request::Operation::enumerate_instances || operation == Request::Operation::enumerate_instance_names;
+    return operation == Request::Operation::enumerate_instances ||
+           operation == Request::Operation::enumerate_instance_names;
 }
 
 bool is_associators(Request::Operation operation) {
