@@ -122,6 +122,8 @@ void set_endpoints(const Texts& texts, ServeOptions& options) {
         if (listener.users.empty() && !texts.no_users)
             throw std::runtime_error(what + "--users FILE, or --no-users");
     }
+    if (!listener.metrics_user.empty() && listener.users.empty()) // else everybody would get everything
+        throw std::runtime_error("--metrics-user " + listener.metrics_user + ": expected --users FILE beside it");
 }
 
 void set_schema(server::Settings& settings) {

@@ -47,6 +47,8 @@ void Connection::on_page_reply() {
     unsigned status = reply_.outcome.http_status;
     const bool answered = !reply_.outcome.content_type.empty();
     std::string type = std::move(reply_.outcome.content_type);
+    if (!answered && status == 400) // what was asked for cannot be read
+        return refuse({400});
     if (record_.class_name == metrics_path) {
         if (!answered)
             reply_.body.clear();

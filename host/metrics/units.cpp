@@ -52,8 +52,7 @@ class Composition {
             unit_.name += (unit_.name.empty() ? "per_" : "_per_") + std::string(base->one);
         else
             unit_.name = base->many;
-        unit_.by *= base->by;
-        return true;
+        return !__builtin_mul_overflow(unit_.by, base->by, &unit_.by);
     }
 
     Unit result() {
@@ -65,12 +64,15 @@ class Composition {
 
   private:
     bool scale(std::optional<int> base, std::optional<int> exponent, bool divides) {
-        constexpr int most = 53;
-        if (!base || !exponent || (*base != 2 && *base != 10) || std::abs(*exponent) > (*base == 2 ? most : most / 4))
+        if (!base || !exponent || (*base != 2 && *base != 10))
+            return false;
+        const int most = *base == 2 ? 53 : 13;
+        if (*exponent > most || *exponent < -most)
             return false;
         std::uint64_t& side = (*exponent < 0) == divides ? unit_.times : unit_.by;
         for (int i = 0; i < std::abs(*exponent); ++i)
-            side *= static_cast<std::uint64_t>(*base);
+            if (__builtin_mul_overflow(side, static_cast<std::uint64_t>(*base), &side))
+                return false;
         return true;
     }
 

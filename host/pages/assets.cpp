@@ -85,7 +85,6 @@ constexpr std::string_view script =
     }
     return row;
   });
-  var first = null;
   function draw(row) {
     var most = Math.max.apply(null, row.rates.concat([1]));
     row.line.setAttribute('points', row.rates.map(function (rate, i) {
@@ -94,16 +93,16 @@ constexpr std::string_view script =
   }
   function take(row, value, last, now) {
     if (typeof value !== 'number') return;
-    if (row.value !== value) row.text.nodeValue = String(value);
-    if (row.counter && row.begin !== undefined && now > first) {
-      var change = (value - row.begin) * 1000 / (now - first);
+    if (row.value !== undefined && row.value !== value) row.text.nodeValue = String(value);
+    if (row.counter && row.begin !== undefined && now > row.since) {
+      var change = (value - row.begin) * 1000 / (now - row.since);
       row.rate.textContent = change < 0 ? 'began anew' : change.toFixed(1) + ' per second';
       row.rates.push(Math.max(0, (value - row.value) * 1000 / (now - last)));
       if (row.rates.length > points) row.rates.shift();
       if (row.line) draw(row);
       if (change < 0) row.begin = undefined;
     }
-    if (row.begin === undefined) row.begin = value;
+    if (row.begin === undefined) { row.begin = value; row.since = now; }
     row.value = value;
   }
   var last = 0;
@@ -114,7 +113,6 @@ constexpr std::string_view script =
       .then(function (reply) { return reply.ok ? reply.json() : Promise.reject(reply.status); })
       .then(function (object) {
         var now = Date.now();
-        if (first === null) first = now;
         rows.forEach(function (row) { take(row, object.properties[row.name], last, now); });
         last = now;
         setTimeout(refresh, period);

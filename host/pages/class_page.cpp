@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <set>
 
 namespace cmpihost::pages {
@@ -82,7 +83,7 @@ SortKey sort_key(const Object& object, const std::string& name) {
     if (const auto* integer = std::get_if<std::int64_t>(&property->value.data))
         return {0, static_cast<double>(*integer)};
     if (const auto* real = std::get_if<double>(&property->value.data))
-        return {0, *real};
+        return std::isnan(*real) ? SortKey{} : SortKey{0, *real}; // what is no number has no place among them
     return {1, 0, value_text(nullptr, *property)};
 }
 
@@ -94,6 +95,7 @@ void sort(std::vector<Object>& objects, const Wish& wish) {
         return wish.descending ? b.first < a.first : a.first < b.first;
     });
     std::vector<Object> sorted;
+    sorted.reserve(objects.size());
     for (const auto& [key, index] : order)
         sorted.push_back(std::move(objects[index]));
     objects = std::move(sorted);

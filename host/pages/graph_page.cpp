@@ -57,11 +57,12 @@ Page graph_page(const Visit& visit) {
         visit.main.schema, [&timed](const Request& request) { return timed(request); }, visit.main.name, most_objects);
     walk.start_everywhere();
     walk.run();
-    const std::string drawing =
-        svg_of(walk.graph(), layout_of(walk.graph()), visit.main.schema, "Objects and associations",
-               [&visit](const Object& object) { return object_link(visit.main, visit.main, object); });
-    return {200, "text/html; charset=utf-8",
-            page("Graph", link("/", "Classes"), notes_of(walk, timed.is_late()) + scrolled("Drawing", drawing))};
+    std::string body = notes_of(walk, timed.is_late());
+    if (!walk.graph().objects.empty())
+        body += scrolled(
+            "Drawing", svg_of(walk.graph(), layout_of(walk.graph()), visit.main.schema, "Objects and associations",
+                              [&visit](const Object& object) { return object_link(visit.main, visit.main, object); }));
+    return {200, "text/html; charset=utf-8", page("Graph", link("/", "Classes"), body)};
 }
 
 } // namespace cmpihost::pages

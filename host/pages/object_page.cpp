@@ -147,18 +147,30 @@ std::string neighbour_list(const Subject& subject, const Graph& graph) {
     return html;
 }
 
+/// What a list of neighbours is not complete for; empty if nothing is missing.
+std::string missing_neighbours(const GraphWalk::Notes& notes) {
+    std::string text;
+    if (notes.limited)
+        text = "There are more neighbours than these.";
+    if (notes.errors > 0)
+        text +=
+            (text.empty() ? "" : " ") + counted(notes.errors, "request") + " failed, the first: " + notes.first_error;
+    return text.empty() ? text : "<p>" + escaped(text) + "</p>\n";
+}
+
 std::string neighbours(const Subject& subject) {
     constexpr std::size_t most = 500;
     const auto asked = [&subject](const Request& request) { return ask(subject.space, request); };
     GraphWalk walk(subject.space.schema, asked, subject.space.name, most);
     walk.start_with(subject.path);
     walk.run_once();
+    const std::string head = "<h2>Neighbours</h2>\n" + missing_neighbours(walk.notes());
     if (walk.graph().edges.empty())
-        return "<h2>Neighbours</h2>\n<p>No association leads from here to another object.</p>\n";
+        return head + (walk.notes().errors > 0 ? "" : "<p>No association leads from here to another object.</p>\n");
     const std::string drawing =
         svg_of(walk.graph(), star_of(walk.graph()), subject.space.schema, "The object and its neighbours",
                [&subject](const Object& object) { return object_link(subject.space, subject.visit.main, object); });
-    return "<h2>Neighbours</h2>\n" + neighbour_list(subject, walk.graph()) + scrolled("Drawing", drawing);
+    return head + neighbour_list(subject, walk.graph()) + scrolled("Drawing", drawing);
 }
 
 std::string shell_quoted(const std::string& text) {

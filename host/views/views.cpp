@@ -3,6 +3,7 @@
 #include <toml++/toml.h>
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 
 namespace cmpihost::views {
@@ -74,8 +75,12 @@ class Reader {
             if (!values.is_table())
                 fail(values, "expected a table of values and their names");
             auto& states = view.states[property(values, declaration, name.str())];
-            for (const auto& [value, state] : *values.as_table())
+            std::set<std::string> named;
+            for (const auto& [value, state] : *values.as_table()) {
+                if (!named.insert(text(state)).second)
+                    fail(state, "a state's name is there twice: " + text(state));
                 states.emplace(value.str(), text(state));
+            }
         }
     }
 

@@ -18,7 +18,8 @@ finish() {
     done
     wait
 }
-trap finish EXIT INT TERM
+trap finish EXIT
+trap 'exit 1' INT TERM
 
 fail() {
     printf 'monitoring.sh: %s\n' "$*" >&2

@@ -44,8 +44,7 @@ start() {
 }
 
 scenarios=$here/../../scenarios
-sed 's/^\(bytes_[a-z]*\|packets_[a-z]*\) = \([0-9]*\)$/\1 = { value = \2, rate = 250000, period = 1, jitter = 40 }/' \
-    "$scenarios/two-site.toml" >"$folder/live.toml"
+awk -f "$scenarios/traffic.awk" "$scenarios/two-site.toml" >"$folder/live.toml"
 start live "$folder/live.toml"
 LIVE=$address
 start hostile "$here/hostile.toml"

@@ -266,15 +266,15 @@ TEST(CimXmlReplies, TextsAreEscapedAndNeverNumericReferences) {
 
 /// Long texts are looked at a word at a time, short ones byte by byte.
 TEST(CimXmlReplies, TextsAreEscapedAtEveryPlace) {
-    const std::string plain = "abcdefghijklmnopqrstuvw";
+    const std::string letters = "abcdefghijklmnopqrstuvw";
     for (unsigned code = 0; code < 256; ++code) {
         const std::string byte(1, static_cast<char>(code));
         std::string expected;
         append_escaped(expected, byte);
-        for (std::size_t place = 0; place <= plain.size(); ++place) {
+        for (std::size_t place = 0; place <= letters.size(); ++place) {
             std::string out;
-            append_escaped(out, plain.substr(0, place) + byte + plain.substr(place));
-            ASSERT_EQ(out, plain.substr(0, place) + expected + plain.substr(place)) << code << " at " << place;
+            append_escaped(out, letters.substr(0, place) + byte + letters.substr(place));
+            ASSERT_EQ(out, letters.substr(0, place) + expected + letters.substr(place)) << code << " at " << place;
         }
     }
 }

@@ -47,8 +47,8 @@ TEST_F(ServeLines, PagesAndMetrics) {
     EXPECT_TRUE(plain.site.metrics.empty());
     EXPECT_TRUE(plain.listener.hosts.empty());
     EXPECT_EQ(plain.listener.metrics_user, "");
-    const ServeOptions all =
-        options_of({"--metrics", "A", "B", "--views", "v", "--host", "h", "--host", "i", "--metrics-user", "u"});
+    const ServeOptions all = options_of(
+        {"--metrics", "A", "B", "--views", "v", "--host", "h", "--host", "i", "--metrics-user", "u", "--users", "f"});
     EXPECT_EQ(all.site.metrics, (std::vector<std::string>{"A", "B"}));
     EXPECT_EQ(all.site.views, "v");
     EXPECT_EQ(all.listener.hosts, (std::vector<std::string>{"h", "i"}));
@@ -64,6 +64,7 @@ TEST_F(ServeLines, WrongUsageIsToldInOneLine) {
          "--listen 0.0.0.0: other machines can reach it, expected --users FILE, or --no-users"},
         {{"--listen", "[::]:5", "--tls", "c", "k"},
          "--listen [::]:5: other machines can reach it, expected --users FILE, or --no-users"},
+        {{"--metrics-user", "u"}, "--metrics-user u: expected --users FILE beside it"},
         {{"--listen", "127.0.0.1", "--listen", "10.0.0.1", "--users", "u"},
          "--listen 10.0.0.1: other machines can reach it, expected --tls CERT KEY, or --no-tls"},
         {{"--listen", "here"},

@@ -30,8 +30,9 @@ TEST(Units, FactorsAndNamesOfBaseUnits) {
 }
 
 TEST(Units, OthersLeaveValuesAsTheyAre) {
-    for (const char* punit : {"", "degree celsius", "count * 2^99", "count * 10^x", "byte * byte", "byte / bit", "^",
-                              "*", "count * 3^2", "percent"})
+    for (const char* punit :
+         {"", "degree celsius", "count * 2^99", "count * 10^x", "byte * byte", "byte / bit", "^", "*", "count * 3^2",
+          "percent", "count * 2^40 * 2^40", "count * 2^53 * 2^53 / 2^53 / 2^53", "count * 2^-2147483648"})
         EXPECT_EQ(shown(read_unit(punit)), " * 1 / 1") << punit;
 }
 

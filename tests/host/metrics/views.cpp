@@ -45,6 +45,7 @@ TEST(Views, MistakesAreToldWithTheirLine) {
         {"[class.Test_Port]\nmetrics = 'yes'", ":2: expected columns, curves, metrics, note or states, not metrics"},
         {"[class.Test_Port]\nstates = 1", ":2: expected a table of properties"},
         {"[class.Test_Port]\nstates.Status = 1", ":2: expected a table of values and their names"},
+        {"[class.Test_Port]\nstates.Status = { 2 = 'ok', 3 = 'ok' }", ":2: a state's name is there twice: ok"},
         {"class.Test_Port = 1", ":1: expected a table"},
     };
     for (const auto& [text, expected] : rows) {

@@ -71,6 +71,7 @@ TEST_F(SitePages, WhatTakesTooLongIsLeftOut) {
     const Got graph = get("/graph");
     EXPECT_EQ(graph.status, 200U);
     EXPECT_TRUE(graph.has("Not all were asked, since that takes long."));
+    EXPECT_FALSE(graph.has("<svg")); // of nothing
 }
 
 TEST_F(SitePages, NothingComesFromElsewhere) {
