@@ -23,9 +23,12 @@
 namespace switchsim {
 namespace {
 
-constexpr int patience = 50;                     ///< milliseconds between two looks at whether it is over
-constexpr int longest_silence = 5000 / patience; ///< of a client, in such looks
-constexpr std::size_t longest_command = 1 << 26; ///< bytes
+using Clock = std::chrono::steady_clock;
+
+constexpr int patience = 50;                         ///< milliseconds between two looks at whether it is over
+constexpr int longest_silence = 5000 / patience;     ///< of a client, in such looks
+constexpr std::chrono::seconds longest_exchange(30); ///< with a client: others wait
+constexpr std::size_t longest_command = 1 << 26;     ///< bytes
 
 void complain_about(const std::string& file, int error) {
     std::fprintf(stderr, "switchsim: %s: %s\n", file.c_str(), std::strerror(error));
@@ -111,21 +114,26 @@ class Control {
     }
 
     void answer(int client) {
+        const Clock::time_point end = Clock::now() + longest_exchange;
         try {
             std::vector<std::string> words;
-            if (!receive(client, words))
+            if (!receive(client, words, end))
                 return;
             const CommandResult result = run(words);
-            send_all(client, (result.good ? "0" : "1") + result.text);
+            send_all(client, (result.good ? "0" : "1") + result.text, end);
         } catch (const std::exception&) {
-            send_all(client, "1not enough memory for the command");
+            send_all(client, "1not enough memory for the command", end);
         }
     }
 
-    /// The words that a client sends; false for one that says nothing for seconds, or too much.
-    bool receive(int client, std::vector<std::string>& words) const {
+    bool may_go_on(int silence, Clock::time_point end) const {
+        return silence < longest_silence && !ending_ && Clock::now() < end;
+    }
+
+    /// The words that a client sends; false for one that says nothing for seconds, takes too long, or says too much.
+    bool receive(int client, std::vector<std::string>& words, Clock::time_point end) const {
         std::string text;
-        for (int silence = 0; silence < longest_silence && !ending_ && text.size() <= longest_command;) {
+        for (int silence = 0; may_go_on(silence, end) && text.size() <= longest_command;) {
             pollfd waiting{client, POLLIN, 0};
             char block[16384];
             if (poll(&waiting, 1, patience) <= 0) {
@@ -136,8 +144,8 @@ class Control {
             if (got < 0)
                 return false;
             if (got == 0) {
-                for (std::size_t at = 0, end = 0; (end = text.find('\0', at)) != std::string::npos; at = end + 1)
-                    words.push_back(text.substr(at, end - at));
+                for (std::size_t at = 0, zero = 0; (zero = text.find('\0', at)) != std::string::npos; at = zero + 1)
+                    words.push_back(text.substr(at, zero - at));
                 return true;
             }
             text.append(block, static_cast<std::size_t>(got));
@@ -158,9 +166,9 @@ class Control {
         return command(words);
     }
 
-    /// A client that takes nothing for seconds loses what is left: others wait for their turn.
-    void send_all(int client, std::string_view text) const {
-        for (int silence = 0; silence < longest_silence && !ending_ && !text.empty();) {
+    /// A client that takes nothing for seconds, or too long, loses what is left: others wait for their turn.
+    void send_all(int client, std::string_view text, Clock::time_point end) const {
+        for (int silence = 0; may_go_on(silence, end) && !text.empty();) {
             pollfd waiting{client, POLLOUT, 0};
             if (poll(&waiting, 1, patience) <= 0) {
                 ++silence;

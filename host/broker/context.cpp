@@ -49,8 +49,10 @@ CMPIStatus attach_thread(const CMPIBroker*, const CMPIContext* context) {
     return status;
 }
 
+/// Within a call that the thread itself asked for, the attached scope is still in use below.
 CMPIStatus detach_thread(const CMPIBroker*, const CMPIContext*) {
-    if (attached == nullptr)
+    const State* scope = State::innermost();
+    if (attached == nullptr || scope == nullptr || attached->context() != &scope->context.handle)
         return status_of(CMPI_RC_ERR_FAILED);
     attached.reset();
     return status_of(CMPI_RC_OK);

@@ -3,12 +3,15 @@
 #include "host/broker/scope.h"
 #include "host/broker/values.h"
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 
 namespace cmpihost {
 
 namespace {
+
+constexpr std::uint32_t most_likely_properties = 48; // one large instance is not to make all that follow large
 
 struct Watch {
     std::mutex mutex; // observers are called one at a time
@@ -36,7 +39,7 @@ State* scope_of(const CMPIResult* self) {
 }
 
 const HeldObject& object_of(State& scope, const InstanceData& instance) {
-    scope.store.likely_properties = instance.object.properties.count;
+    scope.store.likely_properties = std::min(instance.object.properties.count, most_likely_properties);
     return instance.object;
 }
 

@@ -22,7 +22,7 @@ class Store {
 
     Arena arena;
 
-    /// For how many properties a new instance gets room: as many as the instance had that was returned last.
+    /// For how many properties a new instance gets room: as many as the one returned last had, 48 at most.
     std::uint32_t likely_properties = 8;
 
   private:

@@ -15,6 +15,24 @@ using enum Request::Operation;
 
 std::atomic<const Upcalled*> answers = nullptr;
 
+/// Each is answered on the stack of the one around it.
+constexpr unsigned most_nested = 32;
+thread_local unsigned nested = 0;
+
+struct Nesting {
+    Nesting() { ++nested; }
+    ~Nesting() { --nested; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+};
+
+Answer too_deep() {
+    Answer answer;
+    answer.rc = CMPI_RC_ERR_FAILED;
+    answer.message = "requests to the broker are nested too deep";
+    return answer;
+}
+
 std::optional<std::string> optional_text(const char* text) {
     return text ? std::optional<std::string>(text) : std::nullopt;
 }
@@ -41,12 +59,15 @@ void set_filters(Request& request, const char* assoc_class, const char* result_c
 
 /// The provider's answer; its status is reported, with the text as an object of the scope that asks.
 Answer answer_to(const Request& request, const CMPIObjectPath* path, CMPIStatus* status) {
+    const Nesting nesting;
     const Upcalled* upcalled = answers;
     Answer answer;
     if (live(path) == nullptr)
         answer.rc = fault_of(path);
     else if (upcalled == nullptr)
         answer.rc = CMPI_RC_ERR_NOT_SUPPORTED;
+    else if (nested > most_nested)
+        answer = too_deep();
     else
         answer = (*upcalled)(request);
     report(status, static_cast<CMPIrc>(answer.rc));

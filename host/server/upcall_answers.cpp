@@ -4,17 +4,27 @@
 #include "host/cim/names.h"
 
 #include <algorithm>
-#include <array>
+#include <exception>
+#include <initializer_list>
 #include <iterator>
 
 namespace cmpihost::server {
 
 namespace {
 
+bool is_one_of(const Request& request, std::initializer_list<Request::Operation> operations) {
+    return std::find(operations.begin(), operations.end(), request.operation) != operations.end();
+}
+
 bool is_along_associations(const Request& request) {
     using enum Request::Operation;
-    constexpr std::array operations{associators, associator_names, references, reference_names};
-    return std::find(operations.begin(), operations.end(), request.operation) != operations.end();
+    return is_one_of(request, {associators, associator_names, references, reference_names});
+}
+
+/// Whether it is to be carried out once, however many serve the class.
+bool is_change(const Request& request) {
+    using enum Request::Operation;
+    return is_one_of(request, {create_instance, modify_instance, delete_instance, invoke_method, set_property});
 }
 
 /// Associations are asked of all that serve the class, any without one; anything else of those that serve the path's.
@@ -37,7 +47,17 @@ std::vector<const Ask*> concerned(const Namespace& space, const Request& request
 
 Answer answer_of(const Ask& ask, const Request& request) {
     std::vector<Object> objects;
-    Answer answer = ask(request, [&objects](const HeldObject& object, bool) { objects.push_back(plain(object)); });
+    std::exception_ptr failure; // which is not to pass through the provider
+    Answer answer = ask(request, [&objects, &failure](const HeldObject& object, bool) noexcept {
+        try {
+            if (!failure)
+                objects.push_back(plain(object));
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    if (failure)
+        std::rethrow_exception(failure);
     answer.objects = std::move(objects);
     return answer;
 }
@@ -52,6 +72,17 @@ void join(Answer& all, Answer one) {
         std::move(one.objects.begin(), one.objects.end(), std::back_inserter(all.objects));
 }
 
+/// What the first answers that does it, else the last.
+Answer answer_change(const std::vector<const Ask*>& all, const Request& request) {
+    Answer answer;
+    for (const Ask* each : all) {
+        answer = answer_of(*each, request);
+        if (!is_not_served(answer.rc) && answer.rc != CMPI_RC_ERR_METHOD_NOT_AVAILABLE)
+            break;
+    }
+    return answer;
+}
+
 Answer answer_upcall(const Catalogue& catalogue, const Request& request) {
     Answer answer;
     const Namespace* space = catalogue.find(request.path.name_space);
@@ -64,6 +95,8 @@ Answer answer_upcall(const Catalogue& catalogue, const Request& request) {
         answer.rc = is_along_associations(request) ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_CLASS;
         return answer;
     }
+    if (is_change(request))
+        return answer_change(all, request);
     answer = answer_of(*all.front(), request);
     for (std::size_t i = 1; i < all.size(); ++i)
         join(answer, answer_of(*all[i], request));

@@ -1,4 +1,5 @@
 // CMPIInstance, its property filter included.
+#include "host/broker/scope.h"
 #include "tests/host/host_test.h"
 
 #include <array>
@@ -191,6 +192,17 @@ TEST_F(Instances, EmptyHandlesAreRefused) {
         EXPECT_EQ(ft.setObjectPath(none, new_object_path()).rc, CMPI_RC_ERR_INVALID_HANDLE);
         EXPECT_EQ(ft.release(const_cast<CMPIInstance*>(none)).rc, CMPI_RC_ERR_INVALID_HANDLE);
     }
+}
+
+TEST_F(Instances, GetRoomForAsManyPropertiesAsTheLastHadUpToALimit) {
+    const Store& store = State::innermost()->store;
+    set("P0", 0);
+    CMReturnInstance(scope.result(), instance);
+    EXPECT_EQ(store.likely_properties, 1u);
+    for (CMPIUint32 i = 1; i < 60; ++i)
+        set(("P" + std::to_string(i)).c_str(), i);
+    CMReturnInstance(scope.result(), instance);
+    EXPECT_EQ(store.likely_properties, 48u);
 }
 
 } // namespace

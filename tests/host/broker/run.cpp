@@ -1,5 +1,6 @@
 // Running operations: what reaches the provider, and what comes back.
 #include "host/broker/held.h"
+#include "host/broker/upcalls.h"
 #include "tests/host/host_test.h"
 
 #include <functional>
@@ -379,6 +380,25 @@ TEST_F(Runs, RequestsOfSeveralThreadsDoNotMeet) {
     observe(nullptr, nullptr);
     EXPECT_EQ(counts, std::vector<std::size_t>(4, 1000));
     EXPECT_EQ(observed, 4000u) << "observers are called one at a time";
+}
+
+TEST_F(Runs, AskForThemselvesOnlySoDeep) {
+    unsigned runs = 0;
+    behaviour = [&runs](const CMPIContext* context, const CMPIResult*, const CMPIObjectPath* path) {
+        CMPIStatus status{CMPI_RC_OK, nullptr};
+        if (++runs % 100 != 0) // so that it ends in any case
+            broker()->bft->enumerateInstances(broker(), context, path, nullptr, &status);
+        return status;
+    };
+    const Upcalled again = [this](const Request& request) { return run_it(request); };
+    serve_upcalls(&again);
+    for (const unsigned total : {33u, 66u}) {
+        const Answer answer = run_it();
+        EXPECT_EQ(answer.rc, CMPI_RC_ERR_FAILED);
+        EXPECT_EQ(answer.message, "requests to the broker are nested too deep");
+        EXPECT_EQ(runs, total);
+    }
+    end_upcalls(&again);
 }
 
 } // namespace

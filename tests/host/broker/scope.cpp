@@ -1,4 +1,5 @@
 // Scopes: who owns what is made, on which thread, and the n-th object that fails.
+#include "host/broker/upcalls.h"
 #include "tests/host/host_test.h"
 
 #include <cstdint>
@@ -193,6 +194,28 @@ TEST(AttachedThreads, CannotReturnForTheCall) {
         EXPECT_EQ(CMReturnObjectPath(scope.result(), new_path({})).rc, CMPI_RC_ERR_INVALID_HANDLE);
     });
     worker.join();
+}
+
+TEST(AttachedThreads, AreNotDetachedByWhomTheyAsk) {
+    const CallScope scope;
+    CMPIContext* prepared = broker()->bft->prepareAttachThread(broker(), scope.context());
+    unsigned asked = 0;
+    const Upcalled detach = [&asked](const Request&) {
+        const CallScope of_the_asked;
+        EXPECT_EQ(broker()->bft->detachThread(broker(), of_the_asked.context()).rc, CMPI_RC_ERR_FAILED);
+        ++asked;
+        return Answer{};
+    };
+    serve_upcalls(&detach);
+    std::thread worker([prepared] {
+        EXPECT_EQ(broker()->bft->attachThread(broker(), prepared).rc, CMPI_RC_OK);
+        EXPECT_EQ(broker()->bft->deleteInstance(broker(), prepared, new_path({})).rc, CMPI_RC_OK);
+        EXPECT_TRUE(is_live(new_string()));
+        EXPECT_EQ(broker()->bft->detachThread(broker(), prepared).rc, CMPI_RC_OK);
+    });
+    worker.join();
+    end_upcalls(&detach);
+    EXPECT_EQ(asked, 1u);
 }
 
 // ------------------------------------------------------------------------------------------------- failing objects

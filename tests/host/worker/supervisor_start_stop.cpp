@@ -1,6 +1,8 @@
 // How a supervisor's first worker starts, and how all end. The fixture looks for what is left after each.
 #include "tests/host/worker/supervisor_test.h"
 
+#include <sys/wait.h>
+
 namespace cmpihost::worker {
 namespace {
 
@@ -97,6 +99,7 @@ TEST_F(SupervisorStop, WhileAPauseLastsNothingIsStarted) {
     reply_to(ask("crash"));
     stop();
     pass(options_.first_pause);
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a worker was started";
     EXPECT_EQ(file.size(), 1u);
 }
 
