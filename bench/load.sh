@@ -20,7 +20,8 @@ finish() {
     [ -z "$server" ] || kill "$server" 2>/dev/null || true
     rm -rf "$work"
 }
-trap finish EXIT INT TERM
+trap finish EXIT
+trap 'exit 1' INT TERM
 
 # ------------------------------------------------------------------------------------------------ the server
 

@@ -16,7 +16,8 @@ finish() {
     done
     rm -rf "$work"
 }
-trap finish EXIT INT TERM
+trap finish EXIT
+trap 'exit 1' INT TERM
 
 # Waits for "listening on URL" in a file, and prints the URL.
 url_in() {
