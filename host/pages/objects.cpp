@@ -1,11 +1,11 @@
 #include "host/pages/objects.h"
 
-#include "host/broker/held.h"
 #include "host/cim/path_text.h"
 #include "host/cim/value_text.h"
 #include "host/mof/value_texts.h"
 #include "host/pages/target.h"
 #include "host/server/asking.h"
+#include "host/server/whole_answer.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -17,23 +17,10 @@ namespace {
 using server::Namespace;
 using server::ServedClass;
 
-/// The answer with its objects.
-Answer whole_answer(const server::Ask& ask_whom, const Request& request) {
-    std::vector<Object> objects;
-    const bool paths = gives_paths(request.operation);
-    std::exception_ptr failure;
-    Answer answer = ask_whom(request, [&](const HeldObject& object, bool is_instance) {
-        try { // nothing may be thrown through the provider
-            if (is_instance != paths && !failure)
-                objects.push_back(plain(object));
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    });
-    if (failure)
-        std::rethrow_exception(failure);
-    answer.objects = std::move(objects);
-    return answer;
+/// The answer with its objects, but those of the other kind than was asked for.
+Answer answer_of(const server::Ask& ask, const Request& request) {
+    return server::whole_answer(
+        ask, request, [paths = gives_paths(request.operation)](bool is_instance) { return is_instance != paths; });
 }
 
 bool is_traversal(Request::Operation operation) {
@@ -53,7 +40,7 @@ Objects enumerate(const Namespace& space, const mof::ClassDeclaration& declarati
             names ? Request::Operation::enumerate_instance_names : Request::Operation::enumerate_instances;
         request.path.class_name = each->declaration->name;
         request.path.name_space = space.name;
-        Answer answer = whole_answer(*each->ask, request);
+        Answer answer = answer_of(*each->ask, request);
         if (server::Status status = server::status_of(answer); status.code != server::CimCode::ok)
             all.status = std::move(status);
         for (Object& object : answer.objects)
@@ -69,7 +56,7 @@ std::optional<Object> get(const Namespace& space, const Object& path, server::St
     Request request = inquiry.request;
     for (const ServedClass* each : inquiry.classes) {
         request.path.class_name = each->declaration->name;
-        Answer answer = whole_answer(*each->ask, request);
+        Answer answer = answer_of(*each->ask, request);
         if (answer.rc == 0 && !answer.objects.empty())
             return std::move(answer.objects.front());
         if (answer.rc != 0 && each->declaration == inquiry.named)
@@ -91,7 +78,7 @@ Answer ask(const Namespace& space, const Request& request) {
             std::find(asked.begin(), asked.end(), each.ask) != asked.end())
             continue;
         asked.push_back(each.ask);
-        Answer answer = whole_answer(*each.ask, request);
+        Answer answer = answer_of(*each.ask, request);
         std::move(answer.objects.begin(), answer.objects.end(), std::back_inserter(joined.objects));
         joined.rc = answer.rc;
     }

@@ -1,10 +1,9 @@
 #include "host/server/upcall_answers.h"
 
-#include "host/broker/held.h"
 #include "host/cim/names.h"
+#include "host/server/whole_answer.h"
 
 #include <algorithm>
-#include <exception>
 #include <initializer_list>
 #include <iterator>
 
@@ -46,20 +45,7 @@ std::vector<const Ask*> concerned(const Namespace& space, const Request& request
 }
 
 Answer answer_of(const Ask& ask, const Request& request) {
-    std::vector<Object> objects;
-    std::exception_ptr failure; // which is not to pass through the provider
-    Answer answer = ask(request, [&objects, &failure](const HeldObject& object, bool) noexcept {
-        try {
-            if (!failure)
-                objects.push_back(plain(object));
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    });
-    if (failure)
-        std::rethrow_exception(failure);
-    answer.objects = std::move(objects);
-    return answer;
+    return whole_answer(ask, request, [](bool) { return true; });
 }
 
 /// Adds the objects of another provider; an error counts only if all have one.
