@@ -47,6 +47,11 @@ std::array<char, 24> octets_text(const std::uint8_t wwn[8]) {
 
 } // namespace
 
+std::string switchsim::wwn_text(const Wwn& wwn) {
+    const std::string* given = given_text(wwn.data());
+    return given ? *given : octets_text(wwn.data()).data();
+}
+
 const char* getCSName(void) {
     const Call call(Function::getCSName);
     return call.returns_null() ? nullptr : switch_name();

@@ -156,6 +156,12 @@ void advance() {
         advance_to(now);
 }
 
+const Switch* present_switch() {
+    ensure_loaded();
+    advance();
+    return load_failed() ? nullptr : &current();
+}
+
 void reset_clock() {
     mode = Mode::unknown;
     restart_clock();

@@ -8,6 +8,10 @@ namespace switchsim {
 /// Brings the switch to the present, if anything moves on it. At the beginning of every platform call.
 void advance();
 
+/// The switch as it is at this moment, for what is no platform call; null if its scenario could not be loaded. The
+/// caller holds the process-wide lock.
+SWITCHSIM_API const Switch* present_switch();
+
 /// Says that the switch was replaced: its clock goes on from Switch::now.
 void restart_clock();
 
