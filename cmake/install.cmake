@@ -2,7 +2,7 @@
 #   provider     the library where CIM servers look for CMPI providers; MOF and registration for them
 #   cmpihost     the command line and WBEM server, with the schema that it reads
 #   switchdump   the diagnostic dumps as a program
-#   simulator    the simulated switch, a provider linked with it, and its scenarios; not for a switch
+#   simulator    the simulated switch, its own provider, the product linked with it, and its scenarios; not for a switch
 #   development  what providers are built with
 set(FCIP_PROVIDER_DIR ${CMAKE_INSTALL_LIBDIR}/cmpi CACHE STRING "Where the CIM server looks for providers, below the prefix")
 set(simulator_folder ${CMAKE_INSTALL_LIBDIR}/switchsim)
@@ -66,7 +66,10 @@ if(FCIP_BUILD_HOST)
   install(DIRECTORY examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/cmpihost-dev/examples COMPONENT development)
 endif()
 if(FCIP_BUILD_SIMULATOR)
-  install(TARGETS switchsim FCIPProvider LIBRARY DESTINATION ${simulator_folder} COMPONENT simulator)
+  install(TARGETS switchsim switchsimProvider FCIPProvider LIBRARY DESTINATION ${simulator_folder} COMPONENT simulator)
+  if(FCIP_PLATFORM_LIBRARIES STREQUAL "switchsim")
+    install(FILES simulator/provider/switchsimProvider.reg DESTINATION ${simulator_folder} COMPONENT simulator)
+  endif()
   install(TARGETS switchsim_program RUNTIME COMPONENT simulator)
   install_documents(switchsim simulator)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/scenarios DESTINATION ${CMAKE_INSTALL_DATADIR}/switchsim COMPONENT simulator

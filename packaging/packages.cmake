@@ -57,8 +57,8 @@ set(CPACK_DEBIAN_PROVIDER_PACKAGE_PACKAGE_SUGGESTS cmpihost)
 package(switchsim_package switchsim simulator switchdump)
 set(CPACK_COMPONENT_SWITCHSIM_PACKAGE_DESCRIPTION "simulated Fibre Channel switch with FCIP tunnels
 The platform of a switch as a library, described by a text file, with the
-FCIP CIM provider linked to it, so that management clients can be written
-where there is no switch. The program switchsim checks such files and steers
+FCIP CIM provider linked to it and a provider of the switch's systems and
+ports, so that management clients can be written where there is no switch. The program switchsim checks such files and steers
 a running switch; switchdump shows its FCIP profiles and links.
 
 The package cmpihost serves it to WBEM clients.")

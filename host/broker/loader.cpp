@@ -141,8 +141,8 @@ void* Library::symbol(const std::string& name) const {
     return dlsym(handle_, name.c_str());
 }
 
-bool Library::takes_scenario() const {
-    return symbol(scenario_function) != nullptr;
+const void* Library::platform() const {
+    return symbol(scenario_function);
 }
 
 void Library::load_scenario(const std::string& file) {

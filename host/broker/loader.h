@@ -24,8 +24,9 @@ class Library {
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    /// Whether a simulated platform is under the provider.
-    bool takes_scenario() const;
+    /// What takes scenarios for the simulated platform under the provider: the same for all libraries over one
+    /// platform. Null: there is no such platform.
+    const void* platform() const;
 
     /// Hands a scenario to the simulated platform under the provider, through its C function switchsim_load_scenario().
     /// Call it before create(): a provider's factories already ask the platform.

@@ -67,11 +67,11 @@ void describe_provider_options(CLI::App& app, Arguments& arguments) {
     app.add_option(
            "--provider", arguments.provider,
            "Provider library [libFCIPProvider.so beside this program, in ../lib, where it is installed, or where the "
-           "system looks]")
+           "system looks; with the simulated switch's own provider, if that is in the same folder]")
         ->type_name("FILE");
     app.add_option("--name", arguments.name, "What the names of its factories begin with")
         ->type_name("FACTORY_PREFIX")
-        ->capture_default_str();
+        ->default_str("FCIPProvider");
     app.add_option("--scenario", arguments.scenario,
                    "Scenario for the simulated switch under the provider [that of SWITCHSIM_SCENARIO, if the provider "
                    "takes one]")

@@ -15,7 +15,7 @@ struct Verb;
 /// As texts, before they are looked at.
 struct Arguments {
     std::string provider;
-    std::string name = "FCIPProvider";
+    std::optional<std::string> name;
     std::string scenario;
     std::string trace;
     std::string name_space = "root/cimv2";

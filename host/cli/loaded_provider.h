@@ -3,9 +3,12 @@
 
 #include "host/broker/loader.h"
 #include "host/broker/upcalls.h"
+#include "host/cim/names.h"
 #include "host/cli/options.h"
 #include "host/cli/redirect.h"
 #include "host/cli/streams.h"
+
+#include <deque>
 
 namespace cmpihost {
 
@@ -15,7 +18,8 @@ class ProviderFailed : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Loads the provider that the options name, with its scenario, and keeps what it prints out of the program's output.
+/// Loads the provider that the options name, with its scenario and with those beside it, and keeps what it prints out
+/// of the program's output. Providers beside it are asked for instances of their classes, and it for everything else.
 class LoadedProvider {
   public:
     /// @throws std::runtime_error whose what() is one line
@@ -28,8 +32,13 @@ class LoadedProvider {
     Answer ask(const Request& request, const Sink& sink) const;
 
   private:
+    void load_beside(const std::string& registration);
+    const Provider& provider_for(const Request& request) const;
+
     StandardOutputElsewhere redirected_;
     Library library_;
+    std::deque<Library> beside_;
+    NameMap<const Provider*> served_beside_; ///< by class
     Upcalled upcalled_;
 };
 

@@ -139,11 +139,17 @@ void set_request(const Arguments& arguments, Options& options) {
         options.start = read_object(arguments.object, arguments.name_space, options);
 }
 
+void set_provider(const Arguments& arguments, Options& options) {
+    options.provider = arguments.provider.empty() ? default_provider() : arguments.provider;
+    options.name = arguments.name.value_or("FCIPProvider");
+    if (arguments.provider.empty() && !arguments.name)
+        options.beside = registration_beside(options.provider);
+}
+
 Options options_for(const Arguments& arguments) {
     Options options;
     options.verb = &verb_of(arguments);
-    options.provider = arguments.provider.empty() ? default_provider() : arguments.provider;
-    options.name = arguments.name;
+    set_provider(arguments, options);
     options.trace = arguments.trace;
     options.format = format_of(arguments.format.value_or(""));
     options.format_given = arguments.format.has_value();
@@ -181,6 +187,13 @@ std::string default_provider() {
         if (const auto candidate = program / folder / file; std::filesystem::exists(candidate, error))
             return candidate.lexically_normal().string();
     return file;
+}
+
+std::string registration_beside(const std::string& provider) {
+    const std::filesystem::path folder = std::filesystem::path(provider).parent_path();
+    const std::filesystem::path file = folder / "switchsimProvider.reg";
+    std::error_code error;
+    return !folder.empty() && std::filesystem::exists(file, error) ? file.string() : "";
 }
 
 CommandLine read_command_line(const std::vector<std::string>& words) {

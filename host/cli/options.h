@@ -19,6 +19,7 @@ struct Options {
     const Verb* verb = nullptr;
     std::string provider;         ///< library file
     std::string name;             ///< factory prefix
+    std::string beside;           ///< registration of providers in its folder, which are loaded too; empty: none
     std::string scenario;         ///< file; empty: none
     bool scenario_wanted = false; ///< a provider that takes no scenario is refused
     std::string trace;            ///< file; "-": standard error; empty: dropped
@@ -47,6 +48,10 @@ struct Options {
 
 /// The provider beside this program, where both are built or installed, or else wherever the system's loader finds one.
 std::string default_provider();
+
+/// The registration of the simulated switch's own provider, which is loaded with the default one; empty if it is not
+/// there.
+std::string registration_beside(const std::string& provider);
 
 /// What came of reading a command line: options to go on with, or a text to print and an exit code.
 struct CommandLine {

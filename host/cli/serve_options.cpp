@@ -57,8 +57,10 @@ void describe_listener(CLI::App& app, Texts& texts, ServeOptions& options) {
 
 void describe_providers(CLI::App& app, Texts& texts, ServeOptions& options) {
     server::Settings& settings = options.settings;
-    app.add_option("--provider", texts.providers,
-                   "Provider library; may be repeated [libFCIPProvider.so and its registration, as they are installed]")
+    app.add_option(
+           "--provider", texts.providers,
+           "Provider library; may be repeated [libFCIPProvider.so and its registration, as they are installed, with "
+           "the simulated switch's own provider, if that is in the same folder]")
         ->type_name("FILE")
         ->allow_extra_args(false);
     app.add_option("--name", texts.names,
@@ -144,7 +146,7 @@ void set_views(ServeOptions& options) {
         options.site.views = beside.string();
 }
 
-/// The provider beside the program, with the registration beside its schema.
+/// The provider beside the program, with the registration beside its schema, and what is loaded with it.
 void set_default_provider(server::Settings& settings) {
     const std::filesystem::path library = default_provider();
     const std::filesystem::path registration =
@@ -155,6 +157,8 @@ void set_default_provider(server::Settings& settings) {
         return;
     }
     settings.registrations = {registration.string()};
+    if (const std::string beside = registration_beside(library.string()); !beside.empty())
+        settings.registrations.push_back(beside);
     settings.provider_folder = library.parent_path().string();
 }
 

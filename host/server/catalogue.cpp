@@ -10,8 +10,6 @@
 #include <array>
 #include <deque>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <mutex>
 #include <stdexcept>
 
@@ -40,14 +38,6 @@ std::vector<std::string> interop_files(const Settings& settings) {
         files.push_back(dmtf.string());
     files.push_back(settings.interop_schema);
     return files;
-}
-
-std::string text_of(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream)
-        throw std::runtime_error(file + ": cannot be read");
-    return text;
 }
 
 std::string own_system_name() {
@@ -120,7 +110,7 @@ class Providers {
         if (found != loaded_.end())
             return found->ask;
         auto library = std::make_unique<Library>(file);
-        hand_scenario_to(*library, file);
+        hand_scenario_to(*library);
         library->create(prefix);
         const Provider& provider = library->provider();
         auto counter = std::make_unique<Counter>(fs::path(file).filename().string() + " " + prefix);
@@ -152,11 +142,12 @@ class Providers {
         Ask ask;
     };
 
-    /// Several factories of a library share the platform under it.
-    void hand_scenario_to(Library& library, const std::string& file) {
-        const bool known =
-            std::any_of(loaded_.begin(), loaded_.end(), [&file](const Loaded& each) { return each.file == file; });
-        if (scenario_.empty() || known || !library.takes_scenario())
+    /// Several factories, and several libraries, may share a platform.
+    void hand_scenario_to(Library& library) {
+        const void* platform = library.platform();
+        const bool known = std::any_of(loaded_.begin(), loaded_.end(),
+                                       [platform](const Loaded& each) { return each.library->platform() == platform; });
+        if (scenario_.empty() || known || platform == nullptr)
             return;
         library.load_scenario(scenario_);
         scenario_taken_ = true;
@@ -214,7 +205,7 @@ Namespace& Catalogue::Content::find_or_add(const std::string& name, const mof::S
 
 void Catalogue::Content::add_registered(const Settings& settings) {
     for (const std::string& file : settings.registrations)
-        for (const RegisteredClass& each : read_registration(file, text_of(file))) {
+        for (const RegisteredClass& each : read_registration_file(file)) {
             const mof::ClassDeclaration* declaration = schema.find(each.class_name);
             if (declaration == nullptr)
                 throw std::runtime_error(file + ": class " + each.class_name + " is in no schema file");

@@ -1,6 +1,8 @@
 #include "host/server/registration.h"
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 namespace cmpihost::server {
@@ -113,6 +115,14 @@ std::vector<RegisteredClass> read_registration(const std::string& file, std::str
         text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
     return reader.finish();
+}
+
+std::vector<RegisteredClass> read_registration_file(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    if (!stream)
+        throw std::runtime_error(file + ": cannot be read");
+    return read_registration(file, text);
 }
 
 } // namespace cmpihost::server

@@ -29,4 +29,7 @@ struct RegisteredClass {
 /// @throws std::runtime_error "FILE:LINE: what is wrong, what was expected"
 std::vector<RegisteredClass> read_registration(const std::string& file, std::string_view text);
 
+/// The same from the file itself. @throws also "FILE: cannot be read"
+std::vector<RegisteredClass> read_registration_file(const std::string& file);
+
 } // namespace cmpihost::server

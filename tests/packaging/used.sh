@@ -28,6 +28,7 @@ cmp "$work/names" "$golden" || fail 'the installed cmpihost answers differently'
 "$bin/cmpihost" --check ei ZANTO_FCIPProtocolEndPoint >"$work/checked" || fail 'the answer is not as the schema has it'
 "$bin/cmpihost" --scenario "$data/switchsim/scenarios/single-tunnel.toml" ein ZANTO_FCIPProfile >"$work/scenario"
 grep -q '^1 object$' "$work/scenario" || fail "a scenario is not read: $(cat "$work/scenario")"
+[ "$("$bin/cmpihost" ein --count ZANTO_FCPort)" -gt 10 ] || fail "the switch's own provider is not there"
 
 # The server serves it to a WBEM client.
 "$bin/cmpihost" serve --listen 127.0.0.1:0 >"$work/log" 2>&1 &

@@ -122,10 +122,19 @@ TEST(Options, HaveDefaults) {
     ASSERT_TRUE(line.options.has_value());
     EXPECT_TRUE(line.options->provider.ends_with("libFCIPProvider.so")) << line.options->provider;
     EXPECT_EQ(line.options->name, "FCIPProvider");
+    EXPECT_TRUE(line.options->beside.ends_with("/switchsimProvider.reg")) << line.options->beside;
     EXPECT_EQ(line.options->trace, "");
     EXPECT_EQ(line.options->format, Format::text);
     EXPECT_EQ(line.options->request.path.name_space, "root/cimv2");
     EXPECT_FALSE(line.options->request.properties.has_value());
+}
+
+TEST(Options, ThatNameAProviderLoadNoneBesideIt) {
+    for (const char* option : {"--provider", "--name"}) {
+        const CommandLine line = read_command_line({option, "FCIPProvider", "ei", "C"});
+        ASSERT_TRUE(line.options.has_value());
+        EXPECT_EQ(line.options->beside, "") << option;
+    }
 }
 
 TEST(Options, StandAnywhere) {

@@ -91,8 +91,9 @@ TEST_F(ServeLines, WrongUsageIsToldInOneLine) {
 TEST_F(ServeLines, ProvidersByDefault) {
     const server::Settings settings = options_of({}).settings;
     EXPECT_TRUE(settings.providers.empty());
-    ASSERT_EQ(settings.registrations.size(), 1U);
+    ASSERT_EQ(settings.registrations.size(), 2U);
     EXPECT_TRUE(settings.registrations[0].ends_with("/schema/registration/sfcb.reg")) << settings.registrations[0];
+    EXPECT_EQ(settings.registrations[1], settings.provider_folder + "/switchsimProvider.reg");
     ASSERT_EQ(settings.schema.size(), 2U);
     EXPECT_TRUE(settings.schema[1].ends_with("/schema/fcip.mof")) << settings.schema[1];
     EXPECT_TRUE(settings.interop_schema.ends_with("/schema/interop.mof")) << settings.interop_schema;
@@ -108,6 +109,9 @@ TEST_F(ServeLines, ProvidersThatAreGiven) {
     };
     EXPECT_EQ(providers_of({"--provider", "a.so", "--provider", "b.so", "--name", "A"}), "a.so=A b.so=FCIPProvider ");
     EXPECT_EQ(providers_of({"--registration", "r"}), "");
+    EXPECT_EQ(options_of({"--registration", "r"}).settings.registrations, std::vector<std::string>{"r"});
+    for (const char* option : {"--provider", "--name"})
+        EXPECT_TRUE(options_of({option, "A"}).settings.registrations.empty()) << option;
     EXPECT_TRUE(providers_of({"--name", "A"}).ends_with("libFCIPProvider.so=A "));
     const server::Settings settings =
         options_of({"--schema", "x/a.mof", "--schema", "b.mof", "--scenario", "s", "-n", "root/x"}).settings;

@@ -31,7 +31,6 @@ const std::map<std::string, bool> served = {
     {"ZANTO_IPEndPointStatistics", false},
     {"ZANTO_LANEndPoint", false},
     {"ZANTO_EthernetPortStatistics", false},
-    {"ZANTO_EthernetPort", false},
     {"ZANTO_FCIPElementSettingData", true},
     {"ZANTO_IPElementSettingData", true},
     {"ZANTO_TCPElementSettingData", true},
@@ -54,7 +53,7 @@ const std::map<std::string, bool> served = {
 };
 
 /// Classes that the provider refers to and the switch serves.
-const std::set<std::string> of_the_switch = {"ZANTO_FCPort", "ZANTO_LogicalComputerSystem",
+const std::set<std::string> of_the_switch = {"ZANTO_EthernetPort", "ZANTO_FCPort", "ZANTO_LogicalComputerSystem",
                                              "ZANTO_PhysicalComputerSystem"};
 
 /// A value as text: "x", 2, {2, 3}, NULL.
