@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 
 namespace cmpihost {
 namespace {
@@ -249,6 +250,44 @@ TEST_F(Wbemcli, AssociationsOfTheFirstObjectOfEveryClass) {
                               as_text(answer, row.instances));
                 }
     }
+}
+
+// ------------------------------------------------------------------------------------------- the switch's own provider
+
+/// The lines of an output.
+std::vector<std::string> lines_of(const std::string& output) {
+    std::istringstream stream(output);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+TEST_F(Wbemcli, BeginsAtTheComputerSystemsAndGetsEach) {
+    const auto systems = lines_of(run_command({"wbemcli", "-nl", "ein", url("CIM_ComputerSystem")}).output);
+    ASSERT_EQ(systems.size(), 6U);
+    EXPECT_NE(systems[0].find("ZANTO_PhysicalComputerSystem.Name=\"dc-east-sw1.example.net\""), std::string::npos);
+    for (const std::string& system : systems) {
+        const auto got = lines_of(run_command({"wbemcli", "-nl", "gi", "http://" + system}).output);
+        ASSERT_GT(got.size(), 5U) << system;
+        EXPECT_EQ(got[0].substr(0, got[0].find('.')), system.substr(0, system.find('.')));
+        EXPECT_NE(std::find(got.begin(), got.end(), "-EnabledState=2"), got.end()) << system;
+    }
+}
+
+TEST_F(Wbemcli, PortsAreServedUnderTheirSuperclass) {
+    EXPECT_EQ(lines_of(run_command({"wbemcli", "-nl", "ein", url("CIM_NetworkPort")}).output).size(), 20U);
+}
+
+TEST_F(Wbemcli, AProviderThatIsNamedIsServedAlone) {
+    const ServerProcess alone({"--provider", FCIP_BINARY_DIR "/lib/libFCIPProvider.so"});
+    ASSERT_TRUE(alone.is_up()) << alone.errors();
+    const auto names = [&alone](const char* class_name) {
+        return run_command({"wbemcli", "-nl", "ein", "http://" + alone.host() + "/root/cimv2:" + class_name}).output;
+    };
+    EXPECT_EQ(names("CIM_ComputerSystem"), "");
+    EXPECT_EQ(names("CIM_NetworkPort"), "");
+    EXPECT_EQ(lines_of(names("ZANTO_FCIPProfile")).size(), 5U);
 }
 
 } // namespace
