@@ -39,7 +39,9 @@ constexpr const char* usage =
     "  step SECONDS                   move the switch's clock on\n"
     "  save FILE                      write the switch as it is into a scenario file\n"
     "\n"
-    "A tunnel's NAME is its number, or PROFILE/NUMBER; a port's SLOT/PORT, or its interface index.\n";
+    "A tunnel's NAME is its number, or PROFILE/NUMBER; a port's SLOT/PORT, or its interface index.\n"
+    "What commands changed is gone when the switch's process ends; under cmpihost serve, that is the providers' process,\n"
+    "which begins with the scenario again when it is started again after a crash. save keeps it.\n";
 
 int fail(const std::string& message) {
     std::fprintf(stderr, "switchsim: %s\n", message.c_str());
