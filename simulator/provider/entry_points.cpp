@@ -7,6 +7,7 @@
 #include <cmpimacs.h>
 
 #include <exception>
+#include <optional>
 #include <string_view>
 
 #include <strings.h>
@@ -26,6 +27,10 @@ CMPIStatus status_of(CMPIrc rc, const char* text) {
 
 CMPIStatus no_memory() {
     return status_of(CMPI_RC_ERR_FAILED, "not enough memory");
+}
+
+CMPIStatus not_found() {
+    return status_of(CMPI_RC_ERR_NOT_FOUND, "the switch has no such object");
 }
 
 /// Holds the process-wide lock, so that no request sees half of a change.
@@ -92,9 +97,12 @@ CMPIStatus EnumInstances(CMPIInstanceMI*, const CMPIContext*, const CMPIResult* 
     });
 }
 
-std::string key_text(const CMPIObjectPath* path, const char* name) {
+/// Nothing if there is no such key, or if it is no text.
+std::optional<std::string> key_text(const CMPIObjectPath* path, const char* name) {
     const CMPIData key = CMGetKey(path, name, nullptr);
-    return key.type == CMPI_string && !CMIsNullValue(key) ? text_of(key.value.string) : "";
+    if (key.type != CMPI_string || CMIsNullValue(key))
+        return std::nullopt;
+    return text_of(key.value.string);
 }
 
 bool names_class(std::string_view key) {
@@ -109,9 +117,11 @@ bool has_keys_of(const CMPIObjectPath* asked, const CMPIObjectPath* own) {
     for (CMPICount at = 0; at < count; ++at) {
         CMPIString* name = nullptr;
         CMGetKeyAt(asked, at, &name, nullptr);
-        const std::string wanted = key_text(asked, text_of(name));
-        const std::string is = key_text(own, text_of(name));
-        if (names_class(text_of(name)) ? strcasecmp(wanted.c_str(), is.c_str()) != 0 : wanted != is)
+        const auto wanted = key_text(asked, text_of(name));
+        const auto is = key_text(own, text_of(name));
+        if (!wanted || !is)
+            return false;
+        if (names_class(text_of(name)) ? strcasecmp(wanted->c_str(), is->c_str()) != 0 : *wanted != *is)
             return false;
     }
     return true;
@@ -120,15 +130,15 @@ bool has_keys_of(const CMPIObjectPath* asked, const CMPIObjectPath* own) {
 CMPIStatus GetInstance(CMPIInstanceMI*, const CMPIContext*, const CMPIResult* result, const CMPIObjectPath* path,
                        const char** properties) noexcept {
     return answer(path, [&](const SwitchClass& row, const CimClass& of, Look& look) {
-        const std::string id = key_text(path, row.id_key);
-        if (!row.has(look.contents, id))
-            return status_of(CMPI_RC_ERR_NOT_FOUND, "the switch has no such object");
-        const CMPIObjectPath* own = row.path(of, id);
+        const std::optional<std::string> id = key_text(path, row.id_key);
+        if (!id || !row.has(look.contents, *id))
+            return not_found();
+        const CMPIObjectPath* own = row.path(of, *id);
         if (!own)
             return no_memory();
         if (!has_keys_of(path, own))
-            return status_of(CMPI_RC_ERR_NOT_FOUND, "the switch has no such object");
-        const CMPIInstance* made = row.instance(look, of, id, properties);
+            return not_found();
+        const CMPIInstance* made = row.instance(look, of, *id, properties);
         if (!made)
             return no_memory();
         CMReturnInstance(result, made);

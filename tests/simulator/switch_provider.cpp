@@ -9,6 +9,9 @@
 #include <atomic>
 #include <chrono>
 #include <cstring>
+#include <fstream>
+#include <set>
+#include <sstream>
 #include <thread>
 
 namespace {
@@ -219,6 +222,8 @@ TEST_F(SwitchProvider, KeysThatNameNothingAreNotFound) {
              "ZANTO_FCPort.Name=\"fcip1\"",                // no key
              "ZANTO_FCPort.DeviceID=\"167772160\",SystemName=\"another\"",
              "ZANTO_FCPort.DeviceID=\"167772160\",Name=\"fcip1\"",
+             "ZANTO_FCPort.DeviceID=\"167772160\",Name=\"\"",
+             "ZANTO_FCPort.DeviceID=\"167772160\",Name=1",
          }) {
         const Answer got = get(path);
         EXPECT_EQ(got.rc, CMPI_RC_ERR_NOT_FOUND) << path;
@@ -308,6 +313,34 @@ TEST_F(SwitchProvider, APropertyListLeavesTheKeysAndWhatItNames) {
                             std::vector<std::string>{});
     ASSERT_EQ(keys.objects.size(), 5U);
     EXPECT_EQ(keys.objects[0].properties.size(), 2U);
+}
+
+/// "NAME TYPE" of the rows "| `NAME` | TYPE | ..." under the heading "### CLASS" of the classes' documentation.
+std::set<std::string> documented(const std::string& class_name) {
+    std::ifstream file(FCIP_SOURCE_DIR "/docs/classes.md");
+    std::set<std::string> properties;
+    bool here = false;
+    for (std::string line; std::getline(file, line);) {
+        if (line.starts_with("## ") || line.starts_with("### "))
+            here = line == "### " + class_name;
+        std::string bar, name, next_bar, type;
+        std::istringstream(line) >> bar >> name >> next_bar >> type;
+        if (here && name.starts_with('`') && (type.starts_with("string") || type.starts_with("uint")))
+            properties.insert(name.substr(1, name.size() - 2) + ' ' + type);
+    }
+    return properties;
+}
+
+TEST_F(SwitchProvider, PropertiesAreTheDocumentedOnes) {
+    // None of the Fibre Channel ports has one.
+    switchsim::the_switch().ports.at(16842753).network_address = "20:41:00:00:5e:11:22:33";
+    for (const char* class_name : all_classes) {
+        std::set<std::string> answered;
+        for (const Object& object : ask(enumerate_instances, class_name).objects)
+            for (const Property& property : object.properties)
+                answered.insert(property.name + ' ' + property.type);
+        EXPECT_EQ(answered, documented(class_name)) << class_name;
+    }
 }
 
 // ---------------------------------------------------------------------------------------------- manners

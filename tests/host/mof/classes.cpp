@@ -340,7 +340,8 @@ TEST(MofUnits, EveryCounterHasAUnitOfCounts) {
 
 // ---------------------------------------------------------------------------------------------- documentation
 
-/// "TYPE NAME" of the rows "| `NAME` | TYPE | ..." under each heading "### CLASS" of the classes' documentation.
+/// "TYPE NAME" of the rows "| `NAME` | TYPE | ..." under each heading "### CLASS" of the classes' documentation, up to
+/// what other providers set.
 std::map<std::string, Names> documented() {
     std::ifstream file(FCIP_SOURCE_DIR "/docs/classes.md");
     std::map<std::string, Names> classes;
@@ -349,9 +350,11 @@ std::map<std::string, Names> documented() {
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with("### "))
             classes[class_name = line.substr(4)];
+        if (line.starts_with("#### "))
+            class_name.clear();
         std::string bar, name, next_bar, type;
         std::istringstream(line) >> bar >> name >> next_bar >> type;
-        if (bar == "|" && next_bar == "|" && name.starts_with('`') && types.contains(type))
+        if (!class_name.empty() && bar == "|" && next_bar == "|" && name.starts_with('`') && types.contains(type))
             classes[class_name].insert(type + ' ' + name.substr(1, name.size() - 2));
     }
     return classes;
