@@ -58,8 +58,9 @@ package(switchsim_package switchsim simulator switchdump)
 set(CPACK_COMPONENT_SWITCHSIM_PACKAGE_DESCRIPTION "simulated Fibre Channel switch with FCIP tunnels
 The platform of a switch as a library, described by a text file, with the
 FCIP CIM provider linked to it and a provider of the switch's systems and
-ports, so that management clients can be written where there is no switch. The program switchsim checks such files and steers
-a running switch; switchdump shows its FCIP profiles and links.
+ports, so that management clients can be written where there is no switch.
+The program switchsim checks such files and steers a running switch;
+switchdump shows its FCIP profiles and links.
 
 The package cmpihost serves it to WBEM clients.")
 set(CPACK_DEBIAN_SWITCHSIM_PACKAGE_PACKAGE_RECOMMENDS cmpihost)

@@ -40,8 +40,8 @@ constexpr const char* usage =
     "  save FILE                      write the switch as it is into a scenario file\n"
     "\n"
     "A tunnel's NAME is its number, or PROFILE/NUMBER; a port's SLOT/PORT, or its interface index.\n"
-    "What commands changed is gone when the switch's process ends; under cmpihost serve, that is the providers' process,\n"
-    "which begins with the scenario again when it is started again after a crash. save keeps it.\n";
+    "What commands changed is gone when the switch's process ends, unless it was saved. Under cmpihost serve that is\n"
+    "the providers' process: when it is started again after a crash, the switch begins anew from its scenario.\n";
 
 int fail(const std::string& message) {
     std::fprintf(stderr, "switchsim: %s\n", message.c_str());
