@@ -1,5 +1,6 @@
 #include "host/cli/arguments.h"
 
+#include "host/cli/options.h"
 #include "host/cli/programs.h"
 #include "host/cli/verbs.h"
 
@@ -71,7 +72,7 @@ void describe_provider_options(CLI::App& app, Arguments& arguments) {
         ->type_name("FILE");
     app.add_option("--name", arguments.name, "What the names of its factories begin with")
         ->type_name("FACTORY_PREFIX")
-        ->default_str("FCIPProvider");
+        ->default_str(default_name);
     app.add_option("--scenario", arguments.scenario,
                    "Scenario for the simulated switch under the provider [that of SWITCHSIM_SCENARIO, if the provider "
                    "takes one]")

@@ -141,7 +141,7 @@ void set_request(const Arguments& arguments, Options& options) {
 
 void set_provider(const Arguments& arguments, Options& options) {
     options.provider = arguments.provider.empty() ? default_provider() : arguments.provider;
-    options.name = arguments.name.value_or("FCIPProvider");
+    options.name = arguments.name.value_or(default_name);
     if (arguments.provider.empty() && !arguments.name)
         options.beside = registration_beside(options.provider);
 }

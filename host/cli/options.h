@@ -46,6 +46,9 @@ struct Options {
     std::string name_space;      ///< for a graph's objects that have none
 };
 
+/// What the names of a provider's factories begin with, unless another name is given.
+inline constexpr const char* default_name = "FCIPProvider";
+
 /// The provider beside this program, where both are built or installed, or else wherever the system's loader finds one.
 std::string default_provider();
 

@@ -17,7 +17,6 @@ namespace {
 
 constexpr std::uint16_t http_port = 5988;
 constexpr std::uint16_t https_port = 5989;
-constexpr const char* default_name = "FCIPProvider";
 
 /// What needs a look before it is an option.
 struct Texts {
