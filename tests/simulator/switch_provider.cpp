@@ -6,10 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
 #include <cstring>
 #include <fstream>
+#include <future>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -367,32 +367,21 @@ TEST_F(SwitchProvider, ClockMovesBeforeEachAnswer) {
 }
 
 TEST_F(SwitchProvider, NoRequestSeesHalfOfAChange) {
-    std::atomic<bool> over = false;
-    std::atomic<unsigned> asked = 0;
-    std::atomic<unsigned> halves = 0;
-    std::thread client([&] {
-        while (!over) {
-            const auto vsans = ask(enumerate_instance_names, "ZANTO_LogicalComputerSystem").objects;
-            halves += vsans.size() % 2 == 0 ? 1U : 0U; // there are five, or seven
-            ++asked;
-        }
-    });
-    for (unsigned before = asked; asked < before + 20;) {
-        mutex_lock();
-        auto& vsans = switchsim::the_switch().vsans;
-        vsans[200] = {"one", "one"};
-        std::this_thread::yield();
-        vsans[201] = {"other", "other"};
-        std::this_thread::yield();
-        vsans.erase(200);
-        std::this_thread::yield();
-        vsans.erase(201);
-        mutex_unlock();
-        std::this_thread::sleep_for(std::chrono::microseconds(100));
-    }
-    over = true;
-    client.join();
-    EXPECT_EQ(halves, 0U);
+    const auto count = [this] { return ask(enumerate_instance_names, "ZANTO_LogicalComputerSystem").objects.size(); };
+    ASSERT_EQ(count(), 5U);
+    mutex_lock();
+    auto& vsans = switchsim::the_switch().vsans;
+    vsans[200] = {"one", "one"};
+    const unsigned before = switchsim::calls("mutex_lock");
+    auto answer = std::async(std::launch::async, count);
+    const auto is_there = [&answer] {
+        return answer.wait_for(std::chrono::milliseconds(1)) == std::future_status::ready;
+    };
+    while (switchsim::calls("mutex_lock") == before && !is_there())
+        continue; // until the request waits for the lock, or has not waited
+    vsans[201] = {"other", "other"};
+    mutex_unlock();
+    EXPECT_EQ(answer.get(), 7U);
 }
 
 TEST_F(SwitchProvider, CallsOfItAreNoPlatformCalls) {
