@@ -1,6 +1,7 @@
 // Measures a scrape against the enumerations that it consists of, and a page of 200 objects, without sockets. The
 // provider's trace lines go to /dev/null meanwhile.
 // usage: pages_bench [TUNNELS...]
+#include "bench/counting_sink.h"
 #include "host/metrics/plan.h"
 #include "host/metrics/scrape.h"
 #include "host/pages/site.h"
@@ -44,14 +45,6 @@ double median_of(Turn turn) {
     return *middle;
 }
 
-struct Counting : server::ReplySink {
-    void subject(const server::Subject& /*subject*/) override {}
-    void append(std::string_view part) override { bytes += part.size(); }
-    void discard() override { bytes = 0; }
-
-    std::size_t bytes = 0;
-};
-
 server::Settings settings_for(std::size_t tunnels) {
     server::Settings settings;
     settings.schema = {FCIP_SOURCE_DIR "/schema/dmtf.mof", FCIP_SOURCE_DIR "/schema/fcip.mof"};
@@ -75,7 +68,7 @@ void enumerate(const std::vector<metrics::ClassPlan>& plans) {
 std::size_t answer(const pages::Site& site, const char* target) {
     server::Question question;
     question.page.emplace().target = target;
-    Counting sink;
+    CountingSink sink;
     if (site.answer(question, sink).http_status != 200)
         throw std::runtime_error("there is no such page");
     return sink.bytes;

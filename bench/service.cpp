@@ -2,6 +2,7 @@
 // into a sink that counts. The provider's trace lines go to /dev/null meanwhile.
 // usage: service_bench [ROWS...]
 #include "host/server/service.h"
+#include "bench/counting_sink.h"
 #include "host/broker/loader.h"
 
 #include <algorithm>
@@ -23,15 +24,6 @@ constexpr double enough_seconds = 1;
 constexpr std::size_t fewest_turns = 7;
 
 constexpr const char* measured_class = "ZANTO_FCIPProtocolEndPoint";
-
-/// Counts what it takes.
-struct Counting : server::ReplySink {
-    void subject(const server::Subject& /*subject*/) override {}
-    void append(std::string_view part) override { bytes += part.size(); }
-    void discard() override { bytes = 0; }
-
-    std::size_t bytes = 0;
-};
 
 /// A switch with this many tunnels, for the library's own simulator.
 std::string scenario_file(std::size_t tunnels) {
@@ -115,7 +107,7 @@ void print_row(std::FILE* out, const Measured& one, std::size_t rows) {
         require(counted == rows, "not a row per tunnel");
     });
     const double whole = median_of([&] {
-        Counting sink;
+        CountingSink sink;
         require(service.answer(question, sink).objects == rows, "not an object per tunnel");
         bytes = sink.bytes;
     });

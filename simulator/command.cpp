@@ -4,9 +4,9 @@
 #include "simulator/live.h"
 #include "simulator/scenario_writer.h"
 #include "simulator/state.h"
+#include "simulator/whole_number.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <stdexcept>
 
@@ -17,14 +17,6 @@ using Words = std::vector<std::string>;
 
 CommandResult wrong(const std::string& what) {
     return {false, what};
-}
-
-template <class Number>
-std::optional<Number> number_of(std::string_view text) {
-    Number value{};
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool whole = result.ec == std::errc{} && result.ptr == text.data() + text.size();
-    return whole ? std::optional(value) : std::nullopt;
 }
 
 std::string seconds_text(std::uint64_t milliseconds) {
@@ -81,7 +73,7 @@ CommandResult fault(const Words& words) {
     const auto* shape =
         std::find_if(std::begin(shapes), std::end(shapes), [&](const Shape& one) { return shape_name == one.name; });
     const std::string nth_text = words.size() > 2 ? words[2] : "every";
-    const auto nth = nth_text == "every" ? std::optional(every_call) : number_of<unsigned>(nth_text);
+    const auto nth = nth_text == "every" ? std::optional(every_call) : whole_number<unsigned>(nth_text);
     if (words.size() < 2 || words.size() > 4 || shape == std::end(shapes) || !nth ||
         (*nth == every_call && nth_text != "every"))
         return wrong("fault: expected FUNCTION [NTH|every [fail|fail_leaving_record|succeed_without_record|short_reply|"
@@ -91,7 +83,7 @@ CommandResult fault(const Words& words) {
 }
 
 CommandResult delay_function(const Words& words) {
-    const auto milliseconds = words.size() == 3 ? number_of<unsigned>(words[2]) : std::nullopt;
+    const auto milliseconds = words.size() == 3 ? whole_number<unsigned>(words[2]) : std::nullopt;
     if (!milliseconds || *milliseconds > 600000)
         return wrong("delay: expected FUNCTION and milliseconds from 0 to 600000");
     delay(words[1], *milliseconds);
@@ -106,7 +98,7 @@ CommandResult clear(const Words& words) {
 }
 
 CommandResult step_clock(const Words& words) {
-    const auto seconds = words.size() == 2 ? number_of<double>(words[1]) : std::nullopt;
+    const auto seconds = words.size() == 2 ? whole_number<double>(words[1]) : std::nullopt;
     if (!seconds || !(*seconds >= 0 && *seconds <= 1e9))
         return wrong("step: expected seconds from 0 to 1000000000");
     step(static_cast<std::uint64_t>(std::llround(*seconds * 1000)));

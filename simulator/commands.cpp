@@ -3,9 +3,9 @@
 #include "simulator/scenario.h"
 #include "simulator/scenario_reader.h"
 #include "simulator/scenario_writer.h"
+#include "simulator/whole_number.h"
 
 #include <algorithm>
-#include <charconv>
 #include <sstream>
 
 namespace switchsim {
@@ -23,18 +23,11 @@ struct Target {
     std::size_t words_taken; ///< of the command
 };
 
-std::optional<std::uint32_t> number_of(std::string_view text) {
-    std::uint32_t value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool whole = result.ec == std::errc{} && result.ptr == text.data() + text.size();
-    return whole ? std::optional(value) : std::nullopt;
-}
-
 /// "3", or "1/3" for the profile and the tunnel's number.
 LinkKey tunnel_of(const Switch& contents, const std::string& name) {
     const std::size_t slash = name.find('/');
-    const auto profile = slash == std::string::npos ? std::nullopt : number_of(name.substr(0, slash));
-    const auto number = number_of(slash == std::string::npos ? name : name.substr(slash + 1));
+    const auto profile = slash == std::string::npos ? std::nullopt : whole_number<std::uint32_t>(name.substr(0, slash));
+    const auto number = whole_number<std::uint32_t>(slash == std::string::npos ? name : name.substr(slash + 1));
     std::vector<LinkKey> found;
     for (const auto& [key, link] : contents.links)
         if (number && key.second == *number - 1 && (slash == std::string::npos || key.first == profile))
@@ -48,7 +41,7 @@ LinkKey tunnel_of(const Switch& contents, const std::string& name) {
 
 /// "1/2" for slot and port, or an interface index.
 std::uint32_t port_of(const Switch& contents, std::uint8_t kind, const std::string& name) {
-    const auto index = number_of(name);
+    const auto index = whole_number<std::uint32_t>(name);
     for (const auto& [if_index, port] : contents.ports) {
         const std::string place =
             (port.slot ? std::to_string(*port.slot) : "") + "/" + (port.port ? std::to_string(*port.port) : "");
@@ -74,7 +67,7 @@ Target target_of(const Switch& contents, const std::vector<std::string>& words) 
         return {section, {port_of(contents, kind_fibre_channel, name), 0}, 3};
     if (section == "port_channel")
         return {section, {port_of(contents, kind_port_channel, name), 0}, 3};
-    const std::uint32_t number = number_of(name).value_or(0);
+    const std::uint32_t number = whole_number<std::uint32_t>(name).value_or(0);
     if (section == "profile" ? contents.profiles.contains(number)
                              : section == "vsan" && contents.vsans.contains(number))
         return {section, {number, 0}, 3};
@@ -241,7 +234,7 @@ void set(Change& change, const std::vector<std::string>& words) {
 }
 
 std::uint8_t card_of(const std::vector<std::string>& words) {
-    const auto slot = words.size() == 3 ? number_of(words[2]) : std::nullopt;
+    const auto slot = words.size() == 3 ? whole_number<std::uint32_t>(words[2]) : std::nullopt;
     if (!slot || *slot > 255)
         throw CommandError{words[0] + " card: expected a slot from 0 to 255"};
     return static_cast<std::uint8_t>(*slot);

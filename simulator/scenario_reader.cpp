@@ -1,7 +1,8 @@
 #include "simulator/scenario_reader.h"
 
+#include "simulator/whole_number.h"
+
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <numeric>
 
@@ -10,21 +11,15 @@
 namespace switchsim {
 namespace {
 
-/// Reads all of a text as a number.
-template <class Number>
-bool parse_number(std::string_view text, Number& value, int base = 10) {
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value, base);
-    return result.ec == std::errc{} && result.ptr == end;
-}
-
 /// Reads "xx:xx:...", two hexadecimal digits each.
 bool parse_octets(std::string_view text, std::uint8_t* octets, std::size_t count) {
     if (text.size() != 3 * count - 1)
         return false;
     for (std::size_t i = 0; i < count; ++i) {
-        if (!parse_number(text.substr(3 * i, 2), octets[i], 16) || (i + 1 < count && text[3 * i + 2] != ':'))
+        const auto octet = whole_number<std::uint8_t>(text.substr(3 * i, 2), 16);
+        if (!octet || (i + 1 < count && text[3 * i + 2] != ':'))
             return false;
+        octets[i] = *octet;
     }
     return true;
 }
@@ -53,8 +48,12 @@ bool parse_mac(const std::string& text, std::string& value) {
 
 bool parse_place(const std::string& text, std::pair<std::uint8_t, std::uint8_t>& value) {
     const std::size_t slash = text.find('/');
-    return slash != std::string::npos && parse_number(std::string_view(text).substr(0, slash), value.first) &&
-           parse_number(std::string_view(text).substr(slash + 1), value.second);
+    const auto slot = whole_number<std::uint8_t>(text.substr(0, slash));
+    const auto port = slash == std::string::npos ? std::nullopt : whole_number<std::uint8_t>(text.substr(slash + 1));
+    if (!slot || !port)
+        return false;
+    value = {*slot, *port};
+    return true;
 }
 
 std::string joined(const std::vector<std::string>& words) {
@@ -149,7 +148,9 @@ std::optional<std::uint64_t> TableReader::integer(std::string_view key, std::uin
         good = integer->get() >= 0;
         value = static_cast<std::uint64_t>(integer->get());
     } else if (const auto* digits = node->as_string()) {
-        good = parse_number(digits->get(), value);
+        const auto number = whole_number<std::uint64_t>(digits->get());
+        good = number.has_value();
+        value = number.value_or(0);
     }
     if (good && value >= lowest && value <= highest)
         return value;

@@ -1,6 +1,7 @@
 #include "host/cim/path_text.h"
 
 #include "host/cim/names.h"
+#include "host/cim/whole_number.h"
 
 #include <array>
 #include <charconv>
@@ -193,12 +194,11 @@ class PathReader {
 
     template <class Number>
     static bool read_number(std::string_view word, const char* type, Property& key) {
-        Number number{};
-        const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
-        if (error != std::errc() || end != word.data() + word.size())
+        const auto number = whole_number<Number>(word);
+        if (!number)
             return false;
         key.type = type;
-        key.value.data = number;
+        key.value.data = *number;
         return true;
     }
 

@@ -2,10 +2,10 @@
 
 #include "host/cim/names.h"
 #include "host/cim/path_text.h"
+#include "host/cim/whole_number.h"
 #include "host/cimxml/typed_text.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace cmpihost::cimxml {
 
@@ -58,11 +58,10 @@ std::optional<std::string> percent_decoded(std::string_view text) {
             continue;
         }
         const std::string_view digits = text.substr(at + 1, 2);
-        unsigned char byte = 0;
-        const char* end = digits.data() + digits.size();
-        if (digits.size() < 2 || std::from_chars(digits.data(), end, byte, 16).ptr != end)
+        const auto byte = whole_number<unsigned char>(digits, 16);
+        if (digits.size() < 2 || !byte)
             return std::nullopt;
-        decoded += static_cast<char>(byte);
+        decoded += static_cast<char>(*byte);
         at += 2;
     }
     return decoded;

@@ -2,6 +2,7 @@
 
 #include "host/cim/integer_type.h"
 #include "host/cim/names.h"
+#include "host/cim/whole_number.h"
 #include "host/cimxml/characters.h"
 
 #include <algorithm>
@@ -14,15 +15,6 @@ namespace cmpihost::cimxml {
 
 namespace {
 
-template <class Number, class... Base>
-std::optional<Number> parse_whole(std::string_view text, Base... base) {
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base...);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
-}
-
 struct Integer {
     bool negative = false;
     std::uint64_t magnitude = 0;
@@ -34,7 +26,7 @@ std::optional<Integer> parse_integer(std::string_view text) {
         text.remove_prefix(1);
     const bool hexadecimal = text.size() > 2 && text[0] == '0' && lower(text[1]) == 'x';
     const auto magnitude =
-        hexadecimal ? parse_whole<std::uint64_t>(text.substr(2), 16) : parse_whole<std::uint64_t>(text, 10);
+        hexadecimal ? whole_number<std::uint64_t>(text.substr(2), 16) : whole_number<std::uint64_t>(text, 10);
     if (!magnitude)
         return std::nullopt;
     integer.magnitude = *magnitude;
@@ -58,7 +50,7 @@ std::optional<Value> parse_integer_of(bool with_sign, unsigned bits, std::string
 
 std::optional<Value> parse_real(std::string_view text) {
     text.remove_prefix(text.starts_with('+') ? 1 : 0);
-    const auto number = parse_whole<double>(text);
+    const auto number = whole_number<double>(text);
     return number ? std::optional(Value{*number}) : std::nullopt;
 }
 

@@ -1,11 +1,11 @@
 #include "host/cimxml/xml_reader.h"
 
 #include "host/cim/names.h"
+#include "host/cim/whole_number.h"
 #include "host/cimxml/characters.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace cmpihost::cimxml {
 
@@ -51,12 +51,10 @@ bool append_reference(std::string& out, std::string_view name) {
         return false;
     const bool hexadecimal = name.starts_with("#x");
     const std::string_view digits = name.substr(hexadecimal ? 2 : 1);
-    std::uint32_t code = 0;
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), code, hexadecimal ? 16 : 10);
-    if (error != std::errc() || end != digits.data() + digits.size() || !is_xml_character(code))
+    const auto code = whole_number<std::uint32_t>(digits, hexadecimal ? 16 : 10);
+    if (!code || !is_xml_character(*code))
         malformed();
-    append_utf8(out, code);
+    append_utf8(out, *code);
     return true;
 }
 

@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <stdexcept>
 #include <utility>
 
 namespace cmpihost {
@@ -233,14 +232,7 @@ int Inquiry::ask_each_association(Session& session) {
 } // namespace
 
 int answer_request(const Options& options, const Streams& streams) {
-    try {
-        return Inquiry(options, streams).run();
-    } catch (const ProviderFailed& failure) {
-        std::fprintf(streams.err, "cmpihost: %s\n", failure.what());
-        return exit_provider;
-    } catch (const std::runtime_error& error) {
-        return refuse(streams, error.what());
-    }
+    return Inquiry(options, streams).run();
 }
 
 } // namespace cmpihost

@@ -6,8 +6,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <stdexcept>
-
 namespace cmpihost {
 
 namespace {
@@ -110,12 +108,8 @@ bool is_listed(const mof::ClassDeclaration& declaration) {
 }
 
 int list_classes(const Options& options, const Streams& streams) {
-    try {
-        const mof::Schema schema = load_schema(options);
-        return print(streams, options.tree ? tree_of(schema) : shown(listed_classes(schema), options, streams.out));
-    } catch (const std::runtime_error& error) {
-        return refuse(streams, error.what());
-    }
+    const mof::Schema schema = load_schema(options);
+    return print(streams, options.tree ? tree_of(schema) : shown(listed_classes(schema), options, streams.out));
 }
 
 } // namespace cmpihost

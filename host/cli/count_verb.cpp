@@ -33,18 +33,11 @@ std::vector<Row> count_rows(Session& session, const mof::Schema& schema, const s
 int count_instances(const Options& options, const Streams& streams) {
     if (!options.request.path.class_name.empty())
         return answer_request(options, streams);
-    try {
-        const mof::Schema schema = load_schema(options);
-        Session session(options, streams);
-        const std::vector<Row> rows = count_rows(session, schema, options.name_space);
-        session.close();
-        return print(streams, table_text(rows, wants_colour(options.colour, streams.out)));
-    } catch (const ProviderFailed& failure) {
-        std::fprintf(streams.err, "cmpihost: %s\n", failure.what());
-        return exit_provider;
-    } catch (const std::runtime_error& error) {
-        return refuse(streams, error.what());
-    }
+    const mof::Schema schema = load_schema(options);
+    Session session(options, streams);
+    const std::vector<Row> rows = count_rows(session, schema, options.name_space);
+    session.close();
+    return print(streams, table_text(rows, wants_colour(options.colour, streams.out)));
 }
 
 } // namespace cmpihost

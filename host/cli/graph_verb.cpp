@@ -85,24 +85,16 @@ GraphWalk::Ask ask_by(Session& session, AnswerCheck& check, Progress& progress) 
 
 int show_graph(const Options& options, const Streams& streams) {
     Progress progress(streams.err);
-    try {
-        const mof::Schema schema = load_schema(options);
-        check_start(schema, options.start);
-        AnswerCheck check(options);
-        Session session(options, streams);
-        GraphWalk walk(schema, ask_by(session, check, progress), options.name_space, options.limit);
-        options.start ? walk.start_at(*options.start) : walk.start_everywhere();
-        walk.run();
-        session.close();
-        progress.end();
-        return print_graph(options, streams, schema, walk, check);
-    } catch (const ProviderFailed& failure) {
-        progress.end();
-        std::fprintf(streams.err, "cmpihost: %s\n", failure.what());
-        return exit_provider;
-    } catch (const std::runtime_error& error) {
-        return refuse(streams, error.what());
-    }
+    const mof::Schema schema = load_schema(options);
+    check_start(schema, options.start);
+    AnswerCheck check(options);
+    Session session(options, streams);
+    GraphWalk walk(schema, ask_by(session, check, progress), options.name_space, options.limit);
+    options.start ? walk.start_at(*options.start) : walk.start_everywhere();
+    walk.run();
+    session.close();
+    progress.end();
+    return print_graph(options, streams, schema, walk, check);
 }
 
 } // namespace cmpihost

@@ -26,6 +26,7 @@ struct Verb {
     Shape shape;
     Filters filters;
     Request::Operation operation; ///< of a request
+    /// Returns the exit code. @throws ProviderFailed, std::runtime_error whose what() is one line
     int (*handler)(const Options& options, const Streams& streams);
 };
 

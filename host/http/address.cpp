@@ -1,7 +1,8 @@
 #include "host/http/address.h"
 
+#include "host/cim/whole_number.h"
+
 #include <algorithm>
-#include <charconv>
 #include <stdexcept>
 
 namespace cmpihost::http {
@@ -32,12 +33,6 @@ std::optional<Parts> split(std::string_view text) {
     return Parts{text.substr(0, colon), text.substr(colon + 1)};
 }
 
-std::optional<std::uint16_t> read_port(std::string_view text) {
-    std::uint16_t port = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(port) : std::nullopt;
-}
-
 } // namespace
 
 Endpoint read_endpoint(std::string_view text, std::uint16_t default_port) {
@@ -48,7 +43,7 @@ Endpoint read_endpoint(std::string_view text, std::uint16_t default_port) {
     boost::system::error_code error;
     if (!parts || (ip::make_address(std::string(parts->address), error), error))
         throw refuse("an IPv4 address, or an IPv6 address in brackets, with or without :PORT");
-    const auto port = parts->port ? read_port(*parts->port) : default_port;
+    const auto port = parts->port ? whole_number<std::uint16_t>(*parts->port) : default_port;
     if (!port)
         throw refuse("a port between 0 and 65535");
     return {std::string(parts->address), *port, false};

@@ -1,10 +1,10 @@
 #include "host/http/page_check.h"
 
 #include "host/cim/names.h"
+#include "host/cim/whole_number.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace cmpihost::http {
 
@@ -28,12 +28,11 @@ std::chrono::milliseconds time_limit(const RequestHead& head) {
     const std::string* text = head.field("X-Prometheus-Scrape-Timeout-Seconds");
     if (text == nullptr)
         return {};
-    double time = 0;
-    const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), time);
+    const auto time = whole_number<double>(*text);
     constexpr double longest = 3600;
-    if (error != std::errc() || end != text->data() + text->size() || !(time > 0) || time > longest)
+    if (!time || !(*time > 0) || *time > longest)
         return {};
-    return std::chrono::milliseconds(static_cast<std::int64_t>(time * 1000));
+    return std::chrono::milliseconds(static_cast<std::int64_t>(*time * 1000));
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #include "host/metrics/units.h"
 
+#include "host/cim/whole_number.h"
+
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <numeric>
 #include <optional>
 
@@ -31,19 +32,14 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(begin, text.find_last_not_of(' ') - begin + 1);
 }
 
-std::optional<int> number(std::string_view text) {
-    int value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(value) : std::nullopt;
-}
-
 /// A unit that is put together factor by factor.
 class Composition {
   public:
     /// Whether it is one that we know.
     bool add(std::string_view factor, bool divides) {
         if (const std::size_t power = factor.find('^'); power != std::string_view::npos)
-            return scale(number(trimmed(factor.substr(0, power))), number(trimmed(factor.substr(power + 1))), divides);
+            return scale(whole_number<int>(trimmed(factor.substr(0, power))),
+                         whole_number<int>(trimmed(factor.substr(power + 1))), divides);
         const auto* base = std::find_if(base_units.begin(), base_units.end(),
                                         [factor](const BaseUnit& unit) { return unit.word == factor; });
         if (base == base_units.end() || (!divides && !unit_.name.empty()) || (divides && base->by != 1))

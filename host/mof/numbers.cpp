@@ -1,31 +1,21 @@
 #include "host/mof/numbers.h"
 
 #include "host/cim/names.h"
-
-#include <charconv>
+#include "host/cim/whole_number.h"
 
 namespace cmpihost::mof {
 
 namespace {
 
-template <typename Number, typename... Base>
-std::optional<Number> parse_whole(std::string_view text, Base... base) {
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base...);
-    if (error != std::errc() || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
-}
-
 /// An integer without its sign.
 std::optional<std::uint64_t> parse_magnitude(std::string_view digits) {
     if (digits.size() > 2 && digits[0] == '0' && lower(digits[1]) == 'x')
-        return parse_whole<std::uint64_t>(digits.substr(2), 16);
+        return whole_number<std::uint64_t>(digits.substr(2), 16);
     if (digits.size() > 1 && lower(digits.back()) == 'b')
-        return parse_whole<std::uint64_t>(digits.substr(0, digits.size() - 1), 2);
+        return whole_number<std::uint64_t>(digits.substr(0, digits.size() - 1), 2);
     if (digits.size() > 1 && digits[0] == '0')
-        return parse_whole<std::uint64_t>(digits.substr(1), 8);
-    return parse_whole<std::uint64_t>(digits, 10);
+        return whole_number<std::uint64_t>(digits.substr(1), 8);
+    return whole_number<std::uint64_t>(digits, 10);
 }
 
 bool is_real(std::string_view digits) {
@@ -40,7 +30,7 @@ std::optional<Value> parse_number(std::string_view text) {
     const bool negative = text.starts_with('-');
     const std::string_view digits = text.substr(negative || text.starts_with('+') ? 1 : 0);
     if (is_real(digits)) {
-        const auto number = parse_whole<double>(digits);
+        const auto number = whole_number<double>(digits);
         return number ? std::optional(Value{negative ? -*number : *number}) : std::nullopt;
     }
     const auto magnitude = parse_magnitude(digits);

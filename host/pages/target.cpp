@@ -1,18 +1,16 @@
 #include "host/pages/target.h"
 
+#include "host/cim/whole_number.h"
+
 #include <algorithm>
-#include <charconv>
 
 namespace cmpihost::pages {
 
 namespace {
 
 std::optional<char> escaped_character(std::string_view digits) {
-    unsigned code = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
-    if (digits.size() != 2 || error != std::errc() || end != digits.data() + 2)
-        return std::nullopt;
-    return static_cast<char>(code);
+    const auto code = whole_number<unsigned char>(digits, 16);
+    return digits.size() == 2 && code ? std::optional(static_cast<char>(*code)) : std::nullopt;
 }
 
 /// @param plus whether + stands for a blank, as forms write it

@@ -1,7 +1,5 @@
 // switchsim check: all that is wrong with scenario files.
-#include "switchsim/program.h"
-
-#include <gtest/gtest.h>
+#include "tests/switchsim/program_test.h"
 
 #include <filesystem>
 #include <fstream>
@@ -10,17 +8,8 @@
 
 namespace {
 
-class SwitchsimCheck : public testing::Test {
+class SwitchsimCheck : public SwitchsimProgramTest {
   protected:
-    int run(const std::vector<std::string>& arguments) {
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        const int result = switchsim_program::run(arguments);
-        out_ = testing::internal::GetCapturedStdout();
-        err_ = testing::internal::GetCapturedStderr();
-        return result;
-    }
-
     static void SetUpTestSuite() { std::filesystem::create_directories(folder); }
     static void TearDownTestSuite() { std::filesystem::remove_all(folder); }
 
@@ -32,8 +21,6 @@ class SwitchsimCheck : public testing::Test {
     static std::string shipped(const std::string& name) { return FCIP_SOURCE_DIR "/scenarios/" + name; }
 
     inline static const std::string folder = testing::TempDir() + "switchsim-check-" + std::to_string(getpid()) + "/";
-    std::string out_;
-    std::string err_;
 };
 
 TEST_F(SwitchsimCheck, GoodFilesAreExit0WithoutAWord) {

@@ -2,7 +2,7 @@
 #include "platform/services.h"
 #include "simulator/switchsim.h"
 #include "switchsim/control_client.h"
-#include "switchsim/program.h"
+#include "tests/switchsim/program_test.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ namespace {
 
 using switchsim::the_switch;
 
-class SwitchsimControl : public testing::Test {
+class SwitchsimControl : public SwitchsimProgramTest {
   protected:
     static void SetUpTestSuite() {
         folder_ = testing::TempDir() + "switchsim-" + std::to_string(getpid());
@@ -68,15 +68,6 @@ class SwitchsimControl : public testing::Test {
 
     void TearDown() override { EXPECT_EQ(switchsim::complaints(), std::vector<std::string>{}); }
 
-    int run(const std::vector<std::string>& arguments) {
-        testing::internal::CaptureStdout();
-        testing::internal::CaptureStderr();
-        const int result = switchsim_program::run(arguments);
-        out_ = testing::internal::GetCapturedStdout();
-        err_ = testing::internal::GetCapturedStderr();
-        return result;
-    }
-
     void expect_done(const std::vector<std::string>& arguments) {
         EXPECT_EQ(run(arguments), 0) << arguments[0];
         EXPECT_EQ(err_, "");
@@ -86,8 +77,6 @@ class SwitchsimControl : public testing::Test {
 
     static std::string folder_;
     static std::string socket_;
-    std::string out_;
-    std::string err_;
 };
 
 std::string SwitchsimControl::folder_;

@@ -45,7 +45,7 @@ void query_counters(std::uint32_t if_index, tcp_counters& counters, const char* 
 /// The low half of the sum of five 64-bit counters.
 std::uint32_t segments_in_error(const tcp_counters& counters) {
     std::uint64_t sum = 0;
-    for (const std::size_t offset : {288, 296, 304, 312, 320})
+    for (const int offset : {288, 296, 304, 312, 320})
         sum += read_be64(counters.data() + offset);
     return static_cast<std::uint32_t>(sum);
 }
