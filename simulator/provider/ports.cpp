@@ -1,11 +1,11 @@
 #include "simulator/provider/ports.h"
 
 #include "simulator/provider/values.h"
+#include "simulator/whole_number.h"
 
 #include <cmpimacs.h>
 
 #include <algorithm>
-#include <charconv>
 
 namespace switchsim {
 
@@ -18,9 +18,8 @@ constexpr std::uint16_t port_type_other = 1;
 
 /// The interface index of a DeviceID that device_id() would write; nothing for any other text.
 std::optional<std::uint32_t> if_index_of(const std::string& id) {
-    std::int32_t number = 0;
-    std::from_chars(id.data(), id.data() + id.size(), number);
-    const auto if_index = static_cast<std::uint32_t>(number);
+    const auto number = whole_number<std::int32_t>(id);
+    const auto if_index = static_cast<std::uint32_t>(number.value_or(0));
     return device_id(if_index) == id ? std::optional(if_index) : std::nullopt;
 }
 
