@@ -1,6 +1,7 @@
 #include "host/metrics/plan.h"
 
 #include "host/metrics/metric_names.h"
+#include "host/metrics/metric_text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -78,6 +79,8 @@ std::vector<Metric> metrics_of(const ServedClass& served, const Views& views) {
         else if (marked && is_number(property) && !property.type.ends_with("[]"))
             metrics.push_back(metric_of(served, property, views, note));
     }
+    for (Metric& metric : metrics)
+        append_head(metric.head, metric.name, metric.counter ? "counter" : "gauge", metric.help);
     return metrics;
 }
 
@@ -95,6 +98,19 @@ std::vector<Label> labels_of(const ServedClass& served, const Views& views) {
     return labels;
 }
 
+/// Adds a plan, or whom it asks to that of the same class.
+void add_plan(std::vector<ClassPlan>& plans, ClassPlan plan) {
+    const auto known = std::find_if(plans.begin(), plans.end(), [&plan](const ClassPlan& each) {
+        return same_name(each.declaration->name, plan.declaration->name);
+    });
+    if (known == plans.end())
+        return plans.push_back(std::move(plan));
+    for (const Source& source : plan.sources)
+        if (std::none_of(known->sources.begin(), known->sources.end(),
+                         [&source](const Source& each) { return each.ask == source.ask; }))
+            known->sources.push_back(source);
+}
+
 /// The plans of a class and its subclasses.
 /// @return whether somebody serves one of them
 bool add_plans(std::vector<ClassPlan>& plans, const server::Catalogue& catalogue, const Views& views,
@@ -105,14 +121,11 @@ bool add_plans(std::vector<ClassPlan>& plans, const server::Catalogue& catalogue
         if (ancestor == nullptr)
             continue;
         for (const ServedClass& each : space->classes) {
-            const bool known = std::any_of(plans.begin(), plans.end(), [&each](const ClassPlan& plan) {
-                return plan.served->declaration->name == each.declaration->name;
-            });
             if (!each.instances || each.declaration->association || !each.is_a(*ancestor))
                 continue;
             served = true;
-            if (ClassPlan plan = make_plan(each, *space, views); !known && !plan.metrics.empty())
-                plans.push_back(std::move(plan));
+            if (ClassPlan plan = make_plan(each, *space, views); !plan.metrics.empty())
+                add_plan(plans, std::move(plan));
         }
     }
     return served;
@@ -121,14 +134,14 @@ bool add_plans(std::vector<ClassPlan>& plans, const server::Catalogue& catalogue
 } // namespace
 
 ClassPlan make_plan(const ServedClass& served, const Namespace& space, const Views& views) {
-    return {&served, &space, metrics_of(served, views), labels_of(served, views)};
+    return {served.declaration, {{served.ask, &space}}, metrics_of(served, views), labels_of(served, views)};
 }
 
 void check_names(const std::vector<ClassPlan>& plans) {
     std::map<std::string, std::string> owners;
     for (const ClassPlan& plan : plans)
         for (const Metric& metric : plan.metrics) {
-            const std::string owner = plan.served->declaration->name + "." + metric.property;
+            const std::string owner = plan.declaration->name + "." + metric.property;
             const auto [known, is_new] = owners.emplace(metric.name, owner);
             if (!is_new)
                 throw std::runtime_error("metric " + metric.name + ": is the name of both " + known->second + " and " +

@@ -1,7 +1,7 @@
 #include "host/pages/site.h"
 
 #include "host/metrics/metric_text.h"
-#include "host/metrics/scrape.h"
+#include "host/metrics/scraper.h"
 #include "host/pages/html.h"
 #include "host/pages/site_parts.h"
 

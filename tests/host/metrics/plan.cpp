@@ -104,13 +104,27 @@ TEST(MetricPlan, ClassesThatCannotBeMeasuredAreRefused) {
     }
 }
 
+TEST(MetricPlan, ClassIsAskedOfAllThatServeIt) {
+    server::Settings settings = switch_settings();
+    settings.providers.push_back({FCIP_PROVIDER, "FCIPProvider"}); // which is loaded once
+    const server::Catalogue same(settings);
+    const auto once = make_plans(same, {}, {"ZANTO_IPEndPointStatistics"});
+    ASSERT_EQ(once.size(), 1U);
+    EXPECT_EQ(once.front().sources.size(), 1U);
+    settings.providers.back() = {TEST_PROVIDERS "/host_good_provider.so", "Good"};
+    const server::Catalogue two(settings);
+    const auto both = make_plans(two, {}, {"ZANTO_IPEndPointStatistics"});
+    ASSERT_EQ(both.size(), 1U);
+    EXPECT_EQ(both.front().sources.size(), 2U);
+}
+
 TEST(MetricPlan, SwitchesViewsFitTheirClasses) {
     const server::Catalogue catalogue(switch_settings());
     const auto views = views::read_views(FCIP_SOURCE_DIR "/schema/views.toml", catalogue.schema_of({}));
     EXPECT_EQ(views.classes.size(), 6U) << "one of the file's classes is not declared";
     std::string text;
     for (const ClassPlan& plan : make_plans(catalogue, views, {}))
-        text += plan.served->declaration->name + " " + std::to_string(plan.metrics.size()) + "\n";
+        text += plan.declaration->name + " " + std::to_string(plan.metrics.size()) + "\n";
     EXPECT_EQ(text, "ZANTO_EthernetPortStatistics 22\nZANTO_FCIPProtocolEndPoint 1\nZANTO_IPEndPointStatistics 17\n");
 }
 

@@ -1,5 +1,5 @@
 // What a scrape gets of the objects that a provider answers.
-#include "host/metrics/scrape.h"
+#include "host/metrics/scraper.h"
 
 #include "tests/host/metrics/metrics_test.h"
 
@@ -73,6 +73,7 @@ class Scrapes : public testing::Test {
     std::vector<Object> objects;
     std::atomic<int> asked = 0;
     int rc = 0;
+    int second_rc = 0;
 };
 
 TEST_F(Scrapes, SamplesOfAMetricStandTogetherUnderItsHead) {
@@ -145,6 +146,51 @@ TEST_F(Scrapes, FailedClassHasNoSamples) {
 TEST_F(Scrapes, ClassIsAskedOnce) {
     text();
     EXPECT_EQ(asked, 1);
+}
+
+TEST_F(Scrapes, EveryProviderOfAClassIsAsked) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1})})};
+    const server::Ask second = [this](const Request& request, const Sink& sink) {
+        EXPECT_EQ(request.path.name_space, "root/other");
+        Store store;
+        for (const char* id : {"1", "2"})
+            sink(hold(store, port(id, {value("Up", "boolean", true), value("Frames", "uint64", std::uint64_t{2})})),
+                 true);
+        Answer answer;
+        answer.rc = second_rc;
+        return answer;
+    };
+    const server::Namespace other{"root/other", schema, {}};
+    ClassPlan both = plan();
+    both.sources.push_back({&second, &other});
+    const std::string joint = joined(scrape({both}, {}));
+    EXPECT_NE(joint.find("test_port_frames_total{device_id=\"1\"} 1\ntest_port_frames_total{device_id=\"2\"} 2\n#"),
+              std::string::npos)
+        << joint;
+    EXPECT_NE(joint.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n#"), std::string::npos);
+    second_rc = CMPI_RC_ERR_FAILED;
+    const std::string failed = joined(scrape({both}, {}));
+    EXPECT_EQ(failed.find("test_port"), std::string::npos) << "half of the objects would look like all";
+    EXPECT_NE(failed.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n#"), std::string::npos);
+}
+
+TEST_F(Scrapes, ProviderThatLacksTheClassIsNoFailure) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1})})};
+    for (const int unsupported : {CMPI_RC_ERR_NOT_SUPPORTED, CMPI_RC_ERR_INVALID_CLASS}) {
+        const server::Ask none = [unsupported](const Request&, const Sink&) {
+            Answer answer;
+            answer.rc = unsupported;
+            return answer;
+        };
+        ClassPlan both = plan();
+        both.sources.insert(both.sources.begin(), {&none, &space});
+        const std::string all = joined(scrape({both}, {}));
+        EXPECT_NE(all.find("test_port_frames_total{device_id=\"1\"} 1\n"), std::string::npos) << all;
+        EXPECT_NE(all.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n"), std::string::npos) << all;
+        both.sources.pop_back();
+        EXPECT_NE(joined(scrape({both}, {})).find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),
+                  std::string::npos);
+    }
 }
 
 TEST_F(Scrapes, ClassesAfterTheTimeAreNotAsked) {
