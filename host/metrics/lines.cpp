@@ -25,11 +25,12 @@ bool Lines::keep() {
 
 /// Where the line is, or belongs.
 Lines::Slot& Lines::slot_of(std::string_view line, std::uint32_t hash) {
-    std::size_t place = hash % slots_.size();
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t place = hash & mask;
     while (slots_[place].length != 0 &&
            (slots_[place].hash != hash ||
             std::string_view(text_).substr(slots_[place].begin, slots_[place].length) != line))
-        place = (place + 1) % slots_.size();
+        place = (place + 1) & mask;
     return slots_[place];
 }
 

@@ -32,7 +32,7 @@ class Lines {
 
     std::string text_;
     std::size_t begin_ = 0;
-    std::vector<Slot> slots_; // open addressing, at most half full
+    std::vector<Slot> slots_; // a power of two, at most half full; open addressing
     std::size_t count_ = 0;
 };
 

@@ -65,19 +65,16 @@ Metric states_of(const ServedClass& served, const PropertyDeclaration& property,
     return metric;
 }
 
-std::vector<Metric> metrics_of(const ServedClass& served, const Views& views) {
-    const views::ClassView* view = views.find(served.declaration->name);
-    const std::string note = view == nullptr ? std::string() : view->note;
+std::vector<Metric> metrics_of(const ServedClass& served, const Namespace& space, const Views& views) {
+    const views::ClassView view = views.of(*served.declaration, space.schema);
     std::vector<Metric> metrics;
     for (const PropertyDeclaration& property : served.declaration->properties) {
-        const auto states = view == nullptr
-                                ? std::map<std::string, std::map<std::string, std::string>>::const_iterator()
-                                : view->states.find(property.name);
+        const auto states = view.states.find(property.name);
         const bool marked = mof::is_on(property.qualifiers, "Counter") || mof::is_on(property.qualifiers, "Gauge");
-        if (view != nullptr && states != view->states.end())
-            metrics.push_back(states_of(served, property, views, states->second, note));
+        if (states != view.states.end())
+            metrics.push_back(states_of(served, property, views, states->second, view.note));
         else if (marked && is_number(property) && !property.type.ends_with("[]"))
-            metrics.push_back(metric_of(served, property, views, note));
+            metrics.push_back(metric_of(served, property, views, view.note));
     }
     for (Metric& metric : metrics)
         append_head(metric.head, metric.name, metric.counter ? "counter" : "gauge", metric.help);
@@ -131,22 +128,46 @@ bool add_plans(std::vector<ClassPlan>& plans, const server::Catalogue& catalogue
     return served;
 }
 
+/// Names that are to be different.
+class Names {
+  public:
+    explicit Names(std::string what) : what_(std::move(what)) {}
+
+    /// @throws std::runtime_error another owner has the name
+    void check(const std::string& name, const std::string& owner) const {
+        if (const auto known = owners_.find(name); known != owners_.end())
+            throw std::runtime_error(what_ + " " + name + ": is the name of both " + known->second + " and " + owner);
+    }
+
+    void add(const std::string& name, const std::string& owner) {
+        check(name, owner);
+        owners_.emplace(name, owner);
+    }
+
+  private:
+    std::string what_;
+    std::map<std::string, std::string> owners_{};
+};
+
 } // namespace
 
 ClassPlan make_plan(const ServedClass& served, const Namespace& space, const Views& views) {
-    return {served.declaration, {{served.ask, &space}}, metrics_of(served, views), labels_of(served, views)};
+    return {served.declaration, {{served.ask, &space}}, metrics_of(served, space, views), labels_of(served, views)};
 }
 
 void check_names(const std::vector<ClassPlan>& plans) {
-    std::map<std::string, std::string> owners;
-    for (const ClassPlan& plan : plans)
+    Names metrics("metric");
+    for (const ClassPlan& plan : plans) {
+        const std::string prefix = plan.declaration->name + ".";
+        Names labels("label");
+        for (const Label& label : plan.labels)
+            labels.add(label.name, prefix + label.property);
         for (const Metric& metric : plan.metrics) {
-            const std::string owner = plan.declaration->name + "." + metric.property;
-            const auto [known, is_new] = owners.emplace(metric.name, owner);
-            if (!is_new)
-                throw std::runtime_error("metric " + metric.name + ": is the name of both " + known->second + " and " +
-                                         owner);
+            metrics.add(metric.name, prefix + metric.property);
+            if (!metric.states.empty())
+                labels.check(metric.state_label, "the states of " + prefix + metric.property);
         }
+    }
 }
 
 std::vector<ClassPlan> make_plans(const server::Catalogue& catalogue, const Views& views,

@@ -41,14 +41,14 @@ struct ClassPlan {
 /// What of one class is measured, as this provider serves it; no metrics if nothing of it is marked.
 ClassPlan make_plan(const server::ServedClass& served, const server::Namespace& space, const views::Views& views);
 
-/// @throws std::runtime_error one line: two properties get the same name
+/// @throws std::runtime_error one line: two properties get the same name as metrics, or two labels of a class do
 void check_names(const std::vector<ClassPlan>& plans);
 
 /// The classes to measure, in the order in which they were named, each with its served subclasses. Classes without a
 /// counter, a gauge or states give none.
 /// @param classes names; empty: those that the views name and somebody serves
 /// @throws std::runtime_error one line: nobody serves a class that was named, nothing of it is marked to be measured,
-/// or two properties get the same name
+/// or two properties or labels get the same name
 std::vector<ClassPlan> make_plans(const server::Catalogue& catalogue, const views::Views& views,
                                   const std::vector<std::string>& classes);
 
