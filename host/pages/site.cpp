@@ -71,7 +71,8 @@ class Site::State {
 };
 
 server::Outcome Site::State::answer_metrics(const server::PageRequest& request, server::ReplySink& sink) {
-    scraper_.read(request.time, [&sink](const metrics::Parts& parts) {
+    const auto time = request.time.count() == 0 ? settings_.timeout : std::min(request.time, settings_.timeout);
+    scraper_.read(time, [&sink](const metrics::Parts& parts) {
         for (const std::string& part : parts)
             sink.append(part);
     });

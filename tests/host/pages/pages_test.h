@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <optional>
 
 namespace cmpihost::pages {
@@ -47,6 +48,7 @@ class PagesTest : public testing::Test {
         settings.providers = {{FCIP_PROVIDER, "FCIPProvider"}};
         settings.scenario = FCIP_SOURCE_DIR "/scenarios/two-site.toml";
         site_settings.counting = site_settings.walking = std::chrono::hours(1); // however slow the machine is
+        site_settings.timeout = std::chrono::hours(2);
         site_settings.views = FCIP_SOURCE_DIR "/schema/views.toml";
     }
 
@@ -66,6 +68,18 @@ class PagesTest : public testing::Test {
                                   server::PageRequest{target, {}, {1'700'000'000, 1234, 5, 6, 7}}};
         server::Outcome outcome = site->answer(question, sink);
         return {outcome.http_status, std::move(outcome.content_type), std::move(sink.body)};
+    }
+
+    /// A provider in C for tests, and classes with mapped values that it answers for.
+    void use_mapped_things() {
+        settings.schema = {testing::TempDir() + "mapped_things.mof"};
+        std::ofstream(settings.schema.front())
+            << "class Test_Thing { [Key] string Name; [Key] uint32 Number; uint64 U64; sint64 S64; real64 Real;\n"
+               "  [ValueMap {\"1\", \"255\"}, Values {\"Empty\", \"Full\"}] uint8 U8; char16 Letter;\n"
+               "  [ValueMap {\"7\"}, Values {\"Seven\"}] uint16 List[]; string Text; };\n";
+        settings.providers = {{TEST_PROVIDERS "/host_good_provider.so", "Good"}};
+        settings.scenario.clear();
+        site_settings.views.clear();
     }
 
     /// Every page that is linked from a page, and begins so.
