@@ -47,6 +47,16 @@ class Verdict {
     std::optional<server::Status> status_{};
 };
 
+/// A reference without what its neighbourhood tells: the host, which may be spelt like a part of a path, and the
+/// namespace.
+Value::Reference without_place(const Object& object, const Namespace& space) {
+    auto local = std::make_shared<Object>(object);
+    local->host.reset();
+    if (same_name(local->name_space, space.name))
+        local->name_space.clear();
+    return local;
+}
+
 bool is_traversal(Request::Operation operation) {
     return operation == Request::Operation::associators || operation == Request::Operation::associator_names ||
            operation == Request::Operation::references || operation == Request::Operation::reference_names;
@@ -134,6 +144,9 @@ std::string class_link(const Namespace& space, const Namespace& main, const std:
 
 std::string object_link(const Namespace& space, const Namespace& main, const Object& path) {
     Object named = path_of(space, path);
+    for (Property& key : named.keys)
+        if (const auto* end = std::get_if<Value::Reference>(&key.value.data); end != nullptr && *end != nullptr)
+            key.value.data = without_place(**end, space);
     if (&space != &main)
         named.name_space = space.name;
     return "/object/" + encoded_path(path_text(named));

@@ -68,6 +68,14 @@ TEST_F(SitePages, GraphLinksEachObject) {
     EXPECT_FALSE(page.has("style=")) << "which the policy of the pages forbids";
 }
 
+TEST_F(SitePages, ObjectsOfTheGraphOpen) {
+    Opened drawn;
+    for (const std::string& url : links(get("/graph"), "/object/"))
+        drawn.add(url, get(url));
+    EXPECT_GT(drawn.objects, 50U);
+    EXPECT_EQ(drawn.missing_text(), drawn_and_not_found(4));
+}
+
 TEST_F(SitePages, WhatTakesTooLongIsLeftOut) {
     site_settings.counting = site_settings.walking = {};
     EXPECT_TRUE(get("/").has("<td class=\"number\">not counted</td>"));
@@ -123,7 +131,8 @@ TEST_F(SitePages, HostileTextsStayTexts) {
     settings.scenario = FCIP_SOURCE_DIR "/tests/browser/hostile.toml";
     std::vector<std::string> targets = links(get("/"), "/class/");
     targets.emplace_back("/graph");
-    std::size_t objects = 0;
+    Opened listed;
+    Opened drawn;
     for (const std::string& target : targets) {
         const Got page = get(target);
         EXPECT_EQ(page.status, 200U) << target;
@@ -131,13 +140,15 @@ TEST_F(SitePages, HostileTextsStayTexts) {
         EXPECT_FALSE(page.has("<img") || page.has("onload=alert(1)>") || page.has("<title></title>")) << target;
         for (const std::string& url : links(page, "/object/")) {
             const Got object = get(url);
-            EXPECT_TRUE(object.status == 200 || object.status == 404) << url;
+            (target == "/graph" ? drawn : listed).add(url, object);
             EXPECT_EQ(object.count("<script"), 1U) << url;
             EXPECT_FALSE(object.has("<img") || object.has("onload=alert(1)>")) << url;
-            objects += object.status == 200 ? 1U : 0U;
         }
     }
-    EXPECT_GT(objects, 100U);
+    EXPECT_GT(listed.objects, 150U);
+    EXPECT_EQ(listed.missing_text(), not_found) << "as with harmless texts";
+    EXPECT_GT(drawn.objects, 50U);
+    EXPECT_EQ(drawn.missing_text(), drawn_and_not_found(1)) << "all systems have one name";
 }
 
 TEST_F(SitePages, MetricsAreOfTheClassesThatTheViewsName) {
