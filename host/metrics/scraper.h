@@ -10,7 +10,8 @@
 
 namespace cmpihost::metrics {
 
-/// Scrapes that come while one is under way get its text. Several threads may call it.
+/// Scrapes that come while one is under way get its text. Several threads may call it; those that wait do so in here,
+/// since a question is answered when its function returns, and nothing else lets go of its thread before.
 class Scraper {
   public:
     using Scrape = std::function<Parts(std::chrono::milliseconds time, Parts spare)>;
