@@ -72,7 +72,8 @@ const HeldProperty* Finder::look_for(const HeldProperties& properties) {
     return &properties[place_];
 }
 
-ClassSamples::ClassSamples(const ClassPlan& plan, Spare& spare) {
+ClassSamples::ClassSamples(const ClassPlan& plan, Spare& spare, Lines& lines) : lines_(lines) {
+    lines_.clear();
     families_.reserve(plan.metrics.size());
     for (const Metric& metric : plan.metrics)
         families_.push_back({&metric, Finder(metric.property), spare.take()});

@@ -49,7 +49,8 @@ class Finder {
 class ClassSamples {
   public:
     /// @param plan outlives this
-    ClassSamples(const ClassPlan& plan, Spare& spare);
+    /// @param lines likewise; memory for labels
+    ClassSamples(const ClassPlan& plan, Spare& spare, Lines& lines);
 
     /// Objects come that live in another call than those before.
     void begin_call();
@@ -76,7 +77,7 @@ class ClassSamples {
 
     std::vector<Family> families_;
     std::vector<std::pair<const Label*, Finder>> labels_;
-    Lines lines_; ///< labels of each object, from brace to brace and with the blank after them
+    Lines& lines_; ///< labels of each object, from brace to brace and with the blank after them
     std::uint64_t objects_ = 0;
     std::uint64_t doubles_ = 0;
 };

@@ -1,35 +1,45 @@
 #include "host/metrics/lines.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace cmpihost::metrics {
 
+void Lines::clear() {
+    text_.clear();
+    begins_.clear();
+    std::fill(slots_.begin(), slots_.end(), Slot{});
+}
+
 std::string& Lines::begin() {
-    begin_ = text_.size();
+    begins_.push_back(text_.size());
     return text_;
 }
 
 bool Lines::keep() {
-    if (2 * (count_ + 1) > slots_.size())
+    if (2 * begins_.size() > slots_.size())
         grow();
     const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>{}(line()));
     Slot& slot = slot_of(line(), hash);
-    if (slot.length != 0) {
-        text_.resize(begin_);
+    if (slot.number != 0) {
+        text_.resize(begins_.back());
+        begins_.pop_back();
         return false;
     }
-    slot = {hash, static_cast<std::uint32_t>(line().size()), begin_};
-    ++count_;
+    slot = {hash, static_cast<std::uint32_t>(begins_.size())};
     return true;
+}
+
+/// A line before the last one.
+std::string_view Lines::line(std::size_t index) const {
+    return std::string_view(text_).substr(begins_[index], begins_[index + 1] - begins_[index]);
 }
 
 /// Where the line is, or belongs.
 Lines::Slot& Lines::slot_of(std::string_view line, std::uint32_t hash) {
     const std::size_t mask = slots_.size() - 1;
     std::size_t place = hash & mask;
-    while (slots_[place].length != 0 &&
-           (slots_[place].hash != hash ||
-            std::string_view(text_).substr(slots_[place].begin, slots_[place].length) != line))
+    while (slots_[place].number != 0 && (slots_[place].hash != hash || this->line(slots_[place].number - 1) != line))
         place = (place + 1) & mask;
     return slots_[place];
 }
@@ -37,9 +47,15 @@ Lines::Slot& Lines::slot_of(std::string_view line, std::uint32_t hash) {
 void Lines::grow() {
     const std::vector<Slot> old = std::move(slots_);
     slots_.assign(old.empty() ? 64 : 2 * old.size(), {});
-    for (const Slot& slot : old)
-        if (slot.length != 0)
-            slot_of(std::string_view(text_).substr(slot.begin, slot.length), slot.hash) = slot;
+    const std::size_t mask = slots_.size() - 1;
+    for (const Slot& slot : old) {
+        if (slot.number == 0)
+            continue;
+        std::size_t place = slot.hash & mask;
+        while (slots_[place].number != 0)
+            place = (place + 1) & mask;
+        slots_[place] = slot;
+    }
 }
 
 } // namespace cmpihost::metrics

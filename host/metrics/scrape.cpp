@@ -58,15 +58,22 @@ bool ask_all(const ClassPlan& plan, ClassSamples& samples, Clock::time_point unt
     return answered;
 }
 
-ClassFigures scrape_class(const ClassPlan& plan, Parts& parts, Spare& spare, Clock::time_point until) {
+/// What the classes of a scrape are written into.
+struct Texts {
+    Spare spare;
+    Lines& labels;
+    Parts parts{};
+};
+
+ClassFigures scrape_class(const ClassPlan& plan, Texts& texts, Clock::time_point until) {
     const auto began = Clock::now();
     ClassFigures figures{&plan.declaration->name};
     if (began >= until)
         return figures;
-    ClassSamples samples(plan, spare);
+    ClassSamples samples(plan, texts.spare, texts.labels);
     figures.success = ask_all(plan, samples, until);
     if (figures.success) {
-        samples.move_to(parts);
+        samples.move_to(texts.parts);
         figures.objects = samples.objects();
         figures.doubles = samples.doubles();
     }
@@ -119,16 +126,15 @@ std::string providers_text(const server::Catalogue& catalogue) {
     return text;
 }
 
-Parts scrape(const std::vector<ClassPlan>& plans, std::chrono::milliseconds time, Parts spare) {
+Parts scrape(const std::vector<ClassPlan>& plans, std::chrono::milliseconds time, Lines& labels, Parts spare) {
     const auto until = time.count() == 0 ? Clock::time_point::max() : Clock::now() + time * 8 / 10;
-    Spare texts(std::move(spare));
-    Parts parts;
+    Texts texts{Spare(std::move(spare)), labels};
     std::vector<ClassFigures> figures;
     for (const ClassPlan& plan : plans)
-        figures.push_back(scrape_class(plan, parts, texts, until));
+        figures.push_back(scrape_class(plan, texts, until));
     if (!figures.empty())
-        parts.push_back(class_figures_text(figures));
-    return parts;
+        texts.parts.push_back(class_figures_text(figures));
+    return std::move(texts.parts);
 }
 
 } // namespace cmpihost::metrics

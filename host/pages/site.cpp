@@ -55,7 +55,7 @@ class Site::State {
         : catalogue_(catalogue), settings_(settings), views_(views_of(catalogue, settings)),
           plans_(metrics::make_plans(catalogue, views_, settings.metrics)),
           scraper_([this](std::chrono::milliseconds time, metrics::Parts spare) {
-              return metrics::scrape(plans_, time, std::move(spare));
+              return metrics::scrape(plans_, time, labels_, std::move(spare));
           }) {}
 
     server::Outcome answer(const server::Question& question, server::ReplySink& sink);
@@ -67,6 +67,7 @@ class Site::State {
     const SiteSettings settings_;
     const views::Views views_;
     const std::vector<metrics::ClassPlan> plans_;
+    metrics::Lines labels_; ///< of the scrape under way
     metrics::Scraper scraper_;
 };
 

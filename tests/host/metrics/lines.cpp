@@ -22,5 +22,23 @@ TEST(Lines, AreKeptOnceHoweverMany) {
     EXPECT_EQ(lines.line(), "line 1000");
 }
 
+TEST(Lines, AreNewAfterClearing) {
+    Lines lines;
+    EXPECT_TRUE(keep(lines, "one"));
+    EXPECT_TRUE(keep(lines, "two"));
+    lines.clear();
+    EXPECT_TRUE(keep(lines, "two"));
+    EXPECT_TRUE(keep(lines, "one"));
+    EXPECT_FALSE(keep(lines, "two"));
+}
+
+TEST(Lines, OneThatAnotherBeginsWithIsNew) {
+    Lines lines;
+    EXPECT_TRUE(keep(lines, "one line"));
+    EXPECT_TRUE(keep(lines, "one"));
+    EXPECT_TRUE(keep(lines, "one line and more"));
+    EXPECT_FALSE(keep(lines, "one"));
+}
+
 } // namespace
 } // namespace cmpihost::metrics
