@@ -60,7 +60,8 @@ status() {
     curl -sS -o /dev/null -w '%{http_code}' -H "Host: $1" "http://$two_site/metrics"
 }
 for each in "200 switch-1.example" "200 switch-1.example:${two_site##*:}" "421 switch-2.example" "200 $two_site"; do
-    [ "$(status "${each#* }")" = "${each%% *}" ] || fail "Host: ${each#* }: expected ${each%% *}, got $(status "${each#* }")"
+    got=$(status "${each#* }")
+    [ "$got" = "${each%% *}" ] || fail "Host: ${each#* }: expected ${each%% *}, got $got"
 done
 printf '[switch]\nname = "many"\n[generate]\ntunnels = 100\n' >"$folder/many.toml"
 start many --scenario "$folder/many.toml"

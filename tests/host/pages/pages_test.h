@@ -117,7 +117,8 @@ class PagesTest : public testing::Test {
         std::map<std::string, std::set<std::string>> missing;
     };
 
-    /// What the provider names in the two-site switch, and then does not find: see docs/irregularities.md.
+    /// What the provider names in the two-site switch, and then does not find, whoever asks (docs/irregularities.md has
+    /// reasons): names of instances in other roles than gets look for, and with other values.
     static constexpr const char* not_found =
         "ZANTO_FCIPPEBasedOn 1\nZANTO_FCIPProfile 1\nZANTO_IPElementSettingData 1\nZANTO_IPEndPointStatisticalData 8\n"
         "ZANTO_IPEthernetEndpoint 8\nZANTO_RemoteFCIPPort 10\nZANTO_SwitchHostedFCIPAccessPoint 10\n"
