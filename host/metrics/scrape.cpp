@@ -130,6 +130,7 @@ Parts scrape(const std::vector<ClassPlan>& plans, std::chrono::milliseconds time
     const auto until = time.count() == 0 ? Clock::time_point::max() : Clock::now() + time * 8 / 10;
     Texts texts{Spare(std::move(spare)), labels};
     std::vector<ClassFigures> figures;
+    figures.reserve(plans.size());
     for (const ClassPlan& plan : plans)
         figures.push_back(scrape_class(plan, texts, until));
     if (!figures.empty())
