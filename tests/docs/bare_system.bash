@@ -90,7 +90,8 @@ in_root() {
 begin_afresh() {
     end_system
     mkdir -p "$folder/upper" "$folder/work"
-    mount -t overlay overlay -o "lowerdir=$base,upperdir=$folder/upper,workdir=$folder/work" "$root"
+    # Volatile: dpkg has not to wait for the disk.
+    mount -t overlay overlay -o "lowerdir=$base,upperdir=$folder/upper,workdir=$folder/work,volatile" "$root"
     mount -t proc proc "$root/proc"
     mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
     mount -t tmpfs tmpfs "$root/dev/shm"
@@ -108,6 +109,7 @@ end_system() {
 }
 
 start_server() {
+    : >"$folder/server.log"
     in_root "$root" "$tree" "PATH=\$PATH:$tree/build/bin; exec cmpihost serve --listen 127.0.0.1:0" \
         >"$folder/server.log" 2>&1 &
     server=$!

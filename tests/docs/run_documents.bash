@@ -41,6 +41,7 @@ prepare() {
         ln -s "$source/tests/docs/cim_server.bash" "$work/bin/$program"
     done
     export PATH="$work/bin:$build/bin:$PATH"
+    : >"$work/log"
     "$build/bin/cmpihost" serve --listen 127.0.0.1:0 >"$work/log" 2>&1 &
     server=$!
     for _ in {1..1200}; do
