@@ -39,11 +39,13 @@ outside() {
 # The first process of a namespace takes the others along.
 end_inside() {
     if [ -n "$inside" ]; then
-        first=$(cat "/proc/$inside/task/$inside/children")
-        # One word, with a blank behind it.
-        # shellcheck disable=SC2086
-        kill -KILL ${first:-$inside}
+        first=$(tr -d ' ' <"/proc/$inside/task/$inside/children") || first=
+        kill -KILL "$inside" ${first:+"$first"} || true # they may just have ended
         wait "$inside" || true # that is how it ends
+        for _ in {1..300}; do
+            [ -d "/proc/${first:-none}" ] || break
+            sleep 0.1
+        done
     fi
     rm -rf --one-file-system "$folder"
 }
@@ -189,11 +191,11 @@ all_files() {
         -print | sort
 }
 
-# step WHAT COMMAND: in the system
+# step COMMAND: in the system
 step() {
     place=$tree
     began=$SECONDS
-    run_command "$2" ''
+    run_command "$1" ''
 }
 
 # What the packages depend on is all that they need, and nothing stays behind. Then what they recommend, and the tools of
