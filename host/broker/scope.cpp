@@ -26,8 +26,11 @@ HeldProperties entries_of_every_call(Store& store) {
 } // namespace
 
 CallScope::State::State()
-    : context{{&store, nullptr}, {&context.data, Kind<CMPIContext>::table}, entries_of_every_call(store)},
-      result{{&store, nullptr}, {&result.data, Kind<CMPIResult>::table}, this} {}
+    : context{{&store, nullptr}, {nullptr, Kind<CMPIContext>::table}, entries_of_every_call(store)},
+      result{{&store, nullptr}, {nullptr, Kind<CMPIResult>::table}, this} {
+    context.handle.hdl = &context.data;
+    result.handle.hdl = &result.data;
+}
 
 State* CallScope::State::innermost() {
     return innermost_state;

@@ -14,14 +14,23 @@ namespace {
 using enum Request::Operation;
 
 std::atomic<const Upcalled*> answers = nullptr;
+std::atomic<unsigned> under_way = 0; // on all threads
 
 /// Each is answered on the stack of the one around it.
 constexpr unsigned most_nested = 32;
 thread_local unsigned nested = 0;
 
+/// Whoever ends the answers after this one began waits for it.
 struct Nesting {
-    Nesting() { ++nested; }
-    ~Nesting() { --nested; }
+    Nesting() {
+        ++nested;
+        ++under_way;
+    }
+    ~Nesting() {
+        --nested;
+        if (--under_way == 0)
+            under_way.notify_all();
+    }
     Nesting(const Nesting&) = delete;
     Nesting& operator=(const Nesting&) = delete;
 };
@@ -101,6 +110,8 @@ void serve_upcalls(const Upcalled* answer) {
 
 void end_upcalls(const Upcalled* answer) {
     answers.compare_exchange_strong(answer, nullptr);
+    while (const unsigned left = under_way)
+        under_way.wait(left);
 }
 
 CMPIEnumeration* up_enumerate_names(const CMPIBroker*, const CMPIContext*, const CMPIObjectPath* path,

@@ -12,7 +12,8 @@ using Upcalled = std::function<Answer(const Request& request)>;
 /// @param answer must live until end_upcalls()
 void serve_upcalls(const Upcalled* answer);
 
-/// They are not supported any more, unless somebody else answers them by now.
+/// They are not supported any more, unless somebody else answers them by now. Waits for those that other threads have
+/// under way; none may be under way on this one.
 void end_upcalls(const Upcalled* answer);
 
 } // namespace cmpihost

@@ -1,6 +1,7 @@
 #include "host/cli/command_line.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 
@@ -23,6 +24,7 @@ std::FILE* take_standard_output() {
 } // namespace
 
 int main(int count, char** values) {
+    std::signal(SIGCHLD, SIG_DFL); // inherited as ignored, it would hide how a provider ended
     std::FILE* out = take_standard_output();
     if (out == nullptr) {
         std::fprintf(stderr, "cmpihost: there is no standard output: %s\n", std::strerror(errno));

@@ -2,7 +2,10 @@
 #include "host/broker/upcalls.h"
 #include "tests/host/host_test.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstdint>
+#include <future>
 #include <thread>
 
 namespace cmpihost {
@@ -216,6 +219,31 @@ TEST(AttachedThreads, AreNotDetachedByWhomTheyAsk) {
     worker.join();
     end_upcalls(&detach);
     EXPECT_EQ(asked, 1u);
+}
+
+TEST(AttachedThreads, WhatTheyAskIsAwaitedAtTheEndOfAnswers) {
+    const CallScope scope;
+    CMPIContext* prepared = broker()->bft->prepareAttachThread(broker(), scope.context());
+    std::promise<void> asking;
+    std::atomic<bool> answered = false;
+    const Upcalled slow = [&](const Request&) {
+        asking.set_value();
+        for (int turn = 0; turn < 100; ++turn) // for the other thread to get ahead, if it does not wait
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        answered = true;
+        return Answer{};
+    };
+    serve_upcalls(&slow);
+    std::thread worker([prepared] {
+        broker()->bft->attachThread(broker(), prepared);
+        EXPECT_EQ(broker()->bft->deleteInstance(broker(), prepared, new_path({})).rc, CMPI_RC_OK);
+        EXPECT_EQ(broker()->bft->deleteInstance(broker(), prepared, new_path({})).rc, CMPI_RC_ERR_NOT_SUPPORTED);
+        broker()->bft->detachThread(broker(), prepared);
+    });
+    asking.get_future().wait();
+    end_upcalls(&slow);
+    EXPECT_TRUE(answered);
+    worker.join();
 }
 
 // ------------------------------------------------------------------------------------------------- failing objects

@@ -1,8 +1,11 @@
 #!/bin/sh
 # What cmpihost does with the standard output of its own process, which no test inside one can see: answers go there and
-# nothing else does, an answer that cannot be written ends it with status 3, and a closed pipe with its signal.
-# usage: program_test.sh CMPIHOST...    the program, behind an emulator if it needs one
+# nothing else does, an answer that cannot be written ends it with status 3, and a closed pipe with its signal. And that
+# it learns how a provider ended, whoever started it.
+# usage: program_test.sh BAD_PROVIDER CMPIHOST...    the program, behind an emulator if it needs one
 set -u
+bad_provider=$1
+shift
 failures=0
 folder=$(mktemp -d)
 trap 'rm -r "$folder"' EXIT
@@ -45,5 +48,10 @@ unset SWITCHSIM_SCENARIO
     } 2>&1)
     expect 'a broken pipe ends it quietly' 'status 141' "$error"
 }
+
+expect 'how a provider ended is told where SIGCHLD was ignored' \
+    'cmpihost: the provider died of signal 6 (SIGABRT) in enumerateInstanceNames of root/cimv2:Bad_Abort' \
+    "$(env --ignore-signal=CHLD "$@" --provider "$bad_provider" --name Bad ein Bad_Abort 2>&1 >/dev/null |
+        grep '^cmpihost:')" # an emulator tells of the signal, too
 
 [ "$failures" -eq 0 ]

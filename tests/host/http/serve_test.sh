@@ -18,10 +18,11 @@ expect() {
 
 # Starts a server in the background and waits until it is ready: $server is its process, $url where it listens.
 start() {
+    rm -f "$folder/out" # what the last one said is not to be read
     "$program" serve --listen 127.0.0.1:0 --log "$folder/log" "$@" >"$folder/out" 2>"$folder/err" &
     server=$!
     tries=0
-    while ! grep -q '/cimom$' "$folder/out" && [ "$tries" -lt 1200 ] && kill -0 "$server" 2>/dev/null; do
+    while ! grep -q -s '/cimom$' "$folder/out" && [ "$tries" -lt 1200 ] && kill -0 "$server" 2>/dev/null; do
         sleep 0.1
         tries=$((tries + 1))
     done

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -86,6 +87,18 @@ class WorkerProcessTest : public testing::Test {
             answered.body.clear();
         else
             answered.outcome = decode_outcome(frame.payload);
+    }
+
+    /// Whether the worker has read what was sent, in half a minute at most.
+    bool all_is_read() const {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        int unread = 1;
+        while (unread > 0 && std::chrono::steady_clock::now() < limit) {
+            std::this_thread::yield();
+            if (ioctl(ends_[1], FIONREAD, &unread) != 0)
+                return false;
+        }
+        return unread == 0;
     }
 
     /// Ends what the worker reads, but not what it writes.
@@ -177,8 +190,10 @@ TEST_F(WorkerProcessTest, MoreQuestionsThanThreadsWait) {
         ask(request, "");
     while (most < 2)
         std::this_thread::yield();
+    ask(11, "");
+    EXPECT_TRUE(all_is_read()); // by somebody who answers none
     all_asked.set_value();
-    for (std::uint32_t request = 1; request <= 10; ++request)
+    for (std::uint32_t request = 1; request <= 11; ++request)
         EXPECT_TRUE(answer_to(request).outcome.has_value());
     EXPECT_EQ(most, 2);
 }
