@@ -41,7 +41,7 @@ end_inside() {
     if [ -n "$inside" ]; then
         first=$(tr -d ' ' <"/proc/$inside/task/$inside/children") || first=
         kill -KILL "$inside" ${first:+"$first"} || true # they may just have ended
-        wait "$inside" || true # that is how it ends
+        wait "$inside" 2>/dev/null || true # that is how it ends
         for _ in {1..300}; do
             [ -d "/proc/${first:-none}" ] || break
             sleep 0.1
@@ -80,13 +80,18 @@ make_base() {
     done
 }
 
-# in_root ROOT FOLDER COMMAND
-in_root() {
+# Becomes a command in a system. be_in_root ROOT FOLDER COMMAND
+be_in_root() {
     # The inner shell expands them.
     # shellcheck disable=SC2016
-    env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+    exec env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
         DEBIAN_FRONTEND=noninteractive ${http_proxy:+http_proxy="$http_proxy"} \
         nice chroot "$1" /bin/bash -c 'cd "$1" && exec /bin/bash -e -c "$2"' - "$2" "$3"
+}
+
+# in_root ROOT FOLDER COMMAND
+in_root() {
+    (be_in_root "$@")
 }
 
 begin_afresh() {
@@ -112,7 +117,7 @@ end_system() {
 
 start_server() {
     : >"$folder/server.log"
-    in_root "$root" "$tree" "PATH=\$PATH:$tree/build/bin; exec cmpihost serve --listen 127.0.0.1:0" \
+    be_in_root "$root" "$tree" "PATH=\$PATH:$tree/build/bin; exec cmpihost serve --listen 127.0.0.1:0" \
         >"$folder/server.log" 2>&1 &
     server=$!
     for _ in {1..1200}; do
