@@ -36,9 +36,11 @@ outside() {
     exit "$status"
 }
 
-# The first process of a namespace takes the others along.
+# The first process of a namespace takes the others along. No second Ctrl-C is to leave half of it.
 end_inside() {
+    trap '' INT TERM
     if [ -n "$inside" ]; then
+        echo "bare system: removing $folder" >&2
         first=$(tr -d ' ' <"/proc/$inside/task/$inside/children") || first=
         kill -KILL "$inside" ${first:+"$first"} || true # they may just have ended
         wait "$inside" 2>/dev/null || true # that is how it ends
