@@ -8,7 +8,8 @@
 # commit. Each document begins on a system of its own; packages that one makes are there for the next.
 #
 # Put in their places: for localhost:5988 a server of the cmpihost that is there, for the programs of CIM servers
-# ones that look at what they are given, for a switch's libraries ones that do nothing. apt-get is told yes.
+# ones that look at what they are given, for a switch's libraries ones that do nothing. apt-get is told yes. Compilers
+# are called by ccache, since several documents build the same.
 set -eu
 source=$(cd "$(dirname "$0")/../.." && pwd)
 tree=/srv/fcip # in the bare system
@@ -74,7 +75,7 @@ make_base() {
     debootstrap --variant=minbase bookworm "$base" "$(awk '$3 == "bookworm" { print $2 }' "$folder/sources.list")"
     cp "$folder/sources.list" "$base/etc/apt/sources.list"
     echo 'APT::Get::Assume-Yes "true";' >"$base/etc/apt/apt.conf.d/answers"
-    in_root "$base" / 'apt-get update'
+    in_root "$base" / 'apt-get update && apt-get install --no-install-recommends ccache'
     mkdir -p "$base$tree"
     git -C "$source" archive HEAD | tar -x -C "$base$tree"
     for program in cimmof cimprovider sfcbstage sfcbunstage sfcbrepos; do
@@ -87,6 +88,7 @@ be_in_root() {
     # The inner shell expands them.
     # shellcheck disable=SC2016
     exec env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+        CCACHE_DIR=/var/cache/ccache CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache \
         DEBIAN_FRONTEND=noninteractive ${http_proxy:+http_proxy="$http_proxy"} \
         nice chroot "$1" /bin/bash -c 'cd "$1" && exec /bin/bash -e -c "$2"' - "$2" "$3"
 }
@@ -104,6 +106,8 @@ begin_afresh() {
     mount -t proc proc "$root/proc"
     mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
     mount -t tmpfs tmpfs "$root/dev/shm"
+    mkdir -p "$folder/ccache" "$root/var/cache/ccache"
+    mount --bind "$folder/ccache" "$root/var/cache/ccache"
     [ ! -d "$folder/packages" ] || cp -R "$folder/packages" "$root$tree/build-package"
 }
 
