@@ -88,9 +88,9 @@ be_in_root() {
     # The inner shell expands them.
     # shellcheck disable=SC2016
     exec env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
-        CCACHE_DIR=/var/cache/ccache CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache \
-        DEBIAN_FRONTEND=noninteractive ${http_proxy:+http_proxy="$http_proxy"} \
-        nice chroot "$1" /bin/bash -c 'cd "$1" && exec /bin/bash -e -c "$2"' - "$2" "$3"
+        CCACHE_DIR=/var/cache/ccache CCACHE_BASEDIR=/srv CCACHE_NOHASHDIR=1 \
+        CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache DEBIAN_FRONTEND=noninteractive \
+        ${http_proxy:+http_proxy="$http_proxy"} nice chroot "$1" /bin/bash -c 'cd "$1" && exec /bin/bash -e -c "$2"' - "$2" "$3"
 }
 
 # in_root ROOT FOLDER COMMAND
@@ -157,6 +157,7 @@ run_in_place() {
 
 ended() {
     printf 'passed %5d s  %s\n' $((SECONDS - began)) "${1//$'\n'/$'\n'                }"
+    began=$SECONDS
 }
 
 # What a block needs that a reader has.
