@@ -88,9 +88,10 @@ be_in_root() {
     # The inner shell expands them.
     # shellcheck disable=SC2016
     exec env -i PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LANG=C.UTF-8 \
+        DEBIAN_FRONTEND=noninteractive ${http_proxy:+http_proxy="$http_proxy"} \
         CCACHE_DIR=/var/cache/ccache CCACHE_BASEDIR=/srv CCACHE_NOHASHDIR=1 \
-        CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache DEBIAN_FRONTEND=noninteractive \
-        ${http_proxy:+http_proxy="$http_proxy"} nice chroot "$1" /bin/bash -c 'cd "$1" && exec /bin/bash -e -c "$2"' - "$2" "$3"
+        CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache \
+        nice chroot "$1" /bin/bash -c 'cd "$1" && exec /bin/bash -e -c "$2"' - "$2" "$3"
 }
 
 # in_root ROOT FOLDER COMMAND
@@ -127,7 +128,8 @@ start_server() {
         >"$folder/server.log" 2>&1 &
     server=$!
     for _ in {1..1200}; do
-        grep -q '^listening on ' "$folder/server.log" && break
+        ! grep -q '^listening on ' "$folder/server.log" || break
+        kill -0 "$server" 2>/dev/null || break
         sleep 0.1
     done
     address=$(sed -n 's|^listening on http://\([^/]*\)/.*|\1|p' "$folder/server.log")
