@@ -215,7 +215,8 @@ step() {
 # What the packages depend on is all that they need, and nothing stays behind. Then what they recommend, and the tools of
 # people who use them.
 use_packages() {
-    printf '==> packages\n'
+    document=packages # for what fault says
+    printf '==> %s\n' "$document"
     begin_afresh
     all_files >"$folder/before"
     step 'apt-get install --no-install-recommends ./build-package/*.deb'
