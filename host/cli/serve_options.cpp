@@ -203,6 +203,7 @@ ServeLine read_serve_line(const std::vector<std::string>& arguments) {
         return ended(usage_end(program, error.what()));
     }
     options.arguments = arguments;
+    options.site.timeout = options.timeout;
     return {std::move(options), exit_ok, {}, {}};
 }
 

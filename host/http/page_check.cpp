@@ -23,6 +23,12 @@ bool is_address(std::string_view host) {
     return !host.empty() && host.find_first_not_of("0123456789.") == std::string_view::npos;
 }
 
+/// Whether a browser says that another site's page is behind this. Others do not say anything.
+bool comes_from_elsewhere(const RequestHead& head) {
+    const std::string* site = head.field("Sec-Fetch-Site");
+    return site != nullptr && !same_name(*site, "same-origin") && !same_name(*site, "none");
+}
+
 /// Seconds that the scraper waits; 0 if it does not say, or nothing that could be meant.
 std::chrono::milliseconds time_limit(const RequestHead& head) {
     const std::string* text = head.field("X-Prometheus-Scrape-Timeout-Seconds");
@@ -64,12 +70,18 @@ std::variant<server::PageRequest, Refusal> check_page(const RequestHead& head, s
         return Refusal{400};
     if (!host->empty() && !is_own_host(*host, names))
         return Refusal{421};
+    if (is_fetched_elsewhere(head))
+        return Refusal{403};
     return server::PageRequest{head.target, time_limit(head)};
 }
 
+bool is_fetched_elsewhere(const RequestHead& head) {
+    const std::string* mode = head.field("Sec-Fetch-Mode");
+    return comes_from_elsewhere(head) && (mode == nullptr || !same_name(*mode, "navigate"));
+}
+
 bool is_cross_site(const RequestHead& head, std::span<const std::string> names) {
-    const std::string* fetched = head.field("Sec-Fetch-Site");
-    if (fetched != nullptr && !same_name(*fetched, "same-origin") && !same_name(*fetched, "none"))
+    if (comes_from_elsewhere(head))
         return true;
     const std::string* origin = head.field("Origin");
     if (origin == nullptr)

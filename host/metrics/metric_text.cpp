@@ -2,7 +2,6 @@
 
 #include "host/cimxml/characters.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -12,10 +11,14 @@ namespace {
 
 constexpr std::uint64_t exact = std::uint64_t{1} << 53; // integers below it are exact as doubles
 
+/// Writes them where they stay: copying what was written byte by byte a moment ago would wait for it.
 template <class Number>
 void append_digits(std::string& out, Number number) {
-    std::array<char, 32> digits{};
-    out.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr);
+    constexpr std::size_t most = 32;
+    const std::size_t begin = out.size();
+    out.resize(begin + most);
+    const char* const end = std::to_chars(&out[begin], &out[begin] + most, number).ptr;
+    out.resize(static_cast<std::size_t>(end - out.data()));
 }
 
 bool is_plain(std::string_view text) {
@@ -29,6 +32,10 @@ constexpr std::uint32_t replacement = 0xFFFD;
 
 /// What is no character, and controls, are replaced.
 void append_escaped(std::string& out, std::string_view text, bool quoted) {
+    if (is_plain(text)) {
+        out.append(text);
+        return;
+    }
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t length = cimxml::xml_character_length(text, at);
         const char c = text[at];
@@ -56,10 +63,7 @@ void append_label(std::string& out, std::string_view name, std::string_view valu
     if (!out.empty() && out.back() != '{')
         out += ',';
     out.append(name).append("=\"");
-    if (is_plain(value))
-        out.append(value);
-    else
-        append_escaped(out, value, true);
+    append_escaped(out, value, true);
     out += '"';
 }
 

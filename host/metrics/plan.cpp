@@ -1,6 +1,7 @@
 #include "host/metrics/plan.h"
 
 #include "host/metrics/metric_names.h"
+#include "host/metrics/metric_text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -64,20 +65,19 @@ Metric states_of(const ServedClass& served, const PropertyDeclaration& property,
     return metric;
 }
 
-std::vector<Metric> metrics_of(const ServedClass& served, const Views& views) {
-    const views::ClassView* view = views.find(served.declaration->name);
-    const std::string note = view == nullptr ? std::string() : view->note;
+std::vector<Metric> metrics_of(const ServedClass& served, const Namespace& space, const Views& views) {
+    const views::ClassView view = views.of(*served.declaration, space.schema);
     std::vector<Metric> metrics;
     for (const PropertyDeclaration& property : served.declaration->properties) {
-        const auto states = view == nullptr
-                                ? std::map<std::string, std::map<std::string, std::string>>::const_iterator()
-                                : view->states.find(property.name);
+        const auto states = view.states.find(property.name);
         const bool marked = mof::is_on(property.qualifiers, "Counter") || mof::is_on(property.qualifiers, "Gauge");
-        if (view != nullptr && states != view->states.end())
-            metrics.push_back(states_of(served, property, views, states->second, note));
+        if (states != view.states.end())
+            metrics.push_back(states_of(served, property, views, states->second, view.note));
         else if (marked && is_number(property) && !property.type.ends_with("[]"))
-            metrics.push_back(metric_of(served, property, views, note));
+            metrics.push_back(metric_of(served, property, views, view.note));
     }
+    for (Metric& metric : metrics)
+        append_head(metric.head, metric.name, metric.counter ? "counter" : "gauge", metric.help);
     return metrics;
 }
 
@@ -95,6 +95,19 @@ std::vector<Label> labels_of(const ServedClass& served, const Views& views) {
     return labels;
 }
 
+/// Adds a plan, or whom it asks to that of the same class.
+void add_plan(std::vector<ClassPlan>& plans, ClassPlan plan) {
+    const auto known = std::find_if(plans.begin(), plans.end(), [&plan](const ClassPlan& each) {
+        return same_name(each.declaration->name, plan.declaration->name);
+    });
+    if (known == plans.end())
+        return plans.push_back(std::move(plan));
+    for (const Source& source : plan.sources)
+        if (std::none_of(known->sources.begin(), known->sources.end(),
+                         [&source](const Source& each) { return each.ask == source.ask; }))
+            known->sources.push_back(source);
+}
+
 /// The plans of a class and its subclasses.
 /// @return whether somebody serves one of them
 bool add_plans(std::vector<ClassPlan>& plans, const server::Catalogue& catalogue, const Views& views,
@@ -105,35 +118,56 @@ bool add_plans(std::vector<ClassPlan>& plans, const server::Catalogue& catalogue
         if (ancestor == nullptr)
             continue;
         for (const ServedClass& each : space->classes) {
-            const bool known = std::any_of(plans.begin(), plans.end(), [&each](const ClassPlan& plan) {
-                return plan.served->declaration->name == each.declaration->name;
-            });
             if (!each.instances || each.declaration->association || !each.is_a(*ancestor))
                 continue;
             served = true;
-            if (ClassPlan plan = make_plan(each, *space, views); !known && !plan.metrics.empty())
-                plans.push_back(std::move(plan));
+            if (ClassPlan plan = make_plan(each, *space, views); !plan.metrics.empty())
+                add_plan(plans, std::move(plan));
         }
     }
     return served;
 }
 
+/// Names that are to be different.
+class Names {
+  public:
+    explicit Names(std::string what) : what_(std::move(what)) {}
+
+    /// @throws std::runtime_error another owner has the name
+    void check(const std::string& name, const std::string& owner) const {
+        if (const auto known = owners_.find(name); known != owners_.end())
+            throw std::runtime_error(what_ + " " + name + ": is the name of both " + known->second + " and " + owner);
+    }
+
+    void add(const std::string& name, const std::string& owner) {
+        check(name, owner);
+        owners_.emplace(name, owner);
+    }
+
+  private:
+    std::string what_;
+    std::map<std::string, std::string> owners_{};
+};
+
 } // namespace
 
 ClassPlan make_plan(const ServedClass& served, const Namespace& space, const Views& views) {
-    return {&served, &space, metrics_of(served, views), labels_of(served, views)};
+    return {served.declaration, {{served.ask, &space}}, metrics_of(served, space, views), labels_of(served, views)};
 }
 
 void check_names(const std::vector<ClassPlan>& plans) {
-    std::map<std::string, std::string> owners;
-    for (const ClassPlan& plan : plans)
+    Names metrics("metric");
+    for (const ClassPlan& plan : plans) {
+        const std::string prefix = plan.declaration->name + ".";
+        Names labels("label");
+        for (const Label& label : plan.labels)
+            labels.add(label.name, prefix + label.property);
         for (const Metric& metric : plan.metrics) {
-            const std::string owner = plan.served->declaration->name + "." + metric.property;
-            const auto [known, is_new] = owners.emplace(metric.name, owner);
-            if (!is_new)
-                throw std::runtime_error("metric " + metric.name + ": is the name of both " + known->second + " and " +
-                                         owner);
+            metrics.add(metric.name, prefix + metric.property);
+            if (!metric.states.empty())
+                labels.check(metric.state_label, "the states of " + prefix + metric.property);
         }
+    }
 }
 
 std::vector<ClassPlan> make_plans(const server::Catalogue& catalogue, const Views& views,

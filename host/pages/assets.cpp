@@ -54,7 +54,7 @@ svg.curve polyline { fill: none; stroke: var(--link); stroke-width: 1.5; }
 )";
 
 constexpr std::string_view script =
-    R"(// Refreshes an object's numbers, and shows how fast its counters go. All else is on the page without it.
+    R"(// Refreshes an object's numbers and mapped values, and shows how fast its counters go. All else is on the page without it.
 'use strict';
 (function () {
   var table = document.getElementById('properties');
@@ -91,10 +91,11 @@ constexpr std::string_view script =
       return (i * 120 / (points - 1)).toFixed(1) + ',' + (23 - 22 * rate / most).toFixed(1);
     }).join(' '));
   }
-  function take(row, value, last, now) {
-    if (typeof value !== 'number') return;
-    if (row.value !== undefined && row.value !== value) row.text.nodeValue = String(value);
-    if (row.counter && row.begin !== undefined && now > row.since) {
+  function take(row, value, text, last, now) {
+    if (text === undefined && typeof value === 'number') text = String(value);
+    if (text !== undefined && text !== row.text.nodeValue) row.text.nodeValue = text;
+    if (!row.counter || typeof value !== 'number') return;
+    if (row.begin !== undefined && now > row.since) {
       var change = (value - row.begin) * 1000 / (now - row.since);
       row.rate.textContent = change < 0 ? 'began anew' : change.toFixed(1) + ' per second';
       row.rates.push(Math.max(0, (value - row.value) * 1000 / (now - last)));
@@ -113,7 +114,7 @@ constexpr std::string_view script =
       .then(function (reply) { return reply.ok ? reply.json() : Promise.reject(reply.status); })
       .then(function (object) {
         var now = Date.now();
-        rows.forEach(function (row) { take(row, object.properties[row.name], last, now); });
+        rows.forEach(function (row) { take(row, object.properties[row.name], object.texts[row.name], last, now); });
         last = now;
         setTimeout(refresh, period);
       }, function () { setTimeout(refresh, 5 * period); });

@@ -106,10 +106,11 @@ std::string lower_case(std::string text) {
     return text;
 }
 
-bool contains(const Object& object, const std::string& wanted) {
+/// Whether a value holds the text, as the table shows it.
+bool contains(const Object& object, const ClassDeclaration& declaration, const std::string& wanted) {
     for (const auto* list : {&object.keys, &object.properties})
         for (const Property& property : *list)
-            if (lower_case(value_text(nullptr, property)).find(wanted) != std::string::npos)
+            if (lower_case(value_text(declaration.property(property.name), property)).find(wanted) != std::string::npos)
                 return true;
     return false;
 }
@@ -150,8 +151,9 @@ Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, cons
     shown.total = all.objects.size();
     shown.status = std::move(all.status);
     if (!wish.filter.empty())
-        std::erase_if(all.objects,
-                      [wanted = lower_case(wish.filter)](const Object& object) { return !contains(object, wanted); });
+        std::erase_if(all.objects, [&declaration, wanted = lower_case(wish.filter)](const Object& object) {
+            return !contains(object, declaration, wanted);
+        });
     shown.found = all.objects.size();
     if (!wish.sort.empty())
         sort(all.objects, wish);
@@ -166,6 +168,7 @@ Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, cons
 struct Column {
     std::string name;
     const mof::PropertyDeclaration* declared = nullptr;
+    bool sorts = true; ///< the table can be sorted by it
     bool differs = false;
     std::string same{}; ///< the value, if it is the same in all
 };
@@ -190,6 +193,9 @@ std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& decl
             const Property* property = value_of(object, column.name);
             values.insert(property == nullptr ? std::string() : value_text(column.declared, *property));
         }
+        column.sorts =
+            !shown.keys_only || std::any_of(shown.objects.begin(), shown.objects.end(),
+                                            [&](const Object& each) { return each.key(column.name) != nullptr; });
         column.differs = values.size() > 1;
         column.same = values.empty() ? std::string() : *values.begin();
     }
@@ -197,7 +203,7 @@ std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& decl
 }
 
 /// The columns that the view names, keys that differ, then others that differ.
-std::vector<Column> chosen_columns(const std::vector<Column>& all, const views::ClassView* view, bool every) {
+std::vector<Column> chosen_columns(const std::vector<Column>& all, const views::ClassView& view, bool every) {
     if (every)
         return all;
     std::vector<Column> chosen;
@@ -207,7 +213,7 @@ std::vector<Column> chosen_columns(const std::vector<Column>& all, const views::
         if (!known)
             chosen.push_back(column);
     };
-    for (const std::string& name : view == nullptr ? std::vector<std::string>() : view->columns)
+    for (const std::string& name : view.columns)
         for (const Column& column : all)
             if (same_name(column.name, name))
                 add(column);
@@ -223,17 +229,13 @@ std::string head_cell(const Column& column, const Wish& wish, const std::string&
     Wish next = wish;
     next.page = 1;
     next.sort = column.name;
-    const bool sorted = same_name(wish.sort, column.name);
+    const bool sorted = column.sorts && same_name(wish.sort, column.name);
     next.descending = sorted && !wish.descending;
     const std::string unit = unit_of(column.declared);
     return "<th scope=\"col\"" +
            (sorted ? std::string(" aria-sort=\"") + (wish.descending ? "descending" : "ascending") + "\"" : "") + ">" +
-           link(next.url(base), column.name) +
+           (column.sorts ? link(next.url(base), column.name) : escaped(column.name)) +
            (unit.empty() ? std::string() : " <span class=\"unit\">" + escaped(unit) + "</span>") + "</th>";
-}
-
-bool is_number(const Property& property) {
-    return property.value.data.index() >= 2 && property.value.data.index() <= 4;
 }
 
 std::string object_row(const Object& object, const std::vector<Column>& columns, const std::string& url) {
@@ -315,10 +317,10 @@ std::string rest(const std::vector<Column>& all, const std::vector<Column>& chos
     return html;
 }
 
-std::string notes_of(const Shown& shown, const views::ClassView* view) {
+std::string notes_of(const Shown& shown, const views::ClassView& view) {
     std::string html;
-    if (view != nullptr && !view->note.empty())
-        html += "<p>" + escaped(view->note) + "</p>\n";
+    if (!view.note.empty())
+        html += "<p>" + escaped(view.note) + "</p>\n";
     if (shown.status.code != server::CimCode::ok)
         html += "<p class=\"fault\">The provider answered with error " +
                 std::to_string(static_cast<unsigned>(shown.status.code)) + ": " + escaped(shown.status.description) +
@@ -339,7 +341,7 @@ Page class_page(const Visit& visit) {
     const Wish wish = wish_of(visit.target);
     const Shown shown = shown_of(*space, *declaration, wish);
     const std::string base = class_link(*space, visit.main, declaration->name);
-    const views::ClassView* view = visit.views.find(declaration->name);
+    const views::ClassView view = visit.views.of(*declaration, space->schema);
     const auto all = all_columns(shown, *declaration);
     const auto chosen = chosen_columns(all, view, wish.all);
     std::string body = "<p>" + escaped(qualifier_text(declaration->qualifiers, "Description")) + "</p>\n" +

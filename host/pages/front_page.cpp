@@ -2,6 +2,7 @@
 #include "host/pages/html.h"
 #include "host/pages/objects.h"
 #include "host/pages/site_parts.h"
+#include "host/pages/timed_ask.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +39,8 @@ std::string row(const std::string& name, const std::string& value) {
 }
 
 std::string server_table(const server::ServerFigures& figures) {
-    return "<table>\n<caption>This server</caption>\n" + row("Since", time_text(figures.since)) +
+    return "<table>\n<caption>This server</caption>\n" + row("Program", "cmpihost " CMPIHOST_VERSION) +
+           row("Since", time_text(figures.since)) +
            row("Requests so far",
                grouped(figures.requests) + ", of which " + grouped(figures.failures) + " did not end well") +
            row("Connections", grouped(figures.connections)) +
@@ -104,7 +106,7 @@ std::string class_table(const Visit& visit, const Namespace& space, bool associa
 } // namespace
 
 Page front_page(const Visit& visit) {
-    const auto until = Clock::now() + visit.settings.counting;
+    const auto until = Clock::now() + within_request(visit.settings, visit.settings.counting);
     std::string body;
     for (const bool association : {false, true})
         for (const Namespace* space : visit.catalogue.namespaces())

@@ -3,37 +3,13 @@
 #include "host/pages/objects.h"
 #include "host/pages/site_parts.h"
 #include "host/pages/svg.h"
-
-#include <chrono>
+#include "host/pages/timed_ask.h"
 
 namespace cmpihost::pages {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr std::size_t most_objects = 300;
-
-/// Asks until it is too late; then nobody knows anything more.
-class TimedAsk {
-  public:
-    TimedAsk(const server::Namespace& space, std::chrono::milliseconds time)
-        : space_(space), until_(Clock::now() + time) {}
-
-    Answer operator()(const Request& request) {
-        if (Clock::now() < until_)
-            return ask(space_, request);
-        late_ = true;
-        return {};
-    }
-
-    bool is_late() const { return late_; }
-
-  private:
-    const server::Namespace& space_;
-    Clock::time_point until_;
-    bool late_ = false;
-};
 
 std::string notes_of(const GraphWalk& walk, bool late) {
     const Graph& graph = walk.graph();
@@ -52,7 +28,7 @@ std::string notes_of(const GraphWalk& walk, bool late) {
 } // namespace
 
 Page graph_page(const Visit& visit) {
-    TimedAsk timed(visit.main, visit.settings.walking);
+    TimedAsk timed(visit.main, visit.settings);
     GraphWalk walk(
         visit.main.schema, [&timed](const Request& request) { return timed(request); }, visit.main.name, most_objects);
     walk.start_everywhere();

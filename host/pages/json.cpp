@@ -1,6 +1,7 @@
 #include "host/pages/json.h"
 
 #include "host/cim/path_text.h"
+#include "host/pages/objects.h"
 
 #include <nlohmann/json.hpp>
 
@@ -32,11 +33,36 @@ Json json_of(const std::vector<Property>& properties) {
     return json;
 }
 
+/// What a reader that has doubles alone would show; empty for what it could not.
+std::string plain_text(const Property& property) {
+    constexpr std::int64_t most = std::int64_t{1} << 53;
+    const auto* natural = std::get_if<std::uint64_t>(&property.value.data);
+    if (natural != nullptr && *natural <= most)
+        return std::to_string(*natural);
+    const auto* integer = std::get_if<std::int64_t>(&property.value.data);
+    return integer != nullptr && *integer <= most && *integer >= -most ? std::to_string(*integer) : std::string();
+}
+
+Json texts_of(const Object& instance, const mof::ClassDeclaration& declaration) {
+    Json json = Json::object();
+    for (const Property& property : instance.properties) {
+        const mof::PropertyDeclaration* declared = declaration.property(property.name);
+        if (!is_refreshed(declared, property))
+            continue;
+        const std::string text = value_text(declared, property);
+        if (text != plain_text(property))
+            json[property.name] = text;
+    }
+    return json;
+}
+
 } // namespace
 
-std::string json_of(const Object& path, const Object& instance) {
-    const Json json{
-        {"class", path.class_name}, {"keys", json_of(path.keys)}, {"properties", json_of(instance.properties)}};
+std::string json_of(const Object& path, const Object& instance, const mof::ClassDeclaration& declaration) {
+    const Json json{{"class", path.class_name},
+                    {"keys", json_of(path.keys)},
+                    {"properties", json_of(instance.properties)},
+                    {"texts", texts_of(instance, declaration)}};
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

@@ -1,15 +1,16 @@
 // An object in JSON, for scripts.
 #pragma once
 
-#include "host/cim/object.h"
+#include "host/mof/schema.h"
 
 #include <string>
 
 namespace cmpihost::pages {
 
-/// {"class": ..., "keys": {...}, "properties": {...}}. Bytes that are no UTF-8 are replaced. Integers are whole, which
-/// readers that have doubles alone round beyond 2^53.
+/// {"class": ..., "keys": {...}, "properties": {...}, "texts": {...}}. Bytes that are no UTF-8 are replaced. Integers
+/// are whole, which readers that have doubles alone round beyond 2^53. The texts are those that the page shows for
+/// numbers and mapped values, where they are another than such a reader's own.
 /// @param path of the instance: its class and its keys
-std::string json_of(const Object& path, const Object& instance);
+std::string json_of(const Object& path, const Object& instance, const mof::ClassDeclaration& declaration);
 
 } // namespace cmpihost::pages

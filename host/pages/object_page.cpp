@@ -8,6 +8,7 @@
 #include "host/pages/objects.h"
 #include "host/pages/site_parts.h"
 #include "host/pages/svg.h"
+#include "host/pages/timed_ask.h"
 
 #include <algorithm>
 #include <map>
@@ -27,6 +28,7 @@ struct Subject {
     const ClassDeclaration& declaration; ///< of the path's class
     const Object& path;
     const Object& instance;
+    views::ClassView view;
 };
 
 /// Reads a path, whose keys get the types that their class declares. @throws PathError
@@ -56,15 +58,13 @@ std::string value_cell(const Subject& subject, const PropertyDeclaration* declar
         reference != nullptr && *reference != nullptr && !(*reference)->keys.empty())
         return "<td>" + link(object_link(subject.space, subject.visit.main, **reference), path_text(**reference)) +
                "</td>";
-    const bool number = property.value.data.index() >= 2 && property.value.data.index() <= 4;
     const bool counts = declared != nullptr && mof::is_on(declared->qualifiers, "Counter");
-    std::string attributes = number ? " class=\"number\"" : "";
+    std::string attributes = is_number(property) ? " class=\"number\"" : "";
     if (counts) {
-        const views::ClassView* view = subject.visit.views.find(subject.declaration.name);
-        const bool curve = view == nullptr || view->curves.empty() ||
-                           std::find(view->curves.begin(), view->curves.end(), declared->name) != view->curves.end();
+        const auto& curves = subject.view.curves;
+        const bool curve = curves.empty() || std::find(curves.begin(), curves.end(), declared->name) != curves.end();
         attributes += " data-counter=\"" + escaped(property.name) + "\"" + (curve ? " data-curve=\"\"" : "");
-    } else if (number) {
+    } else if (is_refreshed(declared, property)) {
         attributes += " data-value=\"" + escaped(property.name) + "\"";
     }
     return "<td" + attributes + ">" + escaped(value_text(declared, property)) + "</td>";
@@ -95,13 +95,13 @@ struct Neighbour {
 /// Finds the references that tie an object to others.
 class Roles {
   public:
-    Roles(const Namespace& space, const Object& path, const std::string& association) {
+    Roles(TimedAsk& ask, const Namespace& space, const Object& path, const std::string& association) {
         Request request;
         request.operation = Request::Operation::reference_names;
         request.path = path;
         request.path.name_space = space.name;
         request.assoc_class = association;
-        references_ = ask(space, request).objects;
+        references_ = ask(request).objects;
     }
 
     /// The roles of the object and of a neighbour; empty if no reference names both.
@@ -124,13 +124,13 @@ class Roles {
     std::vector<Object> references_;
 };
 
-std::string neighbour_list(const Subject& subject, const Graph& graph) {
+std::string neighbour_list(const Subject& subject, const Graph& graph, TimedAsk& ask) {
     std::map<std::string, std::vector<const Object*>> by_association;
     for (const GraphEdge& edge : graph.edges)
         by_association[edge.association].push_back(&graph.objects[edge.from == 0 ? edge.to : edge.from]);
     std::string html;
     for (const auto& [association, objects] : by_association) {
-        const Roles roles(subject.space, subject.path, association);
+        const Roles roles(ask, subject.space, subject.path, association);
         html +=
             "<h3>" + link(class_link(subject.space, subject.visit.main, association), association) + "</h3>\n<ul>\n";
         for (const Object* object : objects) {
@@ -148,10 +148,12 @@ std::string neighbour_list(const Subject& subject, const Graph& graph) {
 }
 
 /// What a list of neighbours is not complete for; empty if nothing is missing.
-std::string missing_neighbours(const GraphWalk::Notes& notes) {
+std::string missing_neighbours(const GraphWalk::Notes& notes, bool late) {
     std::string text;
     if (notes.limited)
         text = "There are more neighbours than these.";
+    if (late)
+        text += (text.empty() ? "" : " ") + std::string("Not all were asked for, since that takes long.");
     if (notes.errors > 0)
         text +=
             (text.empty() ? "" : " ") + counted(notes.errors, "request") + " failed, the first: " + notes.first_error;
@@ -160,17 +162,21 @@ std::string missing_neighbours(const GraphWalk::Notes& notes) {
 
 std::string neighbours(const Subject& subject) {
     constexpr std::size_t most = 500;
-    const auto asked = [&subject](const Request& request) { return ask(subject.space, request); };
+    TimedAsk timed(subject.space, subject.visit.settings);
+    const auto asked = [&timed](const Request& request) { return timed(request); };
     GraphWalk walk(subject.space.schema, asked, subject.space.name, most);
     walk.start_with(subject.path);
     walk.run_once();
-    const std::string head = "<h2>Neighbours</h2>\n" + missing_neighbours(walk.notes());
+    const std::string list = neighbour_list(subject, walk.graph(), timed);
+    const std::string head = "<h2>Neighbours</h2>\n" + missing_neighbours(walk.notes(), timed.is_late());
     if (walk.graph().edges.empty())
-        return head + (walk.notes().errors > 0 ? "" : "<p>No association leads from here to another object.</p>\n");
+        return head + (walk.notes().errors > 0 || timed.is_late()
+                           ? ""
+                           : "<p>No association leads from here to another object.</p>\n");
     const std::string drawing =
         svg_of(walk.graph(), star_of(walk.graph()), subject.space.schema, "The object and its neighbours",
                [&subject](const Object& object) { return object_link(subject.space, subject.visit.main, object); });
-    return head + neighbour_list(subject, walk.graph()) + scrolled("Drawing", drawing);
+    return head + list + scrolled("Drawing", drawing);
 }
 
 std::string shell_quoted(const std::string& text) {
@@ -244,8 +250,8 @@ Page object_page(const Visit& visit) {
                               path_text(path) + ": error " + std::to_string(static_cast<unsigned>(status.code)) + ", " +
                                   status.description);
         if (visit.target.value("format") == "json")
-            return {200, "application/json", json_of(path, *instance)};
-        return page_of({visit, *space, *declaration, path, *instance});
+            return {200, "application/json", json_of(path, *instance, *declaration)};
+        return page_of({visit, *space, *declaration, path, *instance, visit.views.of(*declaration, space->schema)});
     } catch (const PathError& error) {
         return error_page(400, "No such object", error.what());
     }

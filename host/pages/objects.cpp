@@ -23,6 +23,40 @@ Answer answer_of(const server::Ask& ask, const Request& request) {
         ask, request, [paths = gives_paths(request.operation)](bool is_instance) { return is_instance != paths; });
 }
 
+/// What several say, of which one status is told.
+class Verdict {
+  public:
+    void add(const server::Status& status) {
+        if (!status_ || weight(status) > weight(*status_))
+            status_ = status;
+    }
+
+    /// Nothing, if nobody was asked.
+    const std::optional<server::Status>& status() const { return status_; }
+
+  private:
+    /// That somebody does not support a class tells nothing, where another one does.
+    static int weight(const server::Status& status) {
+        if (server::is_unsupported(status))
+            return 0;
+        if (status.code == server::CimCode::ok)
+            return 1;
+        return status.code == server::CimCode::not_found ? 2 : 3;
+    }
+
+    std::optional<server::Status> status_{};
+};
+
+/// A reference without what its neighbourhood tells: the host, which may be spelt like a part of a path, and the
+/// namespace.
+Value::Reference without_place(const Object& object, const Namespace& space) {
+    auto local = std::make_shared<Object>(object);
+    local->host.reset();
+    if (same_name(local->name_space, space.name))
+        local->name_space.clear();
+    return local;
+}
+
 bool is_traversal(Request::Operation operation) {
     return operation == Request::Operation::associators || operation == Request::Operation::associator_names ||
            operation == Request::Operation::references || operation == Request::Operation::reference_names;
@@ -32,6 +66,7 @@ bool is_traversal(Request::Operation operation) {
 
 Objects enumerate(const Namespace& space, const mof::ClassDeclaration& declaration, bool names) {
     Objects all;
+    Verdict verdict;
     std::unordered_set<std::string> seen;
     const auto classes = server::served_below(space, &declaration, &ServedClass::instances);
     for (const ServedClass* each : classes) {
@@ -41,27 +76,29 @@ Objects enumerate(const Namespace& space, const mof::ClassDeclaration& declarati
         request.path.class_name = each->declaration->name;
         request.path.name_space = space.name;
         Answer answer = answer_of(*each->ask, request);
-        if (server::Status status = server::status_of(answer); status.code != server::CimCode::ok)
-            all.status = std::move(status);
+        verdict.add(server::status_of(answer));
         for (Object& object : answer.objects)
             if (classes.size() == 1 || seen.insert(identity(path_of(space, object))).second)
                 all.objects.push_back(std::move(object));
     }
+    all.status = verdict.status().value_or(server::Status{});
     return all;
 }
 
 std::optional<Object> get(const Namespace& space, const Object& path, server::Status& status) {
-    status = {server::CimCode::not_found, "there is no such instance"};
+    const server::Status none{server::CimCode::not_found, "there is no such instance"};
     const server::Inquiry inquiry = server::get_inquiry(path, nullptr, space);
     Request request = inquiry.request;
+    Verdict verdict;
     for (const ServedClass* each : inquiry.classes) {
         request.path.class_name = each->declaration->name;
         Answer answer = answer_of(*each->ask, request);
         if (answer.rc == 0 && !answer.objects.empty())
             return std::move(answer.objects.front());
-        if (answer.rc != 0 && each->declaration == inquiry.named)
-            status = server::status_of(answer);
+        if (each->declaration == inquiry.named)
+            verdict.add(answer.rc == 0 ? none : server::status_of(answer));
     }
+    status = verdict.status().value_or(none);
     return std::nullopt;
 }
 
@@ -70,7 +107,7 @@ Answer ask(const Namespace& space, const Request& request) {
     const std::string& name = traversal && request.assoc_class ? *request.assoc_class : request.path.class_name;
     const bool declared = space.schema.find(name) != nullptr;
     Answer joined;
-    joined.rc = static_cast<int>(server::CimCode::not_supported);
+    Verdict verdict;
     std::vector<const server::Ask*> asked;
     for (const ServedClass& each : space.classes) {
         const bool serves = traversal ? each.associations : each.instances;
@@ -80,8 +117,10 @@ Answer ask(const Namespace& space, const Request& request) {
         asked.push_back(each.ask);
         Answer answer = answer_of(*each.ask, request);
         std::move(answer.objects.begin(), answer.objects.end(), std::back_inserter(joined.objects));
-        joined.rc = answer.rc;
+        verdict.add(server::status_of(answer));
     }
+    const server::Status status = verdict.status().value_or(server::Status{server::CimCode::not_supported});
+    joined.rc = static_cast<int>(status.code);
     return joined;
 }
 
@@ -105,9 +144,16 @@ std::string class_link(const Namespace& space, const Namespace& main, const std:
 
 std::string object_link(const Namespace& space, const Namespace& main, const Object& path) {
     Object named = path_of(space, path);
+    for (Property& key : named.keys)
+        if (const auto* end = std::get_if<Value::Reference>(&key.value.data); end != nullptr && *end != nullptr)
+            key.value.data = without_place(**end, space);
     if (&space != &main)
         named.name_space = space.name;
     return "/object/" + encoded_path(path_text(named));
+}
+
+bool is_number(const Property& property) {
+    return property.value.data.index() >= 2 && property.value.data.index() <= 4;
 }
 
 std::string value_text(const mof::PropertyDeclaration* declared, const Property& property) {
@@ -115,6 +161,11 @@ std::string value_text(const mof::PropertyDeclaration* declared, const Property&
     std::string text = plain_text != nullptr ? *plain_text : text_value(property);
     const std::string mapped = declared == nullptr ? std::string() : mapped_text(*declared, property.value);
     return mapped.empty() ? text : text + " (" + mapped + ")";
+}
+
+bool is_refreshed(const mof::PropertyDeclaration* declared, const Property& property) {
+    return is_number(property) ||
+           (declared != nullptr && mof::find_qualifier(declared->qualifiers, "Values") != nullptr);
 }
 
 std::string qualifier_text(std::span<const mof::Qualifier> qualifiers, std::string_view name) {

@@ -9,7 +9,8 @@ namespace cmpihost::pages {
 /// Objects, or why there are none.
 struct Objects {
     std::vector<Object> objects;
-    server::Status status{}; ///< an error of one of the classes that were asked
+    server::Status status{}; ///< an error of one of those who were asked; who does not support a class is none, where
+                             ///< another one answers
 };
 
 /// The instances, or their names, of a class and its served subclasses, each once.
@@ -32,6 +33,11 @@ std::string object_link(const server::Namespace& space, const server::Namespace&
 
 /// A value for people, with the text that the MOF gives for it in parentheses.
 std::string value_text(const mof::PropertyDeclaration* declared, const Property& property);
+
+/// Whether the page of an object brings a value up to date: a number, or one that the MOF may give a text for.
+bool is_refreshed(const mof::PropertyDeclaration* declared, const Property& property);
+
+bool is_number(const Property& property);
 
 /// The unit of a property: "byte", "second * 10^-3"; empty for none and for a count.
 std::string unit_of(const mof::PropertyDeclaration* declared);

@@ -1,7 +1,7 @@
 #include "host/pages/site.h"
 
 #include "host/metrics/metric_text.h"
-#include "host/metrics/scrape.h"
+#include "host/metrics/scraper.h"
 #include "host/pages/html.h"
 #include "host/pages/site_parts.h"
 
@@ -55,7 +55,7 @@ class Site::State {
         : catalogue_(catalogue), settings_(settings), views_(views_of(catalogue, settings)),
           plans_(metrics::make_plans(catalogue, views_, settings.metrics)),
           scraper_([this](std::chrono::milliseconds time, metrics::Parts spare) {
-              return metrics::scrape(plans_, time, std::move(spare));
+              return metrics::scrape(plans_, time, labels_, std::move(spare));
           }) {}
 
     server::Outcome answer(const server::Question& question, server::ReplySink& sink);
@@ -67,11 +67,13 @@ class Site::State {
     const SiteSettings settings_;
     const views::Views views_;
     const std::vector<metrics::ClassPlan> plans_;
+    metrics::Lines labels_; ///< of the scrape under way
     metrics::Scraper scraper_;
 };
 
 server::Outcome Site::State::answer_metrics(const server::PageRequest& request, server::ReplySink& sink) {
-    scraper_.read(request.time, [&sink](const metrics::Parts& parts) {
+    const auto time = request.time.count() == 0 ? settings_.timeout : std::min(request.time, settings_.timeout);
+    scraper_.read(time, [&sink](const metrics::Parts& parts) {
         for (const std::string& part : parts)
             sink.append(part);
     });

@@ -124,8 +124,7 @@ void Verdict::add(const Inquiry& inquiry, const ServedClass& asked, const Status
         named = status;
     if (first.code == CimCode::ok)
         first = status;
-    const bool expected = status.code == CimCode::not_supported || status.code == CimCode::invalid_class ||
-                          inquiry.request.operation == Request::Operation::get_instance;
+    const bool expected = is_unsupported(status) || inquiry.request.operation == Request::Operation::get_instance;
     if (is_named || !expected)
         failures.push_back(asked.declaration->name + ": error " + std::to_string(static_cast<unsigned>(status.code)) +
                            (status.description.empty() ? "" : ", " + status.description));
@@ -162,6 +161,10 @@ Status status_of(const Answer& answer) {
         return {static_cast<CimCode>(answer.rc), text.empty() ? std::string(rc_name(answer.rc)) : text};
     const std::string code = "status " + std::to_string(answer.rc);
     return {CimCode::failed, text.empty() ? "the provider answered with " + code : text + " (" + code + ")"};
+}
+
+bool is_unsupported(const Status& status) {
+    return status.code == CimCode::not_supported || status.code == CimCode::invalid_class;
 }
 
 void note_leftovers(const Answer& answer, const std::string& what, Notes& notes) {

@@ -20,6 +20,9 @@ Asked ask(const Inquiry& inquiry, const cimxml::ReplyPlace& place, ObjectOutput&
 /// The status of an answer. Codes that the standard does not know become FAILED.
 Status status_of(const Answer& answer);
 
+/// Whether a provider says that it does not know the class or the operation: no failure if another one answers.
+bool is_unsupported(const Status& status);
+
 /// "N null results were left out" and the like, if there are any.
 void note_leftovers(const Answer& answer, const std::string& what, Notes& notes);
 

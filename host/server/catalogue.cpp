@@ -71,8 +71,6 @@ Answer ask_interop(const Interop& interop, const Request& request, const Sink& s
 /// Figures that several threads change. (A lock, since not every machine has atomic numbers of 64 bits.)
 class Counter {
   public:
-    explicit Counter(std::string name) : figures_{std::move(name)} {}
-
     void add(std::chrono::microseconds took, bool failed) {
         const std::lock_guard lock(mutex_);
         ++figures_.calls;
@@ -98,6 +96,18 @@ Answer run_counted(const Provider& provider, Counter& counter, const Request& re
     return answer;
 }
 
+/// The last parts of a path; all of it, as it was given, if it has no more.
+std::string path_end(const std::string& file, std::size_t parts) {
+    const fs::path path = file;
+    const auto all = static_cast<std::size_t>(std::distance(path.begin(), path.end()));
+    if (parts >= all)
+        return file;
+    fs::path end;
+    for (auto part = std::next(path.begin(), static_cast<std::ptrdiff_t>(all - parts)); part != path.end(); ++part)
+        end /= *part;
+    return end.string();
+}
+
 /// The providers, each loaded once.
 class Providers {
   public:
@@ -113,17 +123,34 @@ class Providers {
         hand_scenario_to(*library);
         library->create(prefix);
         const Provider& provider = library->provider();
-        auto counter = std::make_unique<Counter>(fs::path(file).filename().string() + " " + prefix);
+        auto counter = std::make_unique<Counter>();
         Ask ask = [&provider, counting = counter.get()](const Request& request, const Sink& sink) {
             return run_counted(provider, *counting, request, sink);
         };
-        return loaded_.emplace_back(Loaded{file, prefix, std::move(library), std::move(counter), std::move(ask)}).ask;
+        Loaded loaded{file, prefix, file, std::move(library), std::move(counter), std::move(ask)};
+        return loaded_.emplace_back(std::move(loaded)).ask;
+    }
+
+    /// Gives each a name of its own: its file's, after as many folders as it takes to tell it from others, and prefix.
+    void set_names() {
+        for (Loaded& each : loaded_) {
+            std::size_t parts = 1;
+            const auto is_alike = [&](const Loaded& other) {
+                return other.prefix == each.prefix && other.file != each.file &&
+                       path_end(other.file, parts) == path_end(each.file, parts);
+            };
+            while (std::any_of(loaded_.begin(), loaded_.end(), is_alike))
+                ++parts;
+            each.name = path_end(each.file, parts) + " " + each.prefix;
+        }
     }
 
     std::vector<ProviderFigures> figures() const {
         std::vector<ProviderFigures> all;
-        for (const Loaded& each : loaded_)
+        for (const Loaded& each : loaded_) {
             all.push_back(each.counter->figures());
+            all.back().name = each.name;
+        }
         return all;
     }
 
@@ -137,6 +164,7 @@ class Providers {
     struct Loaded {
         std::string file;
         std::string prefix;
+        std::string name;
         std::unique_ptr<Library> library;
         std::unique_ptr<Counter> counter;
         Ask ask;
@@ -259,6 +287,7 @@ Catalogue::Catalogue(const Settings& settings) : content_(std::make_unique<Conte
     content_->add_registered(settings);
     content_->add_files(settings);
     content_->providers.check_scenario();
+    content_->providers.set_names();
     content_->add_interop(settings);
 }
 

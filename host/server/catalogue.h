@@ -15,7 +15,7 @@ using Ask = std::function<Answer(const Request& request, const Sink& sink)>;
 
 /// What a provider was asked so far.
 struct ProviderFigures {
-    std::string name; ///< of its library's file, and the prefix of its factories
+    std::string name; ///< of its library's file, with folders where two have the same, and the prefix of its factories
     std::uint64_t calls = 0;
     std::uint64_t failures = 0; ///< calls that answered another status than OK
     std::chrono::microseconds time{};

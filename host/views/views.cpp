@@ -109,12 +109,33 @@ class Reader {
     const mof::Schema& schema_;
 };
 
+/// Adds what a view lacks and that of a superclass has.
+void inherit(ClassView& view, const ClassView& super) {
+    if (view.columns.empty())
+        view.columns = super.columns;
+    if (view.curves.empty())
+        view.curves = super.curves;
+    if (view.note.empty())
+        view.note = super.note;
+    view.states.insert(super.states.begin(), super.states.end()); // not those of a property that has its own
+}
+
 } // namespace
 
 const ClassView* Views::find(std::string_view class_name) const {
     const auto found = std::find_if(classes.begin(), classes.end(),
                                     [class_name](const ClassView& view) { return same_name(view.name, class_name); });
     return found == classes.end() ? nullptr : &*found;
+}
+
+ClassView Views::of(const mof::ClassDeclaration& declaration, const mof::Schema& schema) const {
+    const ClassView* own = find(declaration.name);
+    ClassView view = own == nullptr ? ClassView{declaration.name} : *own;
+    for (const auto* super = schema.find(declaration.superclass); super != nullptr;
+         super = schema.find(super->superclass))
+        if (const ClassView* said = find(super->name))
+            inherit(view, *said);
+    return view;
 }
 
 Views read_views(const std::string& file, const mof::Schema& schema) {

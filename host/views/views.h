@@ -23,8 +23,12 @@ struct Views {
     std::vector<std::string> acronyms; ///< words that stay together in names of metrics
     std::vector<ClassView> classes;
 
-    /// What is said of the class, whose name is in any case; null: nothing.
+    /// What is said of the class itself, whose name is in any case; null: nothing.
     const ClassView* find(std::string_view class_name) const;
+
+    /// What holds for a class: what is said of it, and else of its nearest superclass of which anything is said.
+    /// Whether it is measured is its own alone.
+    ClassView of(const mof::ClassDeclaration& declaration, const mof::Schema& schema) const;
 };
 
 /// Reads a file in the form of TOML. It may speak of more classes than the schema has: those are left out.

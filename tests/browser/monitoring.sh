@@ -53,8 +53,16 @@ expect() {
     done
 }
 
-start two-site
+start two-site --host Switch-1.example
 two_site=$address
+# status NAME: how a scrape under this name ends
+status() {
+    curl -sS -o /dev/null -w '%{http_code}' -H "Host: $1" "http://$two_site/metrics"
+}
+for each in "200 switch-1.example" "200 switch-1.example:${two_site##*:}" "421 switch-2.example" "200 $two_site"; do
+    got=$(status "${each#* }")
+    [ "$got" = "${each%% *}" ] || fail "Host: ${each#* }: expected ${each%% *}, got $got"
+done
 printf '[switch]\nname = "many"\n[generate]\ntunnels = 100\n' >"$folder/many.toml"
 start many --scenario "$folder/many.toml"
 many=$address

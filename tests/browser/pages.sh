@@ -35,22 +35,39 @@ await() {
     done
 }
 
-# start NAME SCENARIO: a server, whose address goes to $address
+# start NAME OPTION...: a server, whose address goes to $address
 start() {
-    "$program" serve --listen 127.0.0.1:0 --quiet --scenario "$2" >"$folder/$1.out" 2>&1 &
+    name=$1
+    shift
+    "$program" serve --listen 127.0.0.1:0 --quiet "$@" >"$folder/$name.out" 2>&1 &
     processes="$processes $!"
-    await "$folder/$1.out" '^listening on '
-    address=$(sed -n 's|^listening on \(http://[^/]*\)/.*|\1|p' "$folder/$1.out" | head -n 1)
+    await "$folder/$name.out" '^listening on '
+    address=$(sed -n 's|^listening on \(http://[^/]*\)/.*|\1|p' "$folder/$name.out" | head -n 1)
 }
 
 scenarios=$here/../../scenarios
 awk -f "$scenarios/traffic.awk" "$scenarios/two-site.toml" >"$folder/live.toml"
-start live "$folder/live.toml"
+start live --scenario "$folder/live.toml"
 LIVE=$address
-start hostile "$here/hostile.toml"
+start hostile --scenario "$here/hostile.toml"
 HOSTILE=$address
-start many "$scenarios/ten-thousand.toml"
+start many --scenario "$scenarios/ten-thousand.toml"
 MANY=$address
+cat >"$folder/mapped.mof" <<'END'
+class Test_Thing {
+    [Key] string Name;
+    [Key] uint32 Number;
+    uint64 U64;
+    sint64 S64;
+    real64 Real;
+    [ValueMap {"1", "255"}, Values {"Empty", "Full"}] uint8 U8;
+    char16 Letter;
+    [ValueMap {"7"}, Values {"Seven"}] uint16 List[];
+};
+END
+start mapped --provider "$(dirname "$program")/../tests/providers/host_good_provider.so" --name Good \
+    --schema "$folder/mapped.mof"
+MAPPED=$address
 
 cp "$here/package.json" "$here/package-lock.json" "$folder/"
 (cd "$folder" && npm ci --no-audit --no-fund >npm.log 2>&1) || fail "$(cat "$folder/npm.log")"
@@ -62,5 +79,5 @@ processes="$processes $!"
 await "$folder/driver.out" 'successfully on port'
 DRIVER=http://127.0.0.1:$(sed -n 's/.*successfully on port \([0-9]*\).*/\1/p' "$folder/driver.out")
 SHOTS=$folder
-export LIVE HOSTILE MANY AXE DRIVER SHOTS
+export LIVE HOSTILE MANY MAPPED AXE DRIVER SHOTS
 node --test "$here/pages.mjs"

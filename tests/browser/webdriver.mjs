@@ -109,5 +109,5 @@ export function drawingContrast(browser) {
         }
         for (const tie of document.querySelectorAll('svg .tie'))
             all.ties.push(contrast(getComputedStyle(tie).stroke, paper));
-        return { texts: Math.min(...all.texts), ties: Math.min(...all.ties), count: all.texts.length };`);
+        return { texts: Math.min(...all.texts), ties: Math.min(...all.ties), boxes: all.texts.length, lines: all.ties.length };`);
 }

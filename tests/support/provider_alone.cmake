@@ -68,17 +68,13 @@ ask("^[^\n]*\n  TunnelID  uint16  1\n\n1 object\n" gi ${tunnel} TunnelID) # a pr
 ask("  Antecedent  reference  .*\n\n1 object\n" ri ${tunnel} --arc ZANTO_FCIPTCPEndpoint)
 
 # What services.h declares, as functions that do nothing, and the two variables.
-file(READ ${SOURCE}/platform/services.h services)
-string(REGEX REPLACE "//[^\n]*" "" services "${services}")
-string(REGEX MATCHALL "[A-Za-z_0-9]+\\(" names "${services}")
-list(LENGTH names count)
+execute_process(COMMAND awk -f ${SOURCE}/tests/support/platform_stub.awk ${SOURCE}/platform/services.h
+                OUTPUT_VARIABLE stub COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "\\(void\\)" functions "${stub}")
+list(LENGTH functions count)
 if(count LESS 40)
   message(FATAL_ERROR "services.h declares ${count} functions, expected 40 and more")
 endif()
-set(stub "long inet_addr_null[8];\nint mts_q;\n")
-foreach(name ${names})
-  string(APPEND stub "void ${name}void) {}\n")
-endforeach()
 
 # Links the provider with the stub, without the functions named.
 function(link_with_stub failed_variable output_variable)

@@ -117,6 +117,29 @@ TEST_F(Pages, PostsOfOtherSitesAreRefused) {
     EXPECT_EQ(ask(rebound).status(), 403U) << "a name that was made to lead here";
 }
 
+TEST_F(Pages, OfOtherSitesMayBeLinkedAndNotFetched) {
+    start();
+    struct Row {
+        const char* site;
+        const char* mode;
+        unsigned status;
+    };
+    for (const Row& row : {Row{"none", "navigate", 200},
+                           {"same-origin", "cors", 200},
+                           {"same-origin", "no-cors", 200},
+                           {"cross-site", "navigate", 200},
+                           {"cross-site", "Navigate", 200},
+                           {"cross-site", "cors", 403},
+                           {"cross-site", "no-cors", 403},
+                           {"same-site", "no-cors", 403},
+                           {"cross-site", "", 403}})
+        for (const char* target : {"/", "/metrics", "/object/X.Y=1?format=json"}) {
+            const std::string mode = *row.mode == '\0' ? "" : std::string("Sec-Fetch-Mode: ") + row.mode + "\r\n";
+            const std::string headers = std::string("Sec-Fetch-Site: ") + row.site + "\r\n" + mode;
+            EXPECT_EQ(ask(get(target, headers)).status(), row.status) << target << " " << headers;
+        }
+}
+
 TEST_F(Pages, ScrapersTimeIsHandedOn) {
     start();
     const std::vector<std::pair<const char*, int>> rows{{"10", 10'000}, {"0.5", 500}, {"", 0},   {"x", 0},

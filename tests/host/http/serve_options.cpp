@@ -125,6 +125,7 @@ TEST_F(ServeLines, LimitsThatAreGiven) {
         options_of({"--timeout", "2.5", "--idle-time", "7", "--body-bytes", "2M", "--connections", "9", "--contexts",
                     "3", "--waiting", "5", "--context-time", "6", "--reply-bytes", "1000", "--login-penalty", "0.5"});
     EXPECT_EQ(options.timeout, std::chrono::milliseconds(2'500));
+    EXPECT_EQ(options.site.timeout, std::chrono::milliseconds(2'500));
     EXPECT_EQ(options.listener.limits.idle, std::chrono::seconds(7));
     EXPECT_EQ(options.listener.limits.body_bytes, std::size_t{2} << 20);
     EXPECT_EQ(options.listener.limits.connections, 9U);

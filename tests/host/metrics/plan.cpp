@@ -76,6 +76,39 @@ TEST(MetricPlan, TwoPropertiesWithOneNameAreRefused) {
     }
 }
 
+TEST(MetricPlan, TwoLabelsWithOneNameAreRefused) {
+    views::Views views;
+    views.classes.push_back({"A_B", {}, {}, true, "", {{"Status", {{"2", "ok"}}}}});
+    const std::vector<std::pair<const char*, const char*>> rows{
+        {"class A_B { [Key] string FooBar; [Key] string foo_bar; [Counter] uint32 C; };",
+         "label foo_bar: is the name of both A_B.FooBar and A_B.foo_bar"},
+        {"class A_B { [Key] string Name; [Key] string Element_Name; string ElementName; [Counter] uint32 C; };",
+         "label element_name: is the name of both A_B.Element_Name and A_B.ElementName"},
+        {"class A_B { [Key] string name_; [Key] string Name; [Counter] uint32 C; };",
+         "label name: is the name of both A_B.name_ and A_B.Name"},
+        {"class A_B { [Key] string State; uint16 Status; };",
+         "label state: is the name of both A_B.State and the states of A_B.Status"},
+    };
+    for (const auto& [text, expected] : rows) {
+        try {
+            check_names({Planned("A_B", views, text).plan});
+            ADD_FAILURE() << text << " was taken";
+        } catch (const std::runtime_error& error) {
+            EXPECT_STREQ(error.what(), expected);
+        }
+    }
+    check_names({Planned("A_B", {}, "class A_B { [Key] string State; [Counter] uint32 C; };").plan});
+}
+
+TEST(MetricPlan, ViewsOfASuperclassHoldForItsSubclasses) {
+    views::Views views;
+    views.classes.push_back({"Test_Port", {}, {}, true, "Beware.", {{"Status", {{"2", "ok"}, {"6", "error"}}}}});
+    const Planned planned("Test_SubPort", views);
+    EXPECT_EQ(planned.plan.metrics.back().name, "test_sub_port_status");
+    EXPECT_EQ(planned.plan.metrics.back().states.size(), 2U);
+    EXPECT_TRUE(planned.plan.metrics.front().help.ends_with("Beware. Test_SubPort.Frames"));
+}
+
 TEST(MetricPlan, CommandLineNamesOtherClasses) {
     const server::Catalogue catalogue(switch_settings());
     const auto count = [&](const std::vector<std::string>& classes) {
@@ -104,13 +137,27 @@ TEST(MetricPlan, ClassesThatCannotBeMeasuredAreRefused) {
     }
 }
 
+TEST(MetricPlan, ClassIsAskedOfAllThatServeIt) {
+    server::Settings settings = switch_settings();
+    settings.providers.push_back({FCIP_PROVIDER, "FCIPProvider"}); // which is loaded once
+    const server::Catalogue same(settings);
+    const auto once = make_plans(same, {}, {"ZANTO_IPEndPointStatistics"});
+    ASSERT_EQ(once.size(), 1U);
+    EXPECT_EQ(once.front().sources.size(), 1U);
+    settings.providers.back() = {TEST_PROVIDERS "/host_good_provider.so", "Good"};
+    const server::Catalogue two(settings);
+    const auto both = make_plans(two, {}, {"ZANTO_IPEndPointStatistics"});
+    ASSERT_EQ(both.size(), 1U);
+    EXPECT_EQ(both.front().sources.size(), 2U);
+}
+
 TEST(MetricPlan, SwitchesViewsFitTheirClasses) {
     const server::Catalogue catalogue(switch_settings());
     const auto views = views::read_views(FCIP_SOURCE_DIR "/schema/views.toml", catalogue.schema_of({}));
     EXPECT_EQ(views.classes.size(), 10U) << "one of the file's classes is not declared";
     std::string text;
     for (const ClassPlan& plan : make_plans(catalogue, views, {}))
-        text += plan.served->declaration->name + " " + std::to_string(plan.metrics.size()) + "\n";
+        text += plan.declaration->name + " " + std::to_string(plan.metrics.size()) + "\n";
     EXPECT_EQ(text, "ZANTO_EthernetPortStatistics 22\nZANTO_FCIPProtocolEndPoint 1\nZANTO_IPEndPointStatistics 17\n");
 }
 

@@ -1,5 +1,5 @@
 // What a scrape gets of the objects that a provider answers.
-#include "host/metrics/scrape.h"
+#include "host/metrics/scraper.h"
 
 #include "tests/host/metrics/metrics_test.h"
 
@@ -47,7 +47,7 @@ class Scrapes : public testing::Test {
         };
     }
 
-    std::string text(milliseconds time = {}) { return joined(scrape({plan()}, time)); }
+    std::string text(milliseconds time = {}) { return joined(scrape({plan()}, time, labels)); }
 
     ClassPlan plan() { return make_plan(served, space, views); }
 
@@ -71,8 +71,10 @@ class Scrapes : public testing::Test {
     server::Ask ask;
     server::ServedClass served{schema, *schema.find("Test_Port"), ask};
     std::vector<Object> objects;
+    Lines labels;
     std::atomic<int> asked = 0;
     int rc = 0;
+    int second_rc = 0;
 };
 
 TEST_F(Scrapes, SamplesOfAMetricStandTogetherUnderItsHead) {
@@ -147,13 +149,58 @@ TEST_F(Scrapes, ClassIsAskedOnce) {
     EXPECT_EQ(asked, 1);
 }
 
+TEST_F(Scrapes, EveryProviderOfAClassIsAsked) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1})})};
+    const server::Ask second = [this](const Request& request, const Sink& sink) {
+        EXPECT_EQ(request.path.name_space, "root/other");
+        Store store;
+        for (const char* id : {"1", "2"})
+            sink(hold(store, port(id, {value("Up", "boolean", true), value("Frames", "uint64", std::uint64_t{2})})),
+                 true);
+        Answer answer;
+        answer.rc = second_rc;
+        return answer;
+    };
+    const server::Namespace other{"root/other", schema, {}};
+    ClassPlan both = plan();
+    both.sources.push_back({&second, &other});
+    const std::string joint = joined(scrape({both}, {}, labels));
+    EXPECT_NE(joint.find("test_port_frames_total{device_id=\"1\"} 1\ntest_port_frames_total{device_id=\"2\"} 2\n#"),
+              std::string::npos)
+        << joint;
+    EXPECT_NE(joint.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n#"), std::string::npos);
+    second_rc = CMPI_RC_ERR_FAILED;
+    const std::string failed = joined(scrape({both}, {}, labels));
+    EXPECT_EQ(failed.find("test_port"), std::string::npos) << "half of the objects would look like all";
+    EXPECT_NE(failed.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n#"), std::string::npos);
+}
+
+TEST_F(Scrapes, ProviderThatLacksTheClassIsNoFailure) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1})})};
+    for (const int unsupported : {CMPI_RC_ERR_NOT_SUPPORTED, CMPI_RC_ERR_INVALID_CLASS}) {
+        const server::Ask none = [unsupported](const Request&, const Sink&) {
+            Answer answer;
+            answer.rc = unsupported;
+            return answer;
+        };
+        ClassPlan both = plan();
+        both.sources.insert(both.sources.begin(), {&none, &space});
+        const std::string all = joined(scrape({both}, {}, labels));
+        EXPECT_NE(all.find("test_port_frames_total{device_id=\"1\"} 1\n"), std::string::npos) << all;
+        EXPECT_NE(all.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n"), std::string::npos) << all;
+        both.sources.pop_back();
+        EXPECT_NE(joined(scrape({both}, {}, labels)).find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),
+                  std::string::npos);
+    }
+}
+
 TEST_F(Scrapes, ClassesAfterTheTimeAreNotAsked) {
     ask = [this](const Request&, const Sink&) {
         ++asked;
         std::this_thread::sleep_for(milliseconds(50));
         return Answer();
     };
-    const std::string all = joined(scrape({plan(), plan()}, milliseconds(40)));
+    const std::string all = joined(scrape({plan(), plan()}, milliseconds(40), labels));
     EXPECT_EQ(asked, 1);
     EXPECT_NE(all.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n"
                        "cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),
@@ -208,9 +255,9 @@ TEST(Scraper, MemoryOfWhatNobodyReadsIsUsedAgain) {
 
 TEST_F(Scrapes, NothingOfAnEarlierScrapeIsLeft) {
     objects = {port("1", {value("Frames", "uint64", std::uint64_t{1}), value("Up", "boolean", true)})};
-    Parts first = scrape({plan()}, {});
+    Parts first = scrape({plan()}, {}, labels);
     objects = {port("2", {value("Frames", "uint64", std::uint64_t{2})})};
-    const std::string again = joined(scrape({plan()}, {}, std::move(first)));
+    const std::string again = joined(scrape({plan()}, {}, labels, std::move(first)));
     EXPECT_NE(again.find("test_port_frames_total{device_id=\"2\"} 2\n"), std::string::npos) << again;
     EXPECT_EQ(again.find("device_id=\"1\""), std::string::npos) << again;
     EXPECT_EQ(again.find("test_port_up"), std::string::npos) << again;
@@ -227,7 +274,8 @@ TEST(Scraper, FailureIsEverybodys) {
 TEST(Providers, CallsAndTimeAreCounted) {
     const server::Catalogue catalogue(switch_settings());
     const auto plans = make_plans(catalogue, {}, {"CIM_StatisticalData"});
-    scrape(plans, {});
+    Lines labels;
+    scrape(plans, {}, labels);
     const std::string text = providers_text(catalogue);
     EXPECT_NE(text.find("cmpihost_provider_calls_total{provider=\"" +
                         std::filesystem::path(FCIP_PROVIDER).filename().string() + " FCIPProvider\"} 4\n"),

@@ -36,6 +36,23 @@ TEST(Views, ClassesThatAreNotDeclaredAreLeftOut) {
     EXPECT_EQ(views.classes.front().name, "Test_Plain");
 }
 
+TEST(Views, HoldForSubclassesWithoutTheirOwn) {
+    const mof::Schema schema = metrics::schema_of(metrics::measured_classes);
+    const Views views = read("[class.Test_Port]\ncolumns = ['Rate']\ncurves = ['Frames']\nmetrics = true\n"
+                             "note = 'Beware.'\nstates.Status = { 2 = 'ok' }\nstates.Balance = { 0 = 'even' }\n"
+                             "[class.Test_SubPort]\ncolumns = ['Up']\nstates.Status = { 3 = 'bad' }\n");
+    const ClassView sub = views.of(*schema.find("Test_SubPort"), schema);
+    EXPECT_EQ(sub.name, "Test_SubPort");
+    EXPECT_EQ(sub.columns, std::vector<std::string>{"Up"});
+    EXPECT_EQ(sub.curves, std::vector<std::string>{"Frames"});
+    EXPECT_EQ(sub.note, "Beware.");
+    EXPECT_EQ(sub.states.at("Status"), (std::map<std::string, std::string>{{"3", "bad"}}));
+    EXPECT_EQ(sub.states.at("Balance"), (std::map<std::string, std::string>{{"0", "even"}}));
+    EXPECT_FALSE(sub.metrics);
+    EXPECT_EQ(views.of(*schema.find("Test_Port"), schema).columns, std::vector<std::string>{"Rate"});
+    EXPECT_TRUE(views.of(*schema.find("Test_Plain"), schema).columns.empty());
+}
+
 TEST(Views, MistakesAreToldWithTheirLine) {
     const std::vector<std::pair<const char*, const char*>> rows{
         {"x = 1", ":1: expected acronyms or [class.NAME], not x"},

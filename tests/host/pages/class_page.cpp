@@ -1,8 +1,6 @@
 // The objects of a class as a table.
 #include "tests/host/pages/pages_test.h"
 
-#include <fstream>
-
 namespace cmpihost::pages {
 namespace {
 
@@ -93,6 +91,41 @@ TEST_F(ClassPages, OfManyObjectsOnlyThoseThatAreShownAreGot) {
     EXPECT_EQ(page.count("<tr><th scope=\"row\">"), 200U);
     EXPECT_TRUE(page.has("sorted and searched by their keys alone"));
     EXPECT_TRUE(page.has("200 of 1,200 objects"));
+}
+
+TEST_F(ClassPages, HeadsOfManyObjectsAreLinksForKeysAlone) {
+    use_tunnels(1200);
+    const Got page = get("/class/ZANTO_FCIPProtocolEndPoint?sort=CommittedRate&columns=all");
+    EXPECT_TRUE(page.has("<th scope=\"col\"><a href=\"/class/ZANTO_FCIPProtocolEndPoint?sort=Name&amp;columns=all\">"));
+    EXPECT_TRUE(page.has("<th scope=\"col\">CommittedRate <span")) << "neither a link nor sorted by";
+    use_tunnels(20);
+    site.reset();
+    EXPECT_TRUE(get("/class/ZANTO_FCIPProtocolEndPoint?columns=all").has("?sort=CommittedRate&amp;columns=all\">"));
+}
+
+TEST_F(ClassPages, FilterMatchesMappedTextsAsShown) {
+    use_mapped_things();
+    const Got page = get("/class/Test_Thing?filter=full");
+    EXPECT_TRUE(page.has("1 to 3 of 3 objects")) << page.body;
+    EXPECT_TRUE(get("/class/Test_Thing?filter=empty").has("No object of 0 objects"));
+}
+
+TEST_F(ClassPages, ColumnsOfASuperclassHoldForItsSubclasses) {
+    site_settings.views = testing::TempDir() + "class_page_views.toml";
+    std::ofstream(site_settings.views) << "[class.CIM_StatisticalData]\ncolumns = ['ElementName']\n";
+    EXPECT_TRUE(heads(get("/class/ZANTO_EthernetPortStatistics")).starts_with("ElementName "));
+    EXPECT_TRUE(heads(get("/class/CIM_StatisticalData")).starts_with("ElementName "));
+}
+
+TEST_F(ClassPages, ProviderThatLacksTheClassIsNoFailure) {
+    settings.providers.push_back({TEST_PROVIDERS "/host_good_provider.so", "Good"});
+    const Got page = get("/class/ZANTO_FCIPProtocolEndPoint");
+    EXPECT_TRUE(page.has("of 10 objects"));
+    EXPECT_FALSE(page.has("answered with error")) << page.body;
+    settings.providers.erase(settings.providers.begin());
+    settings.scenario.clear();
+    site.reset();
+    EXPECT_TRUE(get("/class/ZANTO_FCIPProtocolEndPoint").has("answered with error 5")) << "where nobody knows it";
 }
 
 TEST_F(ClassPages, ObjectsOfSubclassesAreThereToo) {

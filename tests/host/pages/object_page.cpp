@@ -1,4 +1,5 @@
 // An object's page.
+#include "host/pages/html.h"
 #include "tests/host/pages/pages_test.h"
 
 #include <nlohmann/json.hpp>
@@ -37,17 +38,12 @@ TEST_F(ObjectPages, NeighboursAreGroupedWithTheirRoles) {
 }
 
 TEST_F(ObjectPages, EveryObjectOfEveryClassOpens) {
-    std::size_t opened = 0;
-    for (const std::string& class_url : links(get("/"), "/class/")) {
-        const Got page = get(class_url);
-        const auto urls = links(page, "/object/");
-        for (std::size_t index = 0; index < urls.size(); index += 4) {
-            const Got object = get(urls[index]);
-            EXPECT_TRUE(object.status == 200 || object.status == 404) << urls[index];
-            opened += object.status == 200 ? 1U : 0U;
-        }
-    }
-    EXPECT_GT(opened, 40U);
+    Opened opened;
+    for (const std::string& class_url : links(get("/"), "/class/"))
+        for (const std::string& url : links(get(class_url), "/object/"))
+            opened.add(url, get(url));
+    EXPECT_GT(opened.objects, 150U);
+    EXPECT_EQ(opened.missing_text(), not_found);
 }
 
 TEST_F(ObjectPages, SameInJson) {
@@ -82,6 +78,39 @@ TEST_F(ObjectPages, KeysHaveTheTypesOfTheirClass) {
     const Got thing = get(page.link("/object/"));
     EXPECT_EQ(thing.status, 200U) << thing.body;
     EXPECT_TRUE(thing.has("18446744073709551615"));
+}
+
+TEST_F(ObjectPages, RefreshedTextsAreThoseOfThePage) {
+    use_mapped_things();
+    const std::string url = first("Test_Thing");
+    const Got page = get(url);
+    const auto object = nlohmann::json::parse(get(url + "?format=json").body);
+    const std::vector<std::pair<const char*, const char*>> rows{{"U64", "18446744073709551615"},
+                                                                {"S64", "-9223372036854775808"},
+                                                                {"Real", "2.5"},
+                                                                {"U8", "255 (Full)"},
+                                                                {"Letter", "'A'"},
+                                                                {"List", "{7, NULL} (Seven, )"}};
+    for (const auto& [name, text] : rows) {
+        EXPECT_EQ(object["texts"][name], text);
+        EXPECT_TRUE(page.has(std::string(" data-value=\"") + name + "\">" + escaped(text) + "</td>")) << name;
+    }
+    EXPECT_EQ(object["texts"].size(), rows.size()) << object["texts"];
+    EXPECT_EQ(object["properties"]["U8"], 255);
+    EXPECT_EQ(object["properties"]["U64"], 18446744073709551615U);
+}
+
+TEST_F(ObjectPages, ExactNumbersNeedNoText) {
+    const auto object = nlohmann::json::parse(get(first("ZANTO_FCIPProtocolEndPoint") + "?format=json").body);
+    EXPECT_TRUE(object["texts"].empty()) << object["texts"];
+}
+
+TEST_F(ObjectPages, ProviderThatLacksTheClassTellsNothing) {
+    settings.providers.push_back({TEST_PROVIDERS "/host_good_provider.so", "Good"}); // which does not know it
+    EXPECT_EQ(get("/object/ZANTO_FCIPProfile.InstanceID=%221%22").status, 200U);
+    const Got missing = get("/object/ZANTO_FCIPProfile.InstanceID=%2299%22");
+    EXPECT_EQ(missing.status, 404U) << missing.body;
+    EXPECT_FALSE(missing.has("error 5")) << missing.body;
 }
 
 } // namespace

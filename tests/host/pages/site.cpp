@@ -1,6 +1,8 @@
 // Which paths there are, the first page, the graph, the files.
 #include "tests/host/pages/pages_test.h"
 
+#include <filesystem>
+
 namespace cmpihost::pages {
 namespace {
 
@@ -49,6 +51,7 @@ TEST_F(SitePages, FirstPageHasTheClassesWithTheirNumbers) {
 
 TEST_F(SitePages, FirstPageTellsOfTheServer) {
     const Got page = get("/");
+    EXPECT_TRUE(page.has("<th scope=\"row\">Program</th><td>cmpihost " CMPIHOST_VERSION "</td>"));
     EXPECT_TRUE(page.has("2023-11-14 22:13:20 UTC"));
     EXPECT_TRUE(page.has("1,234, of which 5 did not end well"));
     EXPECT_TRUE(page.has("Restarts of the providers' process</th><td>6</td>"));
@@ -65,6 +68,14 @@ TEST_F(SitePages, GraphLinksEachObject) {
     EXPECT_FALSE(page.has("style=")) << "which the policy of the pages forbids";
 }
 
+TEST_F(SitePages, ObjectsOfTheGraphOpen) {
+    Opened drawn;
+    for (const std::string& url : links(get("/graph"), "/object/"))
+        drawn.add(url, get(url));
+    EXPECT_GT(drawn.objects, 50U);
+    EXPECT_EQ(drawn.missing_text(), drawn_and_not_found(4));
+}
+
 TEST_F(SitePages, WhatTakesTooLongIsLeftOut) {
     site_settings.counting = site_settings.walking = {};
     EXPECT_TRUE(get("/").has("<td class=\"number\">not counted</td>"));
@@ -72,6 +83,36 @@ TEST_F(SitePages, WhatTakesTooLongIsLeftOut) {
     EXPECT_EQ(graph.status, 200U);
     EXPECT_TRUE(graph.has("Not all were asked, since that takes long."));
     EXPECT_FALSE(graph.has("<svg")); // of nothing
+}
+
+TEST_F(SitePages, TimeoutOfARequestLimitsWhatTakesLong) {
+    site_settings.timeout = {};
+    EXPECT_TRUE(get("/").has("<td class=\"number\">not counted</td>"));
+    EXPECT_TRUE(get("/graph").has("Not all were asked, since that takes long."));
+    const Got object = get("/object/ZANTO_FCIPProfile.InstanceID=%221%22");
+    EXPECT_EQ(object.status, 200U);
+    EXPECT_TRUE(object.has("Not all were asked for, since that takes long.")) << object.body;
+    EXPECT_FALSE(object.has("No association leads from here"));
+}
+
+TEST_F(SitePages, ProvidersOfOneFileNameAreToldApart) {
+    const std::string folder = testing::TempDir() + "providers_of_one_name/";
+    for (const char* name : {"a/x", "b/x"}) {
+        std::filesystem::create_directories(folder + name);
+        std::filesystem::copy_file(TEST_PROVIDERS "/host_good_provider.so", folder + name + "/p.so",
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+    use_mapped_things();
+    settings.providers = {{folder + "a/x/p.so", "Good"},
+                          {folder + "b/x/p.so", "Good"},
+                          {TEST_PROVIDERS "/host_good_provider.so", "Good"}};
+    const Got page = get("/");
+    for (const char* name : {"a/x/p.so Good", "b/x/p.so Good", "host_good_provider.so Good"})
+        EXPECT_TRUE(page.has("<th scope=\"row\">" + std::string(name) + "</th>")) << page.body;
+    EXPECT_TRUE(get("/metrics").has("cmpihost_provider_calls_total{provider=\"a/x/p.so Good\"} "));
+    site.reset();
+    catalogue.reset();
+    std::filesystem::remove_all(folder);
 }
 
 TEST_F(SitePages, NothingComesFromElsewhere) {
@@ -90,7 +131,8 @@ TEST_F(SitePages, HostileTextsStayTexts) {
     settings.scenario = FCIP_SOURCE_DIR "/tests/browser/hostile.toml";
     std::vector<std::string> targets = links(get("/"), "/class/");
     targets.emplace_back("/graph");
-    std::size_t objects = 0;
+    Opened listed;
+    Opened drawn;
     for (const std::string& target : targets) {
         const Got page = get(target);
         EXPECT_EQ(page.status, 200U) << target;
@@ -98,13 +140,15 @@ TEST_F(SitePages, HostileTextsStayTexts) {
         EXPECT_FALSE(page.has("<img") || page.has("onload=alert(1)>") || page.has("<title></title>")) << target;
         for (const std::string& url : links(page, "/object/")) {
             const Got object = get(url);
-            EXPECT_TRUE(object.status == 200 || object.status == 404) << url;
+            (target == "/graph" ? drawn : listed).add(url, object);
             EXPECT_EQ(object.count("<script"), 1U) << url;
             EXPECT_FALSE(object.has("<img") || object.has("onload=alert(1)>")) << url;
-            objects += object.status == 200 ? 1U : 0U;
         }
     }
-    EXPECT_GT(objects, 100U);
+    EXPECT_GT(listed.objects, 150U);
+    EXPECT_EQ(listed.missing_text(), not_found) << "as with harmless texts";
+    EXPECT_GT(drawn.objects, 50U);
+    EXPECT_EQ(drawn.missing_text(), drawn_and_not_found(1)) << "all systems have one name";
 }
 
 TEST_F(SitePages, MetricsAreOfTheClassesThatTheViewsName) {

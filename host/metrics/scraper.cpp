@@ -1,0 +1,60 @@
+#include "host/metrics/scraper.h"
+
+#include <exception>
+
+namespace cmpihost::metrics {
+
+void Scraper::run(Round& round, Parts spare, std::chrono::milliseconds time) {
+    try {
+        round.parts = scrape_(time, std::move(spare));
+    } catch (...) {
+        round.failure = std::current_exception();
+    }
+    const std::lock_guard lock(mutex_);
+    round.done = true;
+    changed_.notify_all();
+}
+
+/// Joins the scrape that is under way, or starts one.
+std::shared_ptr<Scraper::Round> Scraper::enter(std::chrono::milliseconds time) {
+    std::unique_lock lock(mutex_);
+    if (round_ != nullptr && !round_->done) {
+        std::shared_ptr<Round> round = round_;
+        ++round->readers;
+        changed_.wait(lock, [&round] { return round->done; });
+        return round;
+    }
+    Parts spare;
+    if (round_ != nullptr && round_->readers == 0)
+        spare = std::move(round_->parts);
+    auto round = round_ = std::make_shared<Round>();
+    ++round->readers;
+    lock.unlock();
+    run(*round, std::move(spare), time);
+    return round;
+}
+
+void Scraper::leave(Round& round) {
+    const std::lock_guard lock(mutex_);
+    --round.readers;
+}
+
+unsigned Scraper::readers() {
+    const std::lock_guard lock(mutex_);
+    return round_ == nullptr ? 0 : round_->readers;
+}
+
+void Scraper::read(std::chrono::milliseconds time, const std::function<void(const Parts& parts)>& take) {
+    const std::shared_ptr<Round> round = enter(time);
+    try {
+        if (round->failure)
+            std::rethrow_exception(round->failure);
+        take(round->parts);
+    } catch (...) {
+        leave(*round);
+        throw;
+    }
+    leave(*round);
+}
+
+} // namespace cmpihost::metrics

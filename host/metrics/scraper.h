@@ -1,0 +1,46 @@
+// Scrapes that come at the same time.
+#pragma once
+
+#include "host/metrics/scrape.h"
+
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace cmpihost::metrics {
+
+/// Scrapes that come while one is under way get its text. Several threads may call it; those that wait do so in here,
+/// since a question is answered when its function returns, and nothing else lets go of its thread before.
+class Scraper {
+  public:
+    using Scrape = std::function<Parts(std::chrono::milliseconds time, Parts spare)>;
+
+    explicit Scraper(Scrape scrape) : scrape_(std::move(scrape)) {}
+
+    /// Hands the text to `take`, which may throw, and so may the scrape.
+    void read(std::chrono::milliseconds time, const std::function<void(const Parts& parts)>& take);
+
+    /// How many have the text of the last scrape, or wait for it.
+    unsigned readers();
+
+  private:
+    /// A scrape, and those who have its text.
+    struct Round {
+        Parts parts{};
+        std::exception_ptr failure{};
+        bool done = false;
+        unsigned readers = 0;
+    };
+
+    std::shared_ptr<Round> enter(std::chrono::milliseconds time);
+    void run(Round& round, Parts spare, std::chrono::milliseconds time);
+    void leave(Round& round);
+
+    Scrape scrape_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::shared_ptr<Round> round_; ///< under way, or the last one; null: there was none
+};
+
+} // namespace cmpihost::metrics
