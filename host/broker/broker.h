@@ -61,6 +61,9 @@ struct Request {
 /// Whether an operation answers with paths instead of instances.
 bool gives_paths(Request::Operation operation);
 
+/// Whether an operation goes from an object along associations.
+bool is_traversal(Request::Operation operation);
+
 /// Whether an operation answers with a value instead of objects.
 bool gives_value(Request::Operation operation);
 

@@ -182,6 +182,11 @@ bool gives_paths(Request::Operation operation) {
            operation == Request::Operation::create_instance;
 }
 
+bool is_traversal(Request::Operation operation) {
+    return operation == Request::Operation::associators || operation == Request::Operation::associator_names ||
+           operation == Request::Operation::references || operation == Request::Operation::reference_names;
+}
+
 bool gives_value(Request::Operation operation) {
     return operation == Request::Operation::invoke_method || is_property_operation(operation);
 }

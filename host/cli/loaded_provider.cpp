@@ -25,12 +25,13 @@ LoadedProvider::~LoadedProvider() {
 }
 
 void LoadedProvider::load_beside(const std::string& registration) {
-    std::map<std::string, const Provider*> loaded;
+    const std::string folder = std::filesystem::path(registration).parent_path().string();
+    std::map<std::pair<std::string, std::string>, const Provider*> loaded; // by library and name
     for (const server::RegisteredClass& each : server::read_registration_file(registration)) {
-        const Provider*& provider = loaded[each.provider];
+        const std::string file = server::library_file(folder, each);
+        const Provider*& provider = loaded[{file, each.provider}];
         if (provider == nullptr) {
-            const std::filesystem::path folder = std::filesystem::path(registration).parent_path();
-            Library& library = beside_.emplace_back((folder / ("lib" + each.location + ".so")).string());
+            Library& library = beside_.emplace_back(file);
             library.create(each.provider);
             provider = &library.provider();
         }
@@ -39,11 +40,8 @@ void LoadedProvider::load_beside(const std::string& registration) {
 }
 
 const Provider& LoadedProvider::provider_for(const Request& request) const {
-    using enum Request::Operation;
-    const bool walks = request.operation == associators || request.operation == associator_names ||
-                       request.operation == references || request.operation == reference_names;
     const auto found = served_beside_.find(request.path.class_name);
-    return walks || found == served_beside_.end() ? library_.provider() : *found->second;
+    return is_traversal(request.operation) || found == served_beside_.end() ? library_.provider() : *found->second;
 }
 
 Answer LoadedProvider::ask(const Request& request, const Sink& sink) const {

@@ -19,7 +19,8 @@ class ProviderFailed : public std::runtime_error {
 };
 
 /// Loads the provider that the options name, with its scenario and with those beside it, and keeps what it prints out
-/// of the program's output. Providers beside it are asked for instances of their classes, and it for everything else.
+/// of the program's output. Providers beside it are asked what concerns their classes, and it everything else and what
+/// goes along associations.
 class LoadedProvider {
   public:
     /// @throws std::runtime_error whose what() is one line

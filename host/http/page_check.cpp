@@ -41,6 +41,12 @@ std::chrono::milliseconds time_limit(const RequestHead& head) {
     return std::chrono::milliseconds(static_cast<std::int64_t>(*time * 1000));
 }
 
+/// Whether a browser gets this for another site's page, and not for somebody who follows a link from there.
+bool is_fetched_elsewhere(const RequestHead& head) {
+    const std::string* mode = head.field("Sec-Fetch-Mode");
+    return comes_from_elsewhere(head) && (mode == nullptr || !same_name(*mode, "navigate"));
+}
+
 } // namespace
 
 std::string_view path_of(std::string_view target) {
@@ -73,11 +79,6 @@ std::variant<server::PageRequest, Refusal> check_page(const RequestHead& head, s
     if (is_fetched_elsewhere(head))
         return Refusal{403};
     return server::PageRequest{head.target, time_limit(head)};
-}
-
-bool is_fetched_elsewhere(const RequestHead& head) {
-    const std::string* mode = head.field("Sec-Fetch-Mode");
-    return comes_from_elsewhere(head) && (mode == nullptr || !same_name(*mode, "navigate"));
 }
 
 bool is_cross_site(const RequestHead& head, std::span<const std::string> names) {

@@ -18,9 +18,6 @@ bool is_own_host(std::string_view host, std::span<const std::string> names);
 /// What a page's request asks for, or why it is refused.
 std::variant<server::PageRequest, Refusal> check_page(const RequestHead& head, std::span<const std::string> names);
 
-/// Whether a browser gets this for another site's page, and not for somebody who follows a link from there.
-bool is_fetched_elsewhere(const RequestHead& head);
-
 /// Whether a browser sends this on behalf of another site's page.
 bool is_cross_site(const RequestHead& head, std::span<const std::string> names);
 

@@ -48,18 +48,23 @@ Metric metric_of(const ServedClass& served, const PropertyDeclaration& property,
     Metric metric;
     metric.property = property.name;
     metric.help = help_of(served, property, note);
+    metric.name =
+        snake_case(served.declaration->name, views.acronyms) + "_" + snake_case(property.name, views.acronyms);
+    return metric;
+}
+
+Metric number_of(const ServedClass& served, const PropertyDeclaration& property, const Views& views,
+                 const std::string& note) {
+    Metric metric = metric_of(served, property, views, note);
     metric.counter = mof::is_on(property.qualifiers, "Counter");
     metric.unit = read_unit(text_of(property.qualifiers, "PUnit"));
-    const std::string name =
-        snake_case(served.declaration->name, views.acronyms) + "_" + snake_case(property.name, views.acronyms);
-    metric.name = with_unit(name, metric.unit.name) + (metric.counter ? "_total" : "");
+    metric.name = with_unit(metric.name, metric.unit.name) + (metric.counter ? "_total" : "");
     return metric;
 }
 
 Metric states_of(const ServedClass& served, const PropertyDeclaration& property, const Views& views,
                  const std::map<std::string, std::string>& states, const std::string& note) {
     Metric metric = metric_of(served, property, views, note);
-    metric.counter = false;
     metric.states.assign(states.begin(), states.end());
     metric.state_label = "state";
     return metric;
@@ -74,7 +79,7 @@ std::vector<Metric> metrics_of(const ServedClass& served, const Namespace& space
         if (states != view.states.end())
             metrics.push_back(states_of(served, property, views, states->second, view.note));
         else if (marked && is_number(property) && !property.type.ends_with("[]"))
-            metrics.push_back(metric_of(served, property, views, view.note));
+            metrics.push_back(number_of(served, property, views, view.note));
     }
     for (Metric& metric : metrics)
         append_head(metric.head, metric.name, metric.counter ? "counter" : "gauge", metric.help);

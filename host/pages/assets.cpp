@@ -92,9 +92,14 @@ constexpr std::string_view script =
     }).join(' '));
   }
   function take(row, value, text, last, now) {
-    if (text === undefined && typeof value === 'number') text = String(value);
-    if (text !== undefined && text !== row.text.nodeValue) row.text.nodeValue = text;
-    if (!row.counter || typeof value !== 'number') return;
+    if (text === undefined) text = value === undefined ? '' : String(value);
+    if (text !== row.text.nodeValue) row.text.nodeValue = text;
+    if (!row.counter) return;
+    if (typeof value !== 'number') { // gone: what may come later is not measured against what was
+      row.begin = undefined;
+      row.rate.textContent = '';
+      return;
+    }
     if (row.begin !== undefined && now > row.since) {
       var change = (value - row.begin) * 1000 / (now - row.since);
       row.rate.textContent = change < 0 ? 'began anew' : change.toFixed(1) + ' per second';

@@ -3,6 +3,7 @@
 #include "host/pages/html.h"
 #include "host/pages/objects.h"
 #include "host/pages/site_parts.h"
+#include "host/pages/timed_ask.h"
 
 #include <algorithm>
 #include <charconv>
@@ -121,6 +122,7 @@ struct Shown {
     std::size_t found = 0;       ///< that the filter lets through
     std::size_t total = 0;
     bool keys_only = false; ///< sorted and filtered by keys, since there are so many
+    bool late = false;      ///< there was no time to get all of them
     server::Status status{};
 };
 
@@ -131,18 +133,23 @@ void cut_page(std::vector<Object>& objects, std::size_t number) {
                                   std::make_move_iterator(objects.begin() + static_cast<std::ptrdiff_t>(end)));
 }
 
-/// Each object in full, but for those that cannot be got any more.
-void complete(const Namespace& space, std::vector<Object>& objects) {
+/// Each object in full, but for those that cannot be got any more. False: there was no time for all.
+bool complete(const Namespace& space, std::vector<Object>& objects, std::chrono::milliseconds time) {
+    const auto until = std::chrono::steady_clock::now() + time;
     for (Object& object : objects) {
+        if (std::chrono::steady_clock::now() >= until)
+            return false;
         server::Status ignored;
         if (auto whole = get(space, path_of(space, object), ignored)) {
             whole->keys = std::move(object.keys); // by which it was got
             object = std::move(*whole);
         }
     }
+    return true;
 }
 
-Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, const Wish& wish) {
+Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, const Wish& wish,
+               const SiteSettings& settings) {
     Objects all = enumerate(space, declaration, true);
     Shown shown;
     shown.keys_only = all.objects.size() > most_to_enumerate;
@@ -159,7 +166,7 @@ Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, cons
         sort(all.objects, wish);
     cut_page(all.objects, wish.page);
     if (shown.keys_only)
-        complete(space, all.objects);
+        shown.late = !complete(space, all.objects, within_request(settings, settings.walking));
     shown.objects = std::move(all.objects);
     return shown;
 }
@@ -325,6 +332,8 @@ std::string notes_of(const Shown& shown, const views::ClassView& view) {
         html += "<p class=\"fault\">The provider answered with error " +
                 std::to_string(static_cast<unsigned>(shown.status.code)) + ": " + escaped(shown.status.description) +
                 "</p>\n";
+    if (shown.late)
+        html += "<p>Some are shown by their keys alone, since getting them takes long.</p>\n";
     return html;
 }
 
@@ -339,7 +348,7 @@ Page class_page(const Visit& visit) {
     if (declaration == nullptr)
         return error_page(404, "No such class", "There is no class " + visit.rest + ".");
     const Wish wish = wish_of(visit.target);
-    const Shown shown = shown_of(*space, *declaration, wish);
+    const Shown shown = shown_of(*space, *declaration, wish, visit.settings);
     const std::string base = class_link(*space, visit.main, declaration->name);
     const views::ClassView view = visit.views.of(*declaration, space->schema);
     const auto all = all_columns(shown, *declaration);

@@ -55,7 +55,7 @@ std::string provider_table(const server::Catalogue& catalogue) {
         html += "<tr><th scope=\"row\">" + escaped(each.name) + "</th><td class=\"number\">" + grouped(each.calls) +
                 "</td><td class=\"number\">" + grouped(each.failures) + "</td><td class=\"number\">" +
                 seconds_text(each.time) + "</td></tr>\n";
-    return html + "</tbody>\n</table>\n";
+    return scrolled("Providers", html + "</tbody>\n</table>\n");
 }
 
 /// How many objects a class has; what takes too long is not counted.

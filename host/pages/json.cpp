@@ -33,14 +33,15 @@ Json json_of(const std::vector<Property>& properties) {
     return json;
 }
 
-/// What a reader that has doubles alone would show; empty for what it could not.
-std::string plain_text(const Property& property) {
+/// An integer as a reader that has doubles alone would show it; nothing for what it could not, and for other values.
+std::optional<std::string> plain_text(const Property& property) {
     constexpr std::int64_t most = std::int64_t{1} << 53;
     const auto* natural = std::get_if<std::uint64_t>(&property.value.data);
     if (natural != nullptr && *natural <= most)
         return std::to_string(*natural);
     const auto* integer = std::get_if<std::int64_t>(&property.value.data);
-    return integer != nullptr && *integer <= most && *integer >= -most ? std::to_string(*integer) : std::string();
+    const bool plain = integer != nullptr && *integer <= most && *integer >= -most;
+    return plain ? std::optional(std::to_string(*integer)) : std::nullopt;
 }
 
 Json texts_of(const Object& instance, const mof::ClassDeclaration& declaration) {

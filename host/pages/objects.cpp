@@ -1,5 +1,6 @@
 #include "host/pages/objects.h"
 
+#include "host/cim/integer_type.h"
 #include "host/cim/path_text.h"
 #include "host/cim/value_text.h"
 #include "host/mof/value_texts.h"
@@ -35,13 +36,13 @@ class Verdict {
     const std::optional<server::Status>& status() const { return status_; }
 
   private:
-    /// That somebody does not support a class tells nothing, where another one does.
+    /// That somebody does not support a class, or does not know an object, tells nothing, where another one does.
     static int weight(const server::Status& status) {
         if (server::is_unsupported(status))
             return 0;
-        if (status.code == server::CimCode::ok)
+        if (status.code == server::CimCode::not_found)
             return 1;
-        return status.code == server::CimCode::not_found ? 2 : 3;
+        return status.code == server::CimCode::ok ? 2 : 3;
     }
 
     std::optional<server::Status> status_{};
@@ -55,11 +56,6 @@ Value::Reference without_place(const Object& object, const Namespace& space) {
     if (same_name(local->name_space, space.name))
         local->name_space.clear();
     return local;
-}
-
-bool is_traversal(Request::Operation operation) {
-    return operation == Request::Operation::associators || operation == Request::Operation::associator_names ||
-           operation == Request::Operation::references || operation == Request::Operation::reference_names;
 }
 
 } // namespace
@@ -87,6 +83,10 @@ Objects enumerate(const Namespace& space, const mof::ClassDeclaration& declarati
 
 std::optional<Object> get(const Namespace& space, const Object& path, server::Status& status) {
     const server::Status none{server::CimCode::not_found, "there is no such instance"};
+    if (space.schema.find(path.class_name) == nullptr) { // a provider may name what no schema declares
+        status = none;
+        return std::nullopt;
+    }
     const server::Inquiry inquiry = server::get_inquiry(path, nullptr, space);
     Request request = inquiry.request;
     Verdict verdict;
@@ -165,7 +165,8 @@ std::string value_text(const mof::PropertyDeclaration* declared, const Property&
 
 bool is_refreshed(const mof::PropertyDeclaration* declared, const Property& property) {
     return is_number(property) ||
-           (declared != nullptr && mof::find_qualifier(declared->qualifiers, "Values") != nullptr);
+           (declared != nullptr && (integer_type(declared->type) != nullptr || declared->type.starts_with("real") ||
+                                    mof::find_qualifier(declared->qualifiers, "Values") != nullptr));
 }
 
 std::string qualifier_text(std::span<const mof::Qualifier> qualifiers, std::string_view name) {

@@ -11,8 +11,8 @@ struct SiteSettings {
     std::string views;                         ///< file that says how classes are shown and measured; empty: none
     std::vector<std::string> metrics;          ///< classes to measure; empty: those that the views name
     std::chrono::milliseconds counting{500};   ///< for the first page to count objects; later classes are not counted
-    std::chrono::milliseconds walking{5000};   ///< for a drawing to be asked for; then what is found is drawn
-    std::chrono::milliseconds timeout{25'000}; ///< for a request; what takes long stops before it is over
+    std::chrono::milliseconds walking{5000};   ///< for what takes many requests; then what is found is shown
+    std::chrono::milliseconds timeout{25'000}; ///< for a request; what takes many others stops when half of it is over
 };
 
 } // namespace cmpihost::pages

@@ -50,11 +50,6 @@ bool names_type(const RegisteredClass& registered, std::string_view type) {
                        [type](const std::string& each) { return same_name(each, type); });
 }
 
-std::string library_of(const Settings& settings, const RegisteredClass& registered) {
-    const std::string file = "lib" + registered.location + ".so";
-    return settings.provider_folder.empty() ? file : settings.provider_folder + '/' + file;
-}
-
 /// Hands what the interop namespace answers to a sink.
 Answer ask_interop(const Interop& interop, const Request& request, const Sink& sink) {
     constexpr std::array instances{Request::Operation::enumerate_instances, Request::Operation::get_instance,
@@ -237,7 +232,7 @@ void Catalogue::Content::add_registered(const Settings& settings) {
             const mof::ClassDeclaration* declaration = schema.find(each.class_name);
             if (declaration == nullptr)
                 throw std::runtime_error(file + ": class " + each.class_name + " is in no schema file");
-            const Ask& ask = providers.find_or_load(library_of(settings, each), each.provider);
+            const Ask& ask = providers.find_or_load(library_file(settings.provider_folder, each), each.provider);
             registered.emplace(each.class_name, true);
             ServedClass served(schema, *declaration, ask);
             served.instances = names_type(each, "instance");

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace cmpihost::server {
@@ -107,6 +107,11 @@ class Reader {
 
 } // namespace
 
+std::string library_file(const std::string& folder, const RegisteredClass& registered) {
+    const std::string file = "lib" + registered.location + ".so";
+    return folder.empty() ? file : folder + '/' + file;
+}
+
 std::vector<RegisteredClass> read_registration(const std::string& file, std::string_view text) {
     Reader reader(file);
     while (!text.empty()) {
@@ -119,10 +124,10 @@ std::vector<RegisteredClass> read_registration(const std::string& file, std::str
 
 std::vector<RegisteredClass> read_registration_file(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    if (!stream)
-        throw std::runtime_error(file + ": cannot be read");
-    return read_registration(file, text);
+    std::ostringstream text;
+    if (!stream || !(text << stream.rdbuf()))
+        throw std::runtime_error(file + ": cannot be read, expected a file with text");
+    return read_registration(file, text.str());
 }
 
 } // namespace cmpihost::server

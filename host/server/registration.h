@@ -16,6 +16,10 @@ struct RegisteredClass {
     std::vector<std::string> namespaces; ///< one at least
 };
 
+/// The library that serves it.
+/// @param folder where it is; empty: where the system looks
+std::string library_file(const std::string& folder, const RegisteredClass& registered);
+
 /// Reads a file's text:
 ///
 ///     [Class]
@@ -29,7 +33,7 @@ struct RegisteredClass {
 /// @throws std::runtime_error "FILE:LINE: what is wrong, what was expected"
 std::vector<RegisteredClass> read_registration(const std::string& file, std::string_view text);
 
-/// The same from the file itself. @throws also "FILE: cannot be read"
+/// The same from the file itself. @throws also "FILE: cannot be read, expected a file with text"
 std::vector<RegisteredClass> read_registration_file(const std::string& file);
 
 } // namespace cmpihost::server

@@ -11,25 +11,17 @@ namespace cmpihost::server {
 
 namespace {
 
-bool is_one_of(const Request& request, std::initializer_list<Request::Operation> operations) {
-    return std::find(operations.begin(), operations.end(), request.operation) != operations.end();
-}
-
-bool is_along_associations(const Request& request) {
-    using enum Request::Operation;
-    return is_one_of(request, {associators, associator_names, references, reference_names});
-}
-
 /// Whether it is to be carried out once, however many serve the class.
-bool is_change(const Request& request) {
+bool is_change(Request::Operation operation) {
     using enum Request::Operation;
-    return is_one_of(request, {create_instance, modify_instance, delete_instance, invoke_method, set_property});
+    const auto changes = {create_instance, modify_instance, delete_instance, invoke_method, set_property};
+    return std::find(changes.begin(), changes.end(), operation) != changes.end();
 }
 
 /// Associations are asked of all that serve the class, any without one; anything else of those that serve the path's.
 bool serves(const ServedClass& served, const Request& request) {
     const std::string& name = served.declaration->name;
-    if (is_along_associations(request))
+    if (is_traversal(request.operation))
         return served.associations && (!request.assoc_class || same_name(name, *request.assoc_class));
     const bool method = request.operation == Request::Operation::invoke_method;
     return same_name(name, request.path.class_name) && (method ? served.methods : served.instances);
@@ -78,10 +70,10 @@ Answer answer_upcall(const Catalogue& catalogue, const Request& request) {
     }
     const std::vector<const Ask*> all = concerned(*space, request);
     if (all.empty()) {
-        answer.rc = is_along_associations(request) ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_CLASS;
+        answer.rc = is_traversal(request.operation) ? CMPI_RC_OK : CMPI_RC_ERR_INVALID_CLASS;
         return answer;
     }
-    if (is_change(request))
+    if (is_change(request.operation))
         return answer_change(all, request);
     answer = answer_of(*all.front(), request);
     for (std::size_t i = 1; i < all.size(); ++i)

@@ -26,8 +26,8 @@ struct Views {
     /// What is said of the class itself, whose name is in any case; null: nothing.
     const ClassView* find(std::string_view class_name) const;
 
-    /// What holds for a class: what is said of it, and else of its nearest superclass of which anything is said.
-    /// Whether it is measured is its own alone.
+    /// What holds for a class: what is said of it, and of what is not, what is said of its nearest superclass. Whether
+    /// it is measured is its own alone.
     ClassView of(const mof::ClassDeclaration& declaration, const mof::Schema& schema) const;
 };
 

@@ -62,7 +62,7 @@ TEST_F(ProvidersBeside, WhoseRegistrationCannotBeReadAreTold) {
         const LoadedProvider provider(options, {stdout, stderr});
         ADD_FAILURE() << "it was loaded";
     } catch (const std::runtime_error& error) {
-        EXPECT_STREQ(error.what(), "/no/such.reg: cannot be read");
+        EXPECT_STREQ(error.what(), "/no/such.reg: cannot be read, expected a file with text");
     }
 }
 

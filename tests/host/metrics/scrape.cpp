@@ -197,10 +197,10 @@ TEST_F(Scrapes, ProviderThatLacksTheClassIsNoFailure) {
 TEST_F(Scrapes, ClassesAfterTheTimeAreNotAsked) {
     ask = [this](const Request&, const Sink&) {
         ++asked;
-        std::this_thread::sleep_for(milliseconds(50));
+        std::this_thread::sleep_for(milliseconds(2000));
         return Answer();
     };
-    const std::string all = joined(scrape({plan(), plan()}, milliseconds(40), labels));
+    const std::string all = joined(scrape({plan(), plan()}, milliseconds(2000), labels));
     EXPECT_EQ(asked, 1);
     EXPECT_NE(all.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n"
                        "cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),

@@ -7,7 +7,7 @@ namespace {
 class ClassPages : public PagesTest {
   protected:
     void use_tunnels(unsigned tunnels) {
-        settings.scenario = testing::TempDir() + "class_page.toml";
+        settings.scenario = file("class_page.toml");
         std::ofstream(settings.scenario) << "[switch]\nname = \"many\"\n[generate]\ntunnels = " << tunnels << "\n";
     }
 
@@ -111,7 +111,7 @@ TEST_F(ClassPages, FilterMatchesMappedTextsAsShown) {
 }
 
 TEST_F(ClassPages, ColumnsOfASuperclassHoldForItsSubclasses) {
-    site_settings.views = testing::TempDir() + "class_page_views.toml";
+    site_settings.views = file("class_page_views.toml");
     std::ofstream(site_settings.views) << "[class.CIM_StatisticalData]\ncolumns = ['ElementName']\n";
     EXPECT_TRUE(heads(get("/class/ZANTO_EthernetPortStatistics")).starts_with("ElementName "));
     EXPECT_TRUE(heads(get("/class/CIM_StatisticalData")).starts_with("ElementName "));

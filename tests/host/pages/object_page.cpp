@@ -88,6 +88,7 @@ TEST_F(ObjectPages, RefreshedTextsAreThoseOfThePage) {
     const std::vector<std::pair<const char*, const char*>> rows{{"U64", "18446744073709551615"},
                                                                 {"S64", "-9223372036854775808"},
                                                                 {"Real", "2.5"},
+                                                                {"Missing", "NULL"},
                                                                 {"U8", "255 (Full)"},
                                                                 {"Letter", "'A'"},
                                                                 {"List", "{7, NULL} (Seven, )"}};

@@ -7,10 +7,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <map>
 #include <optional>
 #include <set>
+
+#include <unistd.h>
 
 namespace cmpihost::pages {
 
@@ -54,7 +57,8 @@ class PagesTest : public testing::Test {
         site_settings.views = FCIP_SOURCE_DIR "/schema/views.toml";
     }
 
-    Got get(const std::string& target) {
+    /// @param time of a scrape; 0: it does not say
+    Got get(const std::string& target, std::chrono::milliseconds time = {}) {
         const StandardOutputElsewhere quiet("", stderr);
         if (!site) {
             catalogue.emplace(settings);
@@ -67,16 +71,28 @@ class PagesTest : public testing::Test {
             std::string body;
         } sink;
         server::Question question{"", "", "localhost", "",
-                                  server::PageRequest{target, {}, {1'700'000'000, 1234, 5, 6, 7}}};
+                                  server::PageRequest{target, time, {1'700'000'000, 1234, 5, 6, 7}}};
         server::Outcome outcome = site->answer(question, sink);
         return {outcome.http_status, std::move(outcome.content_type), std::move(sink.body)};
     }
 
+    ~PagesTest() override {
+        for (const std::string& name : files)
+            std::filesystem::remove(name);
+    }
+
+    /// A name for a file that is gone at the end of the test.
+    std::string file(const std::string& name) {
+        files.push_back(testing::TempDir() + std::to_string(getpid()) + "_" + name);
+        return files.back();
+    }
+
     /// A provider in C for tests, and classes with mapped values that it answers for.
     void use_mapped_things() {
-        settings.schema = {testing::TempDir() + "mapped_things.mof"};
+        settings.schema = {file("mapped_things.mof")};
         std::ofstream(settings.schema.front())
             << "class Test_Thing { [Key] string Name; [Key] uint32 Number; uint64 U64; sint64 S64; real64 Real;\n"
+               "  [Gauge] uint32 Missing;\n"
                "  [ValueMap {\"1\", \"255\"}, Values {\"Empty\", \"Full\"}] uint8 U8; char16 Letter;\n"
                "  [ValueMap {\"7\"}, Values {\"Seven\"}] uint16 List[]; string Text; };\n";
         settings.providers = {{TEST_PROVIDERS "/host_good_provider.so", "Good"}};
@@ -131,6 +147,7 @@ class PagesTest : public testing::Test {
                std::to_string(systems) + "\nZANTO_PhysicalComputerSystem 1\nZANTO_TCPStatisticalData 9\n";
     }
 
+    std::vector<std::string> files;
     server::Settings settings;
     SiteSettings site_settings;
     std::optional<server::Catalogue> catalogue;

@@ -1,8 +1,6 @@
 // Which paths there are, the first page, the graph, the files.
 #include "tests/host/pages/pages_test.h"
 
-#include <filesystem>
-
 namespace cmpihost::pages {
 namespace {
 
@@ -96,7 +94,7 @@ TEST_F(SitePages, TimeoutOfARequestLimitsWhatTakesLong) {
 }
 
 TEST_F(SitePages, ProvidersOfOneFileNameAreToldApart) {
-    const std::string folder = testing::TempDir() + "providers_of_one_name/";
+    const std::string folder = testing::TempDir() + "providers_of_one_name_" + std::to_string(getpid()) + "/";
     for (const char* name : {"a/x", "b/x"}) {
         std::filesystem::create_directories(folder + name);
         std::filesystem::copy_file(TEST_PROVIDERS "/host_good_provider.so", folder + name + "/p.so",
@@ -156,6 +154,20 @@ TEST_F(SitePages, MetricsAreOfTheClassesThatTheViewsName) {
     EXPECT_EQ(metrics.type, "text/plain; version=0.0.4; charset=utf-8");
     EXPECT_TRUE(metrics.has("cmpihost_scrape_class_success{class=\"ZANTO_IPEndPointStatistics\"} 1\n"));
     EXPECT_EQ(metrics.count("\ncmpihost_scrape_class_success{"), 3U);
+}
+
+TEST_F(SitePages, ScrapeEndsWithinTheShorterOfItsTimes) {
+    using std::chrono::milliseconds;
+    const auto asked = [this](milliseconds timeout, milliseconds own) {
+        site_settings.timeout = timeout;
+        site.reset();
+        return get("/metrics", own).count("cmpihost_scrape_class_success{class=\"ZANTO_IPEndPointStatistics\"} 1\n");
+    };
+    EXPECT_EQ(asked(std::chrono::hours(2), {}), 1U);
+    EXPECT_EQ(asked(std::chrono::hours(2), std::chrono::hours(1)), 1U);
+    EXPECT_EQ(asked(milliseconds(1), {}), 0U);
+    EXPECT_EQ(asked(milliseconds(1), std::chrono::hours(1)), 0U);
+    EXPECT_EQ(asked(std::chrono::hours(2), milliseconds(1)), 0U);
 }
 
 TEST_F(SitePages, WithoutViewsNothingIsMeasured) {

@@ -251,7 +251,7 @@ TEST_F(Opening, RegistrationOfAnUnknownClassIsTold) {
 
 TEST_F(Opening, RegistrationThatIsMissingIsTold) {
     settings.registrations = {"/nowhere.reg"};
-    EXPECT_EQ(refusal(), "/nowhere.reg: cannot be read");
+    EXPECT_EQ(refusal(), "/nowhere.reg: cannot be read, expected a file with text");
 }
 
 TEST_F(Opening, LibraryThatIsMissingIsTold) {
