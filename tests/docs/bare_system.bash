@@ -5,7 +5,8 @@
 #   bare_system.bash [DOCUMENT...]
 #
 # It takes root, debootstrap, and a Debian mirror: the one that this system uses, if any. The tree is that of the last
-# commit. Each document begins on a system of its own; packages that one makes are there for the next.
+# commit. Each document begins on a system of its own, but for the example's, which goes on where docs/cmpihost.md ended
+# and has to follow it; packages that one makes are there for the next.
 #
 # Put in their places: for localhost:5988 a server of the cmpihost that is there, for the programs of CIM servers
 # ones that look at what they are given, for a switch's libraries ones that do nothing. apt-get is told yes. Compilers
@@ -37,11 +38,12 @@ outside() {
     exit "$status"
 }
 
-# The first process of a namespace takes the others along. No second Ctrl-C is to leave half of it.
+# The first process of a namespace takes the others along. Neither a second Ctrl-C nor the end of who reads this is to
+# leave half of it.
 end_inside() {
-    trap '' INT TERM
+    trap '' HUP INT PIPE TERM
     if [ -n "$inside" ]; then
-        echo "bare system: removing $folder" >&2
+        echo "bare system: removing $folder" >&2 || true # nobody may read it
         first=$(tr -d ' ' <"/proc/$inside/task/$inside/children") || first=
         kill -KILL "$inside" ${first:+"$first"} || true # they may just have ended
         wait "$inside" 2>/dev/null || true # that is how it ends
@@ -61,7 +63,7 @@ sources() {
     # apt-get is to see the dollars.
     # shellcheck disable=SC2016
     found=$(apt-get indextargets --format 'deb $(REPO_URI) $(RELEASE) $(COMPONENT)' 'Identifier: Packages' |
-        grep -E ' bookworm(-updates|-security)? main$' | sort -u)
+        sed -n -E '/ bookworm(-updates|-security)? main$/p' | sort -u)
     if grep -q ' bookworm main$' <<<"$found"; then
         echo "$found"
     else
@@ -72,7 +74,7 @@ sources() {
 # What all systems of this run begin with.
 make_base() {
     sources >"$folder/sources.list"
-    debootstrap --variant=minbase bookworm "$base" "$(awk '$3 == "bookworm" { print $2 }' "$folder/sources.list")"
+    debootstrap --variant=minbase bookworm "$base" "$(awk '$3 == "bookworm" { print $2; exit }' "$folder/sources.list")"
     cp "$folder/sources.list" "$base/etc/apt/sources.list"
     echo 'APT::Get::Assume-Yes "true";' >"$base/etc/apt/apt.conf.d/answers"
     in_root "$base" / 'apt-get update && apt-get install --no-install-recommends ccache'
@@ -99,6 +101,16 @@ in_root() {
     (be_in_root "$@")
 }
 
+# Not on the left of ||, where a command that fails would not end it.
+make_base_or_fail() {
+    local made
+    set +e
+    (set -eo pipefail; make_base) >"$folder/base.log" 2>&1
+    made=$?
+    set -e
+    [ "$made" -eq 0 ] || fail "$(cat "$folder/base.log")"
+}
+
 begin_afresh() {
     end_system
     mkdir -p "$folder/upper" "$folder/work"
@@ -114,7 +126,7 @@ begin_afresh() {
 
 end_system() {
     if [ -n "$server" ]; then
-        kill "$server"
+        kill "$server" 2>/dev/null || true # if it has ended, its status tells
         wait "$server" || fail "the server ended with $?: $(cat "$folder/server.log")"
         server=
     fi
@@ -180,7 +192,7 @@ run_document() {
     fi
     split "$source/$1"
     for block in "$blocks"/[0-9]*; do
-        [[ $block != *.never ]] || continue
+        [[ $block != *.never* ]] || continue
         [[ $block != *.fresh* ]] || begin_afresh
         prepare_block "$block"
         began=$SECONDS
@@ -241,7 +253,7 @@ inside() {
     # shellcheck source=tests/docs/blocks.bash
     . "$source/tests/docs/blocks.bash"
     mkdir "$base" "$root"
-    make_base >"$folder/base.log" 2>&1 || fail "$(cat "$folder/base.log")"
+    make_base_or_fail
     printf 'the bare system was made in %d s\n' "$SECONDS"
     for document; do
         run_document "$document"

@@ -85,7 +85,7 @@ for document; do
     split "$document"
     for block in "$blocks"/[0-9]*; do
         case $block in
-        *.never | *.bare) ;;
+        *.never* | *.bare*) ;;
         *) run_block "$block" ;;
         esac
     done
