@@ -1,4 +1,4 @@
-// Text to a number.
+// Text to a number. The host has the like: nothing of it is known here, and nothing of this there.
 #pragma once
 
 #include <charconv>

@@ -41,7 +41,8 @@ constexpr const char* usage =
     "\n"
     "A tunnel's NAME is its number, or PROFILE/NUMBER; a port's SLOT/PORT, or its interface index.\n"
     "What commands changed is gone when the switch's process ends, unless it was saved. Under cmpihost serve that is\n"
-    "the providers' process: when it is started again after a crash, the switch begins anew from its scenario.\n";
+    "the providers' process: when another one is started, after a crash or beside one in which a request hangs, the\n"
+    "switch begins anew from its scenario.\n";
 
 int fail(const std::string& message) {
     std::fprintf(stderr, "switchsim: %s\n", message.c_str());

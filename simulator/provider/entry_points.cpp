@@ -16,13 +16,13 @@ namespace switchsim {
 
 namespace {
 
-const CMPIBroker* broker = nullptr;
+const CMPIBroker* own_broker = nullptr;
 
 constexpr CMPIStatus ok{CMPI_RC_OK, nullptr};
 constexpr CMPIStatus not_supported{CMPI_RC_ERR_NOT_SUPPORTED, nullptr};
 
 CMPIStatus status_of(CMPIrc rc, const char* text) {
-    return {rc, CMNewString(broker, text, nullptr)};
+    return {rc, CMNewString(own_broker, text, nullptr)};
 }
 
 CMPIStatus no_memory() {
@@ -60,7 +60,7 @@ CMPIStatus answer(const CMPIObjectPath* path, Body body) noexcept {
         if (!contents)
             return status_of(CMPI_RC_ERR_FAILED, "the switch's scenario could not be loaded");
         Look look(*contents);
-        return body(*row, CimClass{row->name, text_of(CMGetNameSpace(path, nullptr)), broker}, look);
+        return body(*row, CimClass{row->name, text_of(CMGetNameSpace(path, nullptr)), own_broker}, look);
     } catch (const std::exception&) {
         return no_memory();
     }
@@ -196,6 +196,6 @@ CMPIInstanceMI instance_mi{nullptr, &functions};
 /// Keeps the broker. @return the instance MI, always
 extern "C" SWITCHSIM_API CMPIInstanceMI* switchsimProvider_Create_InstanceMI(const CMPIBroker* broker,
                                                                              const CMPIContext* /*context*/) noexcept {
-    switchsim::broker = broker;
+    switchsim::own_broker = broker;
     return &switchsim::instance_mi;
 }

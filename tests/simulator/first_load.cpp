@@ -1,5 +1,6 @@
 // What a process finds at its first platform call. Each check runs in a child process, since a switch is loaded once;
 // nothing here touches the switch in the parent.
+#include "host/broker/loader.h"
 #include "platform/services.h"
 #include "simulator/switchsim.h"
 
@@ -16,6 +17,15 @@ int open_queue() {
     const int result = init_mts(&mts_q);
     mutex_unlock();
     return result;
+}
+
+cmpihost::Answer ports_of_the_own_provider() {
+    cmpihost::Library library(FCIP_BINARY_DIR "/lib/libswitchsimProvider.so");
+    library.create("switchsimProvider");
+    cmpihost::Request request;
+    request.operation = cmpihost::Request::Operation::enumerate_instance_names;
+    request.path = {"ZANTO_FCPort", "root/cimv2", {}, {}, {}};
+    return run(library.provider(), request);
 }
 
 /// Ends the child: 0 if all is as expected.
@@ -64,6 +74,17 @@ TEST(FirstLoad, ABadScenarioIsReportedOnceAndLeavesTheSwitchEmpty) {
             const bool queue_closed = open_queue() == -1 && open_queue() == -1 && mts_q == nullptr;
             finish(queue_closed && the_switch().ports.empty() && the_switch().profiles.empty() &&
                    switchsim::complaints().empty());
+        },
+        success, "^no-such-file.toml: cannot read: No such file or directory\n$");
+}
+
+TEST(FirstLoad, WithoutASwitchItsOwnProviderFails) {
+    EXPECT_EXIT(
+        {
+            setenv("SWITCHSIM_SCENARIO", "no-such-file.toml", 1);
+            const cmpihost::Answer answer = ports_of_the_own_provider();
+            finish(answer.rc == CMPI_RC_ERR_FAILED && answer.objects.empty() &&
+                   answer.message == "the switch's scenario could not be loaded");
         },
         success, "^no-such-file.toml: cannot read: No such file or directory\n$");
 }

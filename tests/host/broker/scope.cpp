@@ -225,6 +225,7 @@ TEST(AttachedThreads, WhatTheyAskIsAwaitedAtTheEndOfAnswers) {
     const CallScope scope;
     CMPIContext* prepared = broker()->bft->prepareAttachThread(broker(), scope.context());
     std::promise<void> asking;
+    std::promise<void> ended;
     std::atomic<bool> answered = false;
     const Upcalled slow = [&](const Request&) {
         asking.set_value();
@@ -234,15 +235,17 @@ TEST(AttachedThreads, WhatTheyAskIsAwaitedAtTheEndOfAnswers) {
         return Answer{};
     };
     serve_upcalls(&slow);
-    std::thread worker([prepared] {
+    std::thread worker([prepared, &ended] {
         broker()->bft->attachThread(broker(), prepared);
         EXPECT_EQ(broker()->bft->deleteInstance(broker(), prepared, new_path({})).rc, CMPI_RC_OK);
+        ended.get_future().wait();
         EXPECT_EQ(broker()->bft->deleteInstance(broker(), prepared, new_path({})).rc, CMPI_RC_ERR_NOT_SUPPORTED);
         broker()->bft->detachThread(broker(), prepared);
     });
     asking.get_future().wait();
     end_upcalls(&slow);
     EXPECT_TRUE(answered);
+    ended.set_value();
     worker.join();
 }
 
