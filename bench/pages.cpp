@@ -1,10 +1,11 @@
-// Measures a scrape against the enumerations that it consists of, and a page of 200 objects, without sockets. The
-// provider's trace lines go to /dev/null meanwhile.
+// Measures a scrape against the enumerations that it consists of, where nobody keeps the objects and where somebody
+// does, and a page of 200 objects, without sockets. The provider's trace lines go to /dev/null meanwhile.
 // usage: pages_bench [TUNNELS...]
 #include "bench/counting_sink.h"
 #include "host/metrics/plan.h"
 #include "host/metrics/scrape.h"
 #include "host/pages/site.h"
+#include "host/server/whole_answer.h"
 #include "host/worker/heap.h"
 
 #include <algorithm>
@@ -64,14 +65,16 @@ server::Settings settings_for(std::size_t tunnels) {
     return settings;
 }
 
-/// All objects of the measured classes, to nobody.
-void enumerate(const std::vector<metrics::ClassPlan>& plans) {
+/// All objects of the measured classes, to nobody, or kept as those who ask in this process have them.
+void enumerate(const std::vector<metrics::ClassPlan>& plans, bool kept) {
     for (const metrics::ClassPlan& plan : plans)
         for (const metrics::Source& source : plan.sources) {
             Request request;
             request.path.class_name = plan.declaration->name;
             request.path.name_space = source.space->name;
-            if ((*source.ask)(request, [](const HeldObject& /*object*/, bool) {}).rc != 0)
+            const Answer answer = kept ? server::whole_answer(*source.ask, request, [](bool) { return true; })
+                                       : (*source.ask)(request, [](const HeldObject& /*object*/, bool) {});
+            if (answer.rc != 0 || answer.objects.empty() == kept)
                 throw std::runtime_error("an enumeration failed");
         }
 }
@@ -93,12 +96,13 @@ void print_row(std::FILE* out, std::size_t tunnels) {
     const auto plans = metrics::make_plans(catalogue, views, {});
     const pages::Site site(catalogue, {.views = FCIP_SOURCE_DIR "/schema/views.toml", .metrics = {}});
     std::size_t bytes = 0;
-    const auto [bare, scrape, page] =
-        medians_of<3>({[&] { enumerate(plans); }, [&] { bytes = answer(site, "/metrics"); },
-                       [&] { answer(site, "/class/ZANTO_FCIPProtocolEndPoint"); }});
+    const auto [bare, kept, scrape, page] = medians_of<4>(
+        {[&] { enumerate(plans, false); }, [&] { enumerate(plans, true); }, [&] { bytes = answer(site, "/metrics"); },
+         [&] { answer(site, "/class/ZANTO_FCIPProtocolEndPoint"); }});
     std::fprintf(out,
-                 "%6zu tunnels   enumerations %8.2f ms   scrape %8.2f ms   ratio %.2f   %9zu bytes   page %6.2f ms\n",
-                 tunnels, bare, scrape, scrape / bare, bytes, page);
+                 "%6zu tunnels   enumerations %8.2f ms, kept %8.2f ms   scrape %8.2f ms   ratios %.2f and %.2f   "
+                 "%9zu bytes   page %6.2f ms\n",
+                 tunnels, bare, kept, scrape, scrape / bare, scrape / kept, bytes, page);
     std::fflush(out);
 }
 
