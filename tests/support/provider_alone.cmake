@@ -6,6 +6,7 @@
 # First these libraries are the simulator of the main build, and the provider is asked through our broker for what the
 # provider of that build answers. Then they are a stub with all platform functions, and one that lacks one of them.
 file(REMOVE_RECURSE ${BUILD})
+set(ENV{CCACHE_DISABLE} 1) # it may tell the headers by other paths than the compiler
 
 # configure LIBRARIES [OPTION...]
 function(configure libraries)
