@@ -14,6 +14,7 @@
 #include <ctime>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <stdexcept>
 
 #include <fcntl.h>
@@ -34,15 +35,22 @@ double used() {
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-double median(std::vector<double>& turns) {
+double median(std::vector<double> turns) {
     const auto middle = turns.begin() + static_cast<std::ptrdiff_t>(turns.size() / 2);
     std::nth_element(turns.begin(), middle, turns.end());
     return *middle;
 }
 
-/// The median of some turns of each, in milliseconds. They take turns, since a machine's speed changes meanwhile.
+/// The median of the ratios in each turn: a machine's speed changes between turns.
+double ratio(const std::vector<double>& turns, const std::vector<double>& of) {
+    std::vector<double> ratios;
+    std::transform(turns.begin(), turns.end(), of.begin(), std::back_inserter(ratios), std::divides<>());
+    return median(std::move(ratios));
+}
+
+/// How long each took, in milliseconds, turn by turn.
 template <std::size_t count>
-std::array<double, count> medians_of(const std::array<std::function<void()>, count>& works) {
+std::array<std::vector<double>, count> turns_of(const std::array<std::function<void()>, count>& works) {
     std::array<std::vector<double>, count> turns;
     const double begin = used();
     while (turns.front().size() < fewest_turns || used() - begin < enough)
@@ -51,9 +59,7 @@ std::array<double, count> medians_of(const std::array<std::function<void()>, cou
             works[index]();
             turns[index].push_back(used() - began);
         }
-    std::array<double, count> medians{};
-    std::transform(turns.begin(), turns.end(), medians.begin(), median);
-    return medians;
+    return turns;
 }
 
 server::Settings settings_for(std::size_t tunnels) {
@@ -96,13 +102,14 @@ void print_row(std::FILE* out, std::size_t tunnels) {
     const auto plans = metrics::make_plans(catalogue, views, {});
     const pages::Site site(catalogue, {.views = FCIP_SOURCE_DIR "/schema/views.toml", .metrics = {}});
     std::size_t bytes = 0;
-    const auto [bare, kept, scrape, page] = medians_of<4>(
+    const auto [bare, kept, scrape, page] = turns_of<4>(
         {[&] { enumerate(plans, false); }, [&] { enumerate(plans, true); }, [&] { bytes = answer(site, "/metrics"); },
          [&] { answer(site, "/class/ZANTO_FCIPProtocolEndPoint"); }});
     std::fprintf(out,
                  "%6zu tunnels   enumerations %8.2f ms, kept %8.2f ms   scrape %8.2f ms   ratios %.2f and %.2f   "
                  "%9zu bytes   page %6.2f ms\n",
-                 tunnels, bare, kept, scrape, scrape / bare, scrape / kept, bytes, page);
+                 tunnels, median(bare), median(kept), median(scrape), ratio(scrape, bare), ratio(scrape, kept), bytes,
+                 median(page));
     std::fflush(out);
 }
 

@@ -33,13 +33,15 @@ std::string status_of(const LogRecord& record) {
 using metrics::append_head;
 using metrics::append_label;
 using metrics::append_number;
+using metrics::append_seconds;
+using metrics::Text;
 
-void append_single(std::string& text, std::string_view name, std::string_view type, std::string_view help,
+void append_single(Text& text, std::string_view name, std::string_view type, std::string_view help,
                    std::uint64_t value) {
     append_head(text, name, type, help);
     text.append(name).append(" ");
     append_number(text, value);
-    text += '\n';
+    text.append("\n");
 }
 
 } // namespace
@@ -62,45 +64,45 @@ void Figures::count(const LogRecord& record) {
     durations.sum += record.took;
 }
 
-void Figures::append_requests(std::string& text) const {
+void Figures::append_requests(Text& text) const {
     constexpr std::string_view name = "cmpihost_requests_total";
     append_head(text, name, "counter", "Requests that were answered or refused, by operation and status.");
     for (const auto& [key, count] : statuses_) {
         text.append(name).append("{");
         append_label(text, "operation", key.first);
         append_label(text, "status", key.second);
-        text += "} ";
+        text.append("} ");
         append_number(text, count);
-        text += '\n';
+        text.append("\n");
     }
 }
 
-void Figures::append_durations(std::string& text) const {
+void Figures::append_durations(Text& text) const {
     const std::string name = "cmpihost_request_duration_seconds";
     append_head(text, name, "histogram", "Time from a request's last byte to the last byte of its reply.");
     for (const auto& [operation, durations] : durations_) {
-        std::string label;
+        Text label;
         append_label(label, "operation", operation);
         std::uint64_t sum = 0;
         for (std::size_t index = 0; index < limits.size(); ++index) {
-            text.append(name).append("_bucket{").append(label).append(",le=\"");
+            text.append(name).append("_bucket{").append(label.view()).append(",le=\"");
             append_number(text, limits.at(index));
-            text += "\"} ";
+            text.append("\"} ");
             append_number(text, sum += durations.within.at(index));
-            text += '\n';
+            text.append("\n");
         }
-        text.append(name).append("_bucket{").append(label).append(",le=\"+Inf\"} ");
+        text.append(name).append("_bucket{").append(label.view()).append(",le=\"+Inf\"} ");
         append_number(text, durations.count);
-        text.append("\n").append(name).append("_sum{").append(label).append("} ");
-        append_number(text, std::chrono::duration<double>(durations.sum).count());
-        text.append("\n").append(name).append("_count{").append(label).append("} ");
+        text.append("\n").append(name).append("_sum{").append(label.view()).append("} ");
+        append_seconds(text, durations.sum);
+        text.append("\n").append(name).append("_count{").append(label.view()).append("} ");
         append_number(text, durations.count);
-        text += '\n';
+        text.append("\n");
     }
 }
 
 std::string Figures::text(const Moment& moment) const {
-    std::string text;
+    Text text;
     append_requests(text);
     append_durations(text);
     append_single(text, "cmpihost_connections", "gauge", "Connections that are open.", moment.connections);
@@ -111,7 +113,7 @@ std::string Figures::text(const Moment& moment) const {
                   moment.answered ? 1 : 0);
     append_single(text, "cmpihost_start_time_seconds", "gauge", "When the server began, in seconds since 1970.",
                   since());
-    return text;
+    return std::string(text.view());
 }
 
 } // namespace cmpihost::http

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/http/log_line.h"
+#include "host/metrics/text.h"
 
 #include <array>
 #include <map>
@@ -39,8 +40,8 @@ class Figures {
         std::chrono::microseconds sum{0};
     };
 
-    void append_requests(std::string& text) const;
-    void append_durations(std::string& text) const;
+    void append_requests(metrics::Text& text) const;
+    void append_durations(metrics::Text& text) const;
 
     std::chrono::system_clock::time_point since_;
     std::uint64_t connections_ = 0;

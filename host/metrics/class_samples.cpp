@@ -5,139 +5,185 @@
 #include "host/metrics/metric_text.h"
 
 #include <algorithm>
+#include <bit>
+#include <limits>
 
 namespace cmpihost::metrics {
 
 namespace {
 
-/// Appends a value as a number. False: it is none.
-bool append_value(std::string& out, const HeldValue& value, const Metric& metric) {
-    const auto real = [&](double number) {
-        append_number(out, number * static_cast<double>(metric.unit.times) / static_cast<double>(metric.unit.by));
-        return true;
-    };
-    if (const auto* natural = std::get_if<std::uint64_t>(&value.data)) {
-        if (!metric.counter && metric.unit.by * metric.unit.times != 1)
-            return real(static_cast<double>(*natural));
-        metric.counter ? append_counter(out, *natural, metric.unit) : append_number(out, *natural);
-        return true;
-    }
-    if (const auto* integer = std::get_if<std::int64_t>(&value.data))
-        return real(static_cast<double>(*integer));
-    if (const auto* number = std::get_if<double>(&value.data))
-        return real(*number);
-    if (const auto* truth = std::get_if<bool>(&value.data)) {
-        out += *truth ? '1' : '0';
-        return true;
-    }
-    return false;
-}
-
-std::string text_of(const HeldProperty& property) {
-    if (const auto* text = std::get_if<std::string_view>(&property.value.data))
+std::string text_of(CMPIType type, const HeldValue& value) {
+    if (const auto* text = std::get_if<std::string_view>(&value.data))
         return std::string(*text);
     std::string out;
-    cimxml::append_typed(out, type_name(property.type), plain(property.value));
+    cimxml::append_typed(out, type_name(type), plain(value));
     return out;
 }
 
-bool is_in_state(const HeldProperty& property, const std::string& value) {
+/// The texts of a value, of an array those of its elements.
+std::vector<std::string> texts_of(const HeldProperty& property) {
     const auto* array = std::get_if<HeldArray*>(&property.value.data);
     if (array == nullptr)
-        return text_of(property) == value;
-    return *array != nullptr && std::any_of((*array)->begin(), (*array)->end(), [&](const HeldValue& element) {
-        return text_of({property.name, static_cast<CMPIType>(property.type & ~CMPI_ARRAY), element}) == value;
-    });
+        return {text_of(property.type, property.value)};
+    std::vector<std::string> texts;
+    if (*array != nullptr)
+        for (const HeldValue& element : **array)
+            texts.push_back(text_of(static_cast<CMPIType>(property.type & ~CMPI_ARRAY), element));
+    return texts;
+}
+
+Cell cell_of(const HeldValue& value) {
+    if (const auto* natural = std::get_if<std::uint64_t>(&value.data))
+        return {Cell::Kind::natural, *natural};
+    if (const auto* integer = std::get_if<std::int64_t>(&value.data))
+        return {Cell::Kind::integer, static_cast<std::uint64_t>(*integer)};
+    if (const auto* real = std::get_if<double>(&value.data))
+        return {Cell::Kind::real, std::bit_cast<std::uint64_t>(*real)};
+    if (const auto* truth = std::get_if<bool>(&value.data))
+        return {Cell::Kind::natural, *truth ? 1U : 0U};
+    return {};
+}
+
+/// A gauge in its base unit.
+char* write_gauge(char* at, double number, const Unit& unit) {
+    return write_number(at, number * static_cast<double>(unit.times) / static_cast<double>(unit.by));
+}
+
+char* write_natural(char* at, std::uint64_t number, const Metric& metric) {
+    if (metric.counter)
+        return write_counter(at, number, metric.unit);
+    const bool is_whole =
+        metric.unit.by == 1 && number <= std::numeric_limits<std::uint64_t>::max() / metric.unit.times;
+    if (is_whole)
+        return write_number(at, number * metric.unit.times);
+    return write_gauge(at, static_cast<double>(number), metric.unit);
+}
+
+char* write_cell(char* at, const Cell& cell, const Metric& metric) {
+    if (cell.kind == Cell::Kind::natural)
+        return write_natural(at, cell.bits, metric);
+    if (cell.kind == Cell::Kind::integer)
+        return write_gauge(at, static_cast<double>(static_cast<std::int64_t>(cell.bits)), metric.unit);
+    return write_gauge(at, std::bit_cast<double>(cell.bits), metric.unit);
+}
+
+char* write_text(char* at, std::string_view text) {
+    std::memcpy(at, text.data(), text.size());
+    return at + text.size();
 }
 
 } // namespace
 
-std::string Spare::take() {
-    if (next_ == parts_.size())
-        return {};
-    std::string text = std::move(parts_[next_++]);
-    text.clear();
-    return text;
+void ClassSamples::Place::look_for(const HeldProperties& properties) {
+    const auto is_it = [this](const HeldProperty& property) {
+        const std::string_view text = property.name->text;
+        return text == name || same_name(text, name); // mostly it is written as in the schema
+    };
+    if (index >= properties.count || !is_it(properties[index]))
+        index =
+            static_cast<std::size_t>(std::find_if(properties.begin(), properties.end(), is_it) - properties.begin());
+    is_there = index < properties.count;
 }
 
-const HeldProperty* Finder::look_for(const HeldProperties& properties) {
-    const auto is_it = [this](const HeldProperty& property) { return same_name(property.name->text, name_); };
-    if (place_ >= properties.count || !is_it(properties[place_])) {
-        const auto* found = std::find_if(properties.begin(), properties.end(), is_it);
-        if (found == properties.end())
-            return nullptr;
-        place_ = static_cast<std::size_t>(found - properties.begin());
-    }
-    known_ = properties[place_].name;
-    return &properties[place_];
-}
-
-ClassSamples::ClassSamples(const ClassPlan& plan, Spare& spare, Lines& lines) : lines_(lines) {
-    lines_.clear();
-    families_.reserve(plan.metrics.size());
+ClassSamples::ClassSamples(const ClassPlan& plan) : plan_(&plan) {
     for (const Metric& metric : plan.metrics)
-        families_.push_back({&metric, Finder(metric.property), spare.take()});
-    labels_.reserve(plan.labels.size());
+        metrics_.push_back({metric.property, metric.states.empty() ? nullptr : &metric});
     for (const Label& label : plan.labels)
-        labels_.emplace_back(&label, Finder(label.property));
+        labels_.push_back({label.property});
 }
 
-void ClassSamples::begin_call() {
-    for (Family& family : families_)
-        family.finder.begin_call();
-    for (auto& [label, finder] : labels_)
-        finder.begin_call();
+void ClassSamples::clear() {
+    names_.clear();
+    lines_.clear();
+    cells_.clear();
+    states_.clear();
+    doubles_ = 0;
 }
 
 void ClassSamples::add(const HeldObject& object) {
-    ++objects_;
-    if (!write_labels(object)) {
-        ++doubles_;
-        return;
+    const HeldProperties& properties = object.properties;
+    find_places(properties);
+    add_labels(properties);
+    cells_.resize(cells_.size() + metrics_.size());
+    Cell* cell = cells_.data() + cells_.size() - metrics_.size();
+    for (const Place& place : metrics_) {
+        if (const HeldProperty* property = place.in(properties))
+            *cell = place.with_states == nullptr ? cell_of(property->value) : states_in(*property, *place.with_states);
+        ++cell;
     }
-    for (Family& family : families_)
-        if (const HeldProperty* property = family.finder.find(object.properties))
-            add(family, *property);
 }
 
-void ClassSamples::move_to(Parts& parts) {
-    for (Family& family : families_)
-        parts.push_back(std::move(family.text));
+/// Objects of a class mostly have the same properties in the same order.
+void ClassSamples::find_places(const HeldProperties& properties) {
+    const auto is_as_before = [](const HeldProperty& property, const Name* name) { return property.name == name; };
+    if (!names_.empty() && std::equal(properties.begin(), properties.end(), names_.begin(), names_.end(), is_as_before))
+        return;
+    names_.clear();
+    for (const HeldProperty& property : properties)
+        names_.push_back(property.name);
+    for (Place& place : metrics_)
+        place.look_for(properties);
+    for (Place& place : labels_)
+        place.look_for(properties);
 }
 
-/// False: they are those of an object before.
-bool ClassSamples::write_labels(const HeldObject& object) {
-    std::string& line = lines_.begin();
-    line += '{';
-    for (auto& [label, finder] : labels_)
-        if (const HeldProperty* property = finder.find(object.properties)) {
+void ClassSamples::add_labels(const HeldProperties& properties) {
+    Text& line = lines_.begin();
+    line.append("{");
+    for (std::size_t index = 0; index < labels_.size(); ++index)
+        if (const HeldProperty* property = labels_[index].in(properties)) {
             const auto* text = std::get_if<std::string_view>(&property->value.data);
-            append_label(line, label->name, text != nullptr ? *text : std::string_view(text_of(*property)));
+            append_label(line, plan_->labels[index].name,
+                         text != nullptr ? *text : std::string_view(text_of(property->type, property->value)));
         }
-    line += "} ";
-    return lines_.keep();
+    line.append("} ");
 }
 
-void ClassSamples::add(Family& family, const HeldProperty& property) const {
-    std::string& text = family.text;
-    const std::size_t begin = text.size();
-    if (begin == 0)
-        text = family.metric->head;
-    if (!family.metric->states.empty())
-        return add_states(family, property);
-    text.append(family.metric->name).append(lines_.line());
-    if (append_value(text, property.value, *family.metric))
-        text += '\n';
-    else
-        text.resize(begin);
+Cell ClassSamples::states_in(const HeldProperty& property, const Metric& metric) {
+    const std::size_t first = states_.size();
+    const std::vector<std::string> texts = texts_of(property);
+    for (const auto& [value, state] : metric.states)
+        states_.push_back(std::find(texts.begin(), texts.end(), value) != texts.end() ? 1 : 0);
+    return {Cell::Kind::states, first};
 }
 
-void ClassSamples::add_states(Family& family, const HeldProperty& property) const {
-    const std::string_view line = lines_.line();
-    for (const auto& [value, state] : family.metric->states) {
-        family.text.append(family.metric->name).append(line.substr(0, line.rfind('}')));
-        append_label(family.text, family.metric->state_label, state);
-        family.text += is_in_state(property, value) ? "} 1\n" : "} 0\n";
+void ClassSamples::write(Pieces& pieces) const {
+    for (std::size_t index = 0; index < metrics_.size(); ++index)
+        write(pieces, index);
+}
+
+/// One metric's samples.
+void ClassSamples::write(Pieces& pieces, std::size_t index) const {
+    const Metric& metric = plan_->metrics[index];
+    const std::string_view name = metric.name;
+    std::string_view head = metric.head;
+    const std::size_t cells_of_object = metrics_.size();
+    const Cell* next = cells_.data() + index;
+    for (std::size_t object = 0; object < lines_.size(); ++object, next += cells_of_object) {
+        const Cell cell = *next;
+        if (cell.kind == Cell::Kind::none || lines_.is_double(object))
+            continue;
+        const std::string_view line = lines_.line(object);
+        Text& out = pieces.line();
+        if (!head.empty())
+            out.append(std::exchange(head, {}));
+        if (cell.kind == Cell::Kind::states) {
+            append_states(out, metric, line, cell.bits);
+            continue;
+        }
+        char* at = out.room(name.size() + line.size() + longest_number + 1);
+        at = write_text(write_text(at, name), line);
+        at = write_cell(at, cell, metric);
+        *at++ = '\n';
+        out.end_at(at);
+    }
+}
+
+void ClassSamples::append_states(Text& out, const Metric& metric, std::string_view line, std::size_t first) const {
+    for (std::size_t index = 0; index < metric.states.size(); ++index) {
+        out.append(metric.name).append(line.substr(0, line.rfind('}')));
+        append_label(out, metric.state_label, metric.states[index].second);
+        out.append(states_[first + index] != 0 ? "} 1\n" : "} 0\n");
     }
 }
 

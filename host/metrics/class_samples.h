@@ -7,78 +7,64 @@
 
 namespace cmpihost::metrics {
 
-/// The text of a scrape, in parts.
-using Parts = std::vector<std::string>;
-
-/// Gives the memory of one text after the other.
-class Spare {
-  public:
-    explicit Spare(Parts parts) : parts_(std::move(parts)) {}
-
-    /// An empty text.
-    std::string take();
-
-  private:
-    Parts parts_;
-    std::size_t next_ = 0;
+/// What a sample has.
+struct Cell {
+    enum class Kind { none, natural, integer, real, states };
+    Kind kind = Kind::none;
+    std::uint64_t bits = 0; ///< of the number; of states where they begin
 };
 
-/// Finds a property of one class's objects, which mostly have it at the same place.
-class Finder {
-  public:
-    explicit Finder(std::string_view name) : name_(name) {}
-
-    /// Null if there is none.
-    const HeldProperty* find(const HeldProperties& properties) {
-        if (place_ < properties.count && properties[place_].name == known_)
-            return &properties[place_];
-        return look_for(properties);
-    }
-
-    /// Objects of another call come, with other names.
-    void begin_call() { known_ = nullptr; }
-
-  private:
-    const HeldProperty* look_for(const HeldProperties& properties);
-
-    std::string_view name_;
-    const Name* known_ = nullptr;
-    std::size_t place_ = 0;
-};
-
+/// Collects what objects have while a provider gives them, and writes it when all have come: both are faster when
+/// neither has the processor's caches in turns with the other. Used again, it needs no more memory.
 class ClassSamples {
   public:
     /// @param plan outlives this
-    /// @param lines likewise; memory for labels
-    ClassSamples(const ClassPlan& plan, Spare& spare, Lines& lines);
+    explicit ClassSamples(const ClassPlan& plan);
+
+    /// Forgets all samples.
+    void clear();
 
     /// Objects come that live in another call than those before.
-    void begin_call();
+    void begin_call() { names_.clear(); }
 
     void add(const HeldObject& object);
 
-    std::uint64_t objects() const { return objects_; }
-    std::uint64_t doubles() const { return doubles_; } ///< left out: their labels are those of another object
+    /// No more objects come: leaves out those whose labels are those of another object before.
+    void end() { doubles_ = lines_.find_doubles(); }
 
-    /// Hands over the texts of all metrics, those without samples empty.
-    void move_to(Parts& parts);
+    std::uint64_t objects() const { return lines_.size(); }
+    std::uint64_t doubles() const { return doubles_; } ///< were left out
+
+    /// Each metric that has samples.
+    void write(Pieces& pieces) const;
 
   private:
-    /// A metric's samples while they come.
-    struct Family {
-        const Metric* metric;
-        Finder finder;
-        std::string text;
+    /// Where a class's objects mostly have a property.
+    struct Place {
+        std::string_view name;
+        const Metric* with_states = nullptr; ///< whose values it has; null: they are numbers or labels
+        bool is_there = false;
+        std::size_t index = 0;
+
+        void look_for(const HeldProperties& properties);
+        const HeldProperty* in(const HeldProperties& properties) const {
+            return is_there ? &properties[index] : nullptr;
+        }
     };
 
-    bool write_labels(const HeldObject& object);
-    void add(Family& family, const HeldProperty& property) const;
-    void add_states(Family& family, const HeldProperty& property) const;
+    void find_places(const HeldProperties& properties);
+    void add_labels(const HeldProperties& properties);
+    Cell states_in(const HeldProperty& property, const Metric& metric);
+    void write(Pieces& pieces, std::size_t index) const;
+    void append_states(Text& out, const Metric& metric, std::string_view line, std::size_t first) const;
 
-    std::vector<Family> families_;
-    std::vector<std::pair<const Label*, Finder>> labels_;
-    Lines& lines_; ///< labels of each object, from brace to brace and with the blank after them
-    std::uint64_t objects_ = 0;
+    const ClassPlan* plan_;
+    std::vector<Place> metrics_;       ///< of each metric of the plan
+    std::vector<Place> labels_;        ///< of each label of the plan
+    std::vector<const Name*> names_;   ///< of the properties of the object for which the places hold
+    Lines lines_;                      ///< labels of each object, from brace to brace and with the blank after them
+    std::vector<Cell> cells_;          ///< of each object in turn, one for each metric
+    std::vector<std::uint8_t> states_; ///< whether an object is in each of a metric's states
     std::uint64_t doubles_ = 0;
 };
 

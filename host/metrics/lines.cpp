@@ -1,38 +1,36 @@
 #include "host/metrics/lines.h"
 
-#include <algorithm>
+#include <bit>
 #include <functional>
 
 namespace cmpihost::metrics {
 
 void Lines::clear() {
-    text_.clear();
+    text_.cut(0);
     begins_.clear();
-    std::fill(slots_.begin(), slots_.end(), Slot{});
+    doubles_.clear();
 }
 
-std::string& Lines::begin() {
+Text& Lines::begin() {
     begins_.push_back(text_.size());
     return text_;
 }
 
-bool Lines::keep() {
-    if (2 * begins_.size() > slots_.size())
-        grow();
-    const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>{}(line()));
-    Slot& slot = slot_of(line(), hash);
-    if (slot.number != 0) {
-        text_.resize(begins_.back());
-        begins_.pop_back();
-        return false;
+std::size_t Lines::find_doubles() {
+    slots_.assign(std::bit_ceil(2 * size() + 1), {});
+    doubles_.assign(size(), 0);
+    std::size_t found = 0;
+    for (std::size_t index = 0; index < size(); ++index) {
+        const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>{}(line(index)));
+        Slot& slot = slot_of(line(index), hash);
+        if (slot.number == 0) {
+            slot = {hash, static_cast<std::uint32_t>(index + 1)};
+            continue;
+        }
+        doubles_[index] = 1;
+        ++found;
     }
-    slot = {hash, static_cast<std::uint32_t>(begins_.size())};
-    return true;
-}
-
-/// A line before the last one.
-std::string_view Lines::line(std::size_t index) const {
-    return std::string_view(text_).substr(begins_[index], begins_[index + 1] - begins_[index]);
+    return found;
 }
 
 /// Where the line is, or belongs.
@@ -42,20 +40,6 @@ Lines::Slot& Lines::slot_of(std::string_view line, std::uint32_t hash) {
     while (slots_[place].number != 0 && (slots_[place].hash != hash || this->line(slots_[place].number - 1) != line))
         place = (place + 1) & mask;
     return slots_[place];
-}
-
-void Lines::grow() {
-    const std::vector<Slot> old = std::move(slots_);
-    slots_.assign(old.empty() ? 64 : 2 * old.size(), {});
-    const std::size_t mask = slots_.size() - 1;
-    for (const Slot& slot : old) {
-        if (slot.number == 0)
-            continue;
-        std::size_t place = slot.hash & mask;
-        while (slots_[place].number != 0)
-            place = (place + 1) & mask;
-        slots_[place] = slot;
-    }
 }
 
 } // namespace cmpihost::metrics

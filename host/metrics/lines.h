@@ -1,9 +1,9 @@
-// Lines of text, each once.
+// Lines of text, and which of them stand there twice.
 #pragma once
 
+#include "host/metrics/text.h"
+
 #include <cstdint>
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace cmpihost::metrics {
@@ -14,14 +14,21 @@ class Lines {
     /// Forgets all lines, and keeps their memory.
     void clear();
 
-    /// Begins a line, which is to be appended to the text returned.
-    std::string& begin();
+    /// Begins a line behind those that are there, which is to be appended to the text returned.
+    Text& begin();
 
-    /// The line since begin().
-    std::string_view line() const { return std::string_view(text_).substr(begins_.back()); }
+    std::size_t size() const { return begins_.size(); }
 
-    /// Ends the line. False: it was there before, and is there no more.
-    bool keep();
+    std::string_view line(std::size_t index) const {
+        const std::size_t end = index + 1 < begins_.size() ? begins_[index + 1] : text_.size();
+        return text_.view().substr(begins_[index], end - begins_[index]);
+    }
+
+    /// Finds the lines that stand there before already. @return how many there are
+    std::size_t find_doubles();
+
+    /// Whether the last find_doubles() found it to be one.
+    bool is_double(std::size_t index) const { return doubles_[index] != 0; }
 
   private:
     struct Slot {
@@ -29,13 +36,12 @@ class Lines {
         std::uint32_t number = 0; ///< of the line, from 1 on; 0: nothing is here
     };
 
-    std::string_view line(std::size_t index) const;
     Slot& slot_of(std::string_view line, std::uint32_t hash);
-    void grow();
 
-    std::string text_;
+    Text text_;
     std::vector<std::size_t> begins_;
-    std::vector<Slot> slots_; // a power of two, at most half full; open addressing
+    std::vector<std::uint8_t> doubles_; ///< of each line
+    std::vector<Slot> slots_;           ///< a power of two, at most half full; open addressing
 };
 
 } // namespace cmpihost::metrics

@@ -2,6 +2,8 @@
 
 #include "host/cimxml/characters.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -9,29 +11,27 @@ namespace cmpihost::metrics {
 
 namespace {
 
-constexpr std::uint64_t exact = std::uint64_t{1} << 53; // integers below it are exact as doubles
+constexpr std::uint64_t exact = std::uint64_t{1} << 53;  // integers below it are exact as doubles
+constexpr std::string_view replacement = "\xEF\xBF\xBD"; // U+FFFD
 
-/// Writes them where they stay: copying what was written byte by byte a moment ago would wait for it.
-template <class Number>
-void append_digits(std::string& out, Number number) {
-    constexpr std::size_t most = 32;
-    const std::size_t begin = out.size();
-    out.resize(begin + most);
-    const char* const end = std::to_chars(&out[begin], &out[begin] + most, number).ptr;
-    out.resize(static_cast<std::size_t>(end - out.data()));
-}
+/// Characters that stand for themselves everywhere.
+constexpr std::array<bool, 256> plain_bytes = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t c = ' '; c <= '~'; ++c)
+        plain[c] = c != '"' && c != '\\';
+    return plain;
+}();
 
+/// Looks at all of it: to end at the first that is not plain would be slower.
 bool is_plain(std::string_view text) {
+    bool plain = true;
     for (const char c : text)
-        if (c < ' ' || c > '~' || c == '"' || c == '\\')
-            return false;
-    return true;
+        plain &= plain_bytes[static_cast<unsigned char>(c)];
+    return plain;
 }
-
-constexpr std::uint32_t replacement = 0xFFFD;
 
 /// What is no character, and controls, are replaced.
-void append_escaped(std::string& out, std::string_view text, bool quoted) {
+void append_escaped(Text& out, std::string_view text, bool quoted) {
     if (is_plain(text)) {
         out.append(text);
         return;
@@ -40,11 +40,11 @@ void append_escaped(std::string& out, std::string_view text, bool quoted) {
         const std::size_t length = cimxml::xml_character_length(text, at);
         const char c = text[at];
         if (c == '\\' || (c == '"' && quoted))
-            out.append(1, '\\').append(1, c);
+            out.append("\\").append(text.substr(at, 1));
         else if (c == '\n')
-            out += "\\n";
+            out.append("\\n");
         else if (length == 0 || (length == 1 && (static_cast<unsigned char>(c) < ' ' || c == 0x7f)))
-            cimxml::append_utf8(out, replacement);
+            out.append(replacement);
         else
             out.append(text.substr(at, length));
         at += length == 0 ? 1 : length;
@@ -53,43 +53,59 @@ void append_escaped(std::string& out, std::string_view text, bool quoted) {
 
 } // namespace
 
-void append_head(std::string& out, std::string_view name, std::string_view type, std::string_view help) {
-    out.append("# HELP ").append(name).append(" ");
-    append_escaped(out, help, false);
+void append_head(Text& out, std::string_view name, std::string_view type, std::string_view help) {
+    out.append("# HELP ").append(name).append(" ").append(help);
     out.append("\n# TYPE ").append(name).append(" ").append(type).append("\n");
 }
 
-void append_label(std::string& out, std::string_view name, std::string_view value) {
-    if (!out.empty() && out.back() != '{')
-        out += ',';
+Text escaped_help(std::string_view help) {
+    Text out;
+    append_escaped(out, help, false);
+    return out;
+}
+
+void append_label(Text& out, std::string_view name, std::string_view value) {
+    if (out.size() != 0 && out.view().back() != '{')
+        out.append(",");
     out.append(name).append("=\"");
     append_escaped(out, value, true);
-    out += '"';
+    out.append("\"");
 }
 
-void append_number(std::string& out, std::uint64_t number) {
-    append_digits(out, number);
+Text only_label(std::string_view name, std::string_view value) {
+    Text labels;
+    labels.append("{");
+    append_label(labels, name, value);
+    labels.append("} ");
+    return labels;
 }
 
-void append_number(std::string& out, std::int64_t number) {
-    append_digits(out, number);
+char* write_number(char* at, std::uint64_t number) {
+    return std::to_chars(at, at + longest_number, number).ptr;
 }
 
-void append_number(std::string& out, double number) {
+char* write_number(char* at, double number) {
+    const auto write = [at](std::string_view text) { return std::copy(text.begin(), text.end(), at); };
     if (std::isnan(number))
-        out += "NaN";
-    else if (std::isinf(number))
-        out += number < 0 ? "-Inf" : "+Inf";
-    else
-        append_digits(out, number);
+        return write("NaN");
+    if (std::isinf(number))
+        return write(number < 0 ? "-Inf" : "+Inf");
+    return std::to_chars(at, at + longest_number, number).ptr;
 }
 
-void append_counter(std::string& out, std::uint64_t value, const Unit& unit) {
+void append_seconds(Text& out, std::chrono::microseconds time) {
+    auto count = static_cast<std::uint64_t>(time.count());
+    append_number(out, count / 1'000'000);
+    std::array<char, 7> fraction{'.'};
+    for (std::size_t place = fraction.size(); --place != 0; count /= 10)
+        fraction.at(place) = static_cast<char>('0' + count % 10);
+    out.append({fraction.data(), fraction.size()});
+}
+
+char* write_counter(char* at, std::uint64_t value, const Unit& unit) {
     const std::uint64_t scaled = value * unit.times % exact; // 2^64 is a multiple of 2^53
-    if (unit.by == 1)
-        append_digits(out, scaled);
-    else
-        append_number(out, static_cast<double>(scaled) / static_cast<double>(unit.by));
+    return unit.by == 1 ? write_number(at, scaled)
+                        : write_number(at, static_cast<double>(scaled) / static_cast<double>(unit.by));
 }
 
 } // namespace cmpihost::metrics

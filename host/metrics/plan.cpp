@@ -81,8 +81,11 @@ std::vector<Metric> metrics_of(const ServedClass& served, const Namespace& space
         else if (marked && is_number(property) && !property.type.ends_with("[]"))
             metrics.push_back(number_of(served, property, views, view.note));
     }
-    for (Metric& metric : metrics)
-        append_head(metric.head, metric.name, metric.counter ? "counter" : "gauge", metric.help);
+    for (Metric& metric : metrics) {
+        Text head;
+        append_head(head, metric.name, metric.counter ? "counter" : "gauge", escaped_help(metric.help).view());
+        metric.head = head.view();
+    }
     return metrics;
 }
 
@@ -157,7 +160,11 @@ class Names {
 } // namespace
 
 ClassPlan make_plan(const ServedClass& served, const Namespace& space, const Views& views) {
-    return {served.declaration, {{served.ask, &space}}, metrics_of(served, space, views), labels_of(served, views)};
+    return {served.declaration,
+            {{served.ask, &space}},
+            metrics_of(served, space, views),
+            labels_of(served, views),
+            std::string(only_label("class", served.declaration->name).view())};
 }
 
 void check_names(const std::vector<ClassPlan>& plans) {

@@ -36,6 +36,7 @@ struct ClassPlan {
     std::vector<Source> sources; ///< each provider once
     std::vector<Metric> metrics;
     std::vector<Label> labels;
+    std::string class_label; ///< between a name and a number of what tells how the class was asked
 };
 
 /// What of one class is measured, as this provider serves it; no metrics if nothing of it is marked.

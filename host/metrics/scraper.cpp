@@ -4,9 +4,9 @@
 
 namespace cmpihost::metrics {
 
-void Scraper::run(Round& round, Parts spare, std::chrono::milliseconds time) {
+void Scraper::run(Round& round, Scraped spare, std::chrono::milliseconds time) {
     try {
-        round.parts = scrape_(time, std::move(spare));
+        round.scraped = scrape_(time, std::move(spare));
     } catch (...) {
         round.failure = std::current_exception();
     }
@@ -24,9 +24,9 @@ std::shared_ptr<Scraper::Round> Scraper::enter(std::chrono::milliseconds time) {
         changed_.wait(lock, [&round] { return round->done; });
         return round;
     }
-    Parts spare;
+    Scraped spare;
     if (round_ != nullptr && round_->readers == 0)
-        spare = std::move(round_->parts);
+        spare = std::move(round_->scraped);
     auto round = round_ = std::make_shared<Round>();
     ++round->readers;
     lock.unlock();
@@ -44,12 +44,12 @@ unsigned Scraper::readers() {
     return round_ == nullptr ? 0 : round_->readers;
 }
 
-void Scraper::read(std::chrono::milliseconds time, const std::function<void(const Parts& parts)>& take) {
+void Scraper::read(std::chrono::milliseconds time, const Pieces::Take& take) {
     const std::shared_ptr<Round> round = enter(time);
     try {
         if (round->failure)
             std::rethrow_exception(round->failure);
-        take(round->parts);
+        round->scraped.give(take);
     } catch (...) {
         leave(*round);
         throw;

@@ -14,12 +14,12 @@ namespace cmpihost::metrics {
 /// since a question is answered when its function returns, and nothing else lets go of its thread before.
 class Scraper {
   public:
-    using Scrape = std::function<Parts(std::chrono::milliseconds time, Parts spare)>;
+    using Scrape = std::function<Scraped(std::chrono::milliseconds time, Scraped spare)>;
 
     explicit Scraper(Scrape scrape) : scrape_(std::move(scrape)) {}
 
-    /// Hands the text to `take`, which may throw, and so may the scrape.
-    void read(std::chrono::milliseconds time, const std::function<void(const Parts& parts)>& take);
+    /// Hands the text to `take`, piece by piece. It may throw, and so may the scrape.
+    void read(std::chrono::milliseconds time, const Pieces::Take& take);
 
     /// How many have the text of the last scrape, or wait for it.
     unsigned readers();
@@ -27,14 +27,14 @@ class Scraper {
   private:
     /// A scrape, and those who have its text.
     struct Round {
-        Parts parts{};
+        Scraped scraped{};
         std::exception_ptr failure{};
         bool done = false;
         unsigned readers = 0;
     };
 
     std::shared_ptr<Round> enter(std::chrono::milliseconds time);
-    void run(Round& round, Parts spare, std::chrono::milliseconds time);
+    void run(Round& round, Scraped spare, std::chrono::milliseconds time);
     void leave(Round& round);
 
     Scrape scrape_;

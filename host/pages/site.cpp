@@ -54,8 +54,8 @@ class Site::State {
     State(const server::Catalogue& catalogue, const SiteSettings& settings)
         : catalogue_(catalogue), settings_(settings), views_(views_of(catalogue, settings)),
           plans_(metrics::make_plans(catalogue, views_, settings.metrics)),
-          scraper_([this](std::chrono::milliseconds time, metrics::Parts spare) {
-              return metrics::scrape(plans_, time, labels_, std::move(spare));
+          scraper_([this](std::chrono::milliseconds time, metrics::Scraped spare) {
+              return metrics::scrape(plans_, time, std::move(spare));
           }) {}
 
     server::Outcome answer(const server::Question& question, server::ReplySink& sink);
@@ -67,17 +67,13 @@ class Site::State {
     const SiteSettings settings_;
     const views::Views views_;
     const std::vector<metrics::ClassPlan> plans_;
-    metrics::Lines labels_; ///< of the scrape under way
     metrics::Scraper scraper_;
 };
 
 server::Outcome Site::State::answer_metrics(const server::PageRequest& request, server::ReplySink& sink) {
     const auto time = request.time.count() == 0 ? settings_.timeout : std::min(request.time, settings_.timeout);
-    scraper_.read(time, [&sink](const metrics::Parts& parts) {
-        for (const std::string& part : parts)
-            sink.append(part);
-    });
-    sink.append(metrics::providers_text(catalogue_));
+    scraper_.read(time, [&sink](std::string_view piece) { sink.append(piece); });
+    sink.append(metrics::providers_text(catalogue_).view());
     server::Outcome outcome;
     outcome.content_type = metrics::content_type;
     return outcome;

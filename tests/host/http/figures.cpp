@@ -53,7 +53,7 @@ TEST(Figures, DurationsAreAHistogram) {
     EXPECT_TRUE(has(figures, bucket + "0.1\"} 3"));
     EXPECT_TRUE(has(figures, bucket + "25\"} 3"));
     EXPECT_TRUE(has(figures, bucket + "+Inf\"} 4"));
-    EXPECT_TRUE(has(figures, "cmpihost_request_duration_seconds_sum{operation=\"GetInstance\"} 60.033"));
+    EXPECT_TRUE(has(figures, "cmpihost_request_duration_seconds_sum{operation=\"GetInstance\"} 60.033000"));
     EXPECT_TRUE(has(figures, "cmpihost_request_duration_seconds_count{operation=\"GetInstance\"} 4"));
 }
 

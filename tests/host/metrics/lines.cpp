@@ -6,40 +6,43 @@
 namespace cmpihost::metrics {
 namespace {
 
-bool keep(Lines& lines, const std::string& text) {
-    lines.begin() += text;
-    EXPECT_EQ(lines.line(), text);
-    return lines.keep();
+void add(Lines& lines, const std::string& text) {
+    const std::size_t before = lines.size();
+    lines.begin().append(text);
+    ASSERT_EQ(lines.size(), before + 1);
+    ASSERT_EQ(lines.line(before), text);
 }
 
-TEST(Lines, AreKeptOnceHoweverMany) {
+TEST(Lines, AreFoundWhereTheyStandTwice) {
     Lines lines;
     for (int turn = 0; turn < 2; ++turn)
         for (int number = 0; number < 1000; ++number)
-            EXPECT_EQ(keep(lines, "line " + std::to_string(number)), turn == 0) << number;
-    EXPECT_FALSE(keep(lines, "line 7"));
-    EXPECT_TRUE(keep(lines, "line 1000"));
-    EXPECT_EQ(lines.line(), "line 1000");
+            add(lines, "line " + std::to_string(number));
+    add(lines, "line 7");
+    add(lines, "line 1000");
+    EXPECT_EQ(lines.find_doubles(), 1001U);
+    for (std::size_t index = 0; index < lines.size(); ++index)
+        EXPECT_EQ(lines.is_double(index), index >= 1000 && index <= 2000) << lines.line(index);
 }
 
 TEST(Lines, AreToldApartWhereTheirHashesAreTheSame) {
     Lines lines;
-    std::size_t kept = 0;
     constexpr std::size_t many = 300'000; // some ten pairs of which have the same 32 bits
-    for (std::size_t number = 0; number < many; ++number) {
-        lines.begin() += std::to_string(number);
-        kept += lines.keep() ? 1 : 0;
-    }
-    EXPECT_EQ(kept, many);
+    for (std::size_t number = 0; number < many; ++number)
+        lines.begin().append(std::to_string(number));
+    EXPECT_EQ(lines.find_doubles(), 0U);
 }
 
 TEST(Lines, AreNewAfterClearing) {
     Lines lines;
     for (int turn = 0; turn < 2; ++turn) {
         for (int number = 0; number < 100; ++number)
-            EXPECT_TRUE(keep(lines, std::to_string(number))) << number << " in turn " << turn;
+            add(lines, std::to_string(number));
+        EXPECT_EQ(lines.find_doubles(), 0U) << turn;
         lines.clear();
+        EXPECT_EQ(lines.size(), 0U);
     }
+    EXPECT_EQ(lines.find_doubles(), 0U);
 }
 
 } // namespace

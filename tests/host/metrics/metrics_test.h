@@ -65,10 +65,9 @@ inline server::Settings switch_settings() {
     return settings;
 }
 
-inline std::string joined(const Parts& parts) {
+inline std::string text_of(const Scraped& scraped) {
     std::string text;
-    for (const std::string& part : parts)
-        text += part;
+    scraped.give([&text](std::string_view piece) { text += piece; });
     return text;
 }
 

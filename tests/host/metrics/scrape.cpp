@@ -47,7 +47,7 @@ class Scrapes : public testing::Test {
         };
     }
 
-    std::string text(milliseconds time = {}) { return joined(scrape({plan()}, time, labels)); }
+    std::string text(milliseconds time = {}) { return text_of(scrape({plan()}, time)); }
 
     ClassPlan plan() { return make_plan(served, space, views); }
 
@@ -71,7 +71,6 @@ class Scrapes : public testing::Test {
     server::Ask ask;
     server::ServedClass served{schema, *schema.find("Test_Port"), ask};
     std::vector<Object> objects;
-    Lines labels;
     std::atomic<int> asked = 0;
     int rc = 0;
     int second_rc = 0;
@@ -164,13 +163,13 @@ TEST_F(Scrapes, EveryProviderOfAClassIsAsked) {
     const server::Namespace other{"root/other", schema, {}};
     ClassPlan both = plan();
     both.sources.push_back({&second, &other});
-    const std::string joint = joined(scrape({both}, {}, labels));
+    const std::string joint = text_of(scrape({both}, {}));
     EXPECT_NE(joint.find("test_port_frames_total{device_id=\"1\"} 1\ntest_port_frames_total{device_id=\"2\"} 2\n#"),
               std::string::npos)
         << joint;
     EXPECT_NE(joint.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n#"), std::string::npos);
     second_rc = CMPI_RC_ERR_FAILED;
-    const std::string failed = joined(scrape({both}, {}, labels));
+    const std::string failed = text_of(scrape({both}, {}));
     EXPECT_EQ(failed.find("test_port"), std::string::npos) << "half of the objects would look like all";
     EXPECT_NE(failed.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n#"), std::string::npos);
 }
@@ -185,11 +184,11 @@ TEST_F(Scrapes, ProviderThatLacksTheClassIsNoFailure) {
         };
         ClassPlan both = plan();
         both.sources.insert(both.sources.begin(), {&none, &space});
-        const std::string all = joined(scrape({both}, {}, labels));
+        const std::string all = text_of(scrape({both}, {}));
         EXPECT_NE(all.find("test_port_frames_total{device_id=\"1\"} 1\n"), std::string::npos) << all;
         EXPECT_NE(all.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n"), std::string::npos) << all;
         both.sources.pop_back();
-        EXPECT_NE(joined(scrape({both}, {}, labels)).find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),
+        EXPECT_NE(text_of(scrape({both}, {})).find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),
                   std::string::npos);
     }
 }
@@ -200,7 +199,7 @@ TEST_F(Scrapes, ClassesAfterTheTimeAreNotAsked) {
         std::this_thread::sleep_for(milliseconds(2000));
         return Answer();
     };
-    const std::string all = joined(scrape({plan(), plan()}, milliseconds(2000), labels));
+    const std::string all = text_of(scrape({plan(), plan()}, milliseconds(2000)));
     EXPECT_EQ(asked, 1);
     EXPECT_NE(all.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 1\n"
                        "cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n"),
@@ -208,75 +207,123 @@ TEST_F(Scrapes, ClassesAfterTheTimeAreNotAsked) {
         << all;
 }
 
+/// What a scrape gives whose classes nobody asks.
+Scraped told(const char* text) {
+    Scraped scraped;
+    scraped.figures.append(text);
+    return scraped;
+}
+
+std::string read(Scraper& scraper) {
+    std::string text;
+    scraper.read({}, [&text](std::string_view piece) { text += piece; });
+    return text;
+}
+
 TEST(Scraper, ScrapesAtTheSameTimeShareOneEnumeration) {
     std::atomic<int> scrapes = 0;
     std::promise<void> gate;
     const std::shared_future<void> open = gate.get_future().share();
-    Scraper scraper([&](milliseconds, Parts) {
+    Scraper scraper([&](milliseconds, const Scraped&) {
         ++scrapes;
         open.wait();
-        return Parts{"text"};
+        return told("text");
     });
-    const auto read = [&scraper] {
-        Parts got;
-        scraper.read({}, [&got](const Parts& parts) { got = parts; });
-        return got;
-    };
-    std::vector<std::future<Parts>> all;
-    all.push_back(std::async(std::launch::async, read));
+    std::vector<std::future<std::string>> all;
+    all.push_back(std::async(std::launch::async, [&scraper] { return read(scraper); }));
     while (scrapes == 0)
         std::this_thread::yield();
     for (int i = 0; i < 3; ++i)
-        all.push_back(std::async(std::launch::async, read));
+        all.push_back(std::async(std::launch::async, [&scraper] { return read(scraper); }));
     while (scraper.readers() < 4)
         std::this_thread::yield();
     gate.set_value();
     for (auto& each : all)
-        EXPECT_EQ(each.get(), Parts{"text"});
+        EXPECT_EQ(each.get(), "text");
     EXPECT_EQ(scrapes, 1);
-    EXPECT_EQ(read(), Parts{"text"});
+    EXPECT_EQ(read(scraper), "text");
     EXPECT_EQ(scrapes, 2) << "a later scrape is one of its own";
 }
 
 TEST(Scraper, MemoryOfWhatNobodyReadsIsUsedAgain) {
-    std::vector<std::size_t> spares;
-    Scraper scraper([&](milliseconds, Parts spare) {
-        spares.push_back(spare.size());
-        return Parts{"text"};
+    std::vector<std::string> spares;
+    Scraper scraper([&](milliseconds, const Scraped& spare) {
+        spares.emplace_back(spare.figures.view());
+        return told(spares.size() == 1 ? "first" : "later");
     });
-    const auto ignore = [](const Parts&) {};
-    scraper.read({}, ignore);
-    scraper.read({}, [&](const Parts& parts) {
-        scraper.read({}, ignore);
-        EXPECT_EQ(parts, Parts{"text"});
+    EXPECT_EQ(read(scraper), "first");
+    scraper.read({}, [&](std::string_view piece) {
+        EXPECT_EQ(read(scraper), "later");
+        EXPECT_EQ(piece, "later");
     });
-    EXPECT_EQ(spares, (std::vector<std::size_t>{0, 1, 0})) << "the last but one was still read";
+    EXPECT_EQ(spares, (std::vector<std::string>{"", "first", ""})) << "the last but one was still read";
 }
 
 TEST_F(Scrapes, NothingOfAnEarlierScrapeIsLeft) {
+    const std::vector<ClassPlan> plans = {plan()};
     objects = {port("1", {value("Frames", "uint64", std::uint64_t{1}), value("Up", "boolean", true)})};
-    Parts first = scrape({plan()}, {}, labels);
+    Scraped first = scrape(plans, {});
     objects = {port("2", {value("Frames", "uint64", std::uint64_t{2})})};
-    const std::string again = joined(scrape({plan()}, {}, labels, std::move(first)));
+    Scraped second = scrape(plans, {}, std::move(first));
+    const std::string again = text_of(second);
     EXPECT_NE(again.find("test_port_frames_total{device_id=\"2\"} 2\n"), std::string::npos) << again;
     EXPECT_EQ(again.find("device_id=\"1\""), std::string::npos) << again;
     EXPECT_EQ(again.find("test_port_up"), std::string::npos) << again;
+    rc = CMPI_RC_ERR_FAILED;
+    EXPECT_EQ(text_of(scrape(plans, {}, std::move(second))).find("test_port"), std::string::npos);
+}
+
+TEST_F(Scrapes, PropertiesMayBeOthersInEveryObject) {
+    const Property frames = value("Frames", "uint64", std::uint64_t{1});
+    const Property up = value("Up", "boolean", true);
+    const Property load = value("Load", "real64", 0.5);
+    objects = {port("1", {frames, up}), port("2", {up, frames}),       port("3", {load, frames}),
+               port("4", {}),           port("5", {frames, up, load}), port("6", {frames, up})};
+    EXPECT_EQ(samples("test_port_frames_total"), "{device_id=\"1\"} 1\n{device_id=\"2\"} 1\n{device_id=\"3\"} 1\n"
+                                                 "{device_id=\"5\"} 1\n{device_id=\"6\"} 1\n");
+    EXPECT_EQ(samples("test_port_up"),
+              "{device_id=\"1\"} 1\n{device_id=\"2\"} 1\n{device_id=\"5\"} 1\n{device_id=\"6\"} 1\n");
+    EXPECT_EQ(samples("test_port_load"), "{device_id=\"3\"} 0.5\n{device_id=\"5\"} 0.5\n");
+}
+
+TEST_F(Scrapes, DoublesAreLeftOutOfStatesToo) {
+    for (const std::uint64_t status : {2U, 6U})
+        objects.push_back(port("same", {value("Status", "uint16", status)}));
+    EXPECT_EQ(samples("test_port_status"),
+              "{device_id=\"same\",state=\"ok\"} 1\n{device_id=\"same\",state=\"error\"} 0\n");
+}
+
+TEST_F(Scrapes, LongTextComesInPieces) {
+    std::string expected;
+    for (int id = 0; id < 1000; ++id) {
+        objects.push_back(port(std::to_string(id), {value("Frames", "uint64", std::uint64_t{7})}));
+        expected += "test_port_frames_total{device_id=\"" + std::to_string(id) + "\"} 7\n";
+    }
+    std::vector<std::string> pieces;
+    const std::vector<ClassPlan> plans = {plan()};
+    scrape(plans, {}).give([&pieces](std::string_view piece) { pieces.emplace_back(piece); });
+    EXPECT_GT(pieces.size(), 4U);
+    std::string all;
+    for (const std::string& piece : pieces) {
+        EXPECT_TRUE(piece.ends_with("\n")) << piece;
+        EXPECT_LT(piece.size(), 16'000U);
+        all += piece;
+    }
+    EXPECT_NE(all.find(expected), std::string::npos) << all;
 }
 
 TEST(Scraper, FailureIsEverybodys) {
-    Scraper scraper([](milliseconds, Parts) -> Parts { throw std::runtime_error("no"); });
-    const auto ignore = [](const Parts&) {};
-    EXPECT_THROW(scraper.read({}, ignore), std::runtime_error);
-    EXPECT_THROW(scraper.read({}, ignore), std::runtime_error);
+    Scraper scraper([](milliseconds, const Scraped&) -> Scraped { throw std::runtime_error("no"); });
+    EXPECT_THROW(read(scraper), std::runtime_error);
+    EXPECT_THROW(read(scraper), std::runtime_error);
     EXPECT_EQ(scraper.readers(), 0U);
 }
 
 TEST(Providers, CallsAndTimeAreCounted) {
     const server::Catalogue catalogue(switch_settings());
     const auto plans = make_plans(catalogue, {}, {"CIM_StatisticalData"});
-    Lines labels;
-    scrape(plans, {}, labels);
-    const std::string text = providers_text(catalogue);
+    scrape(plans, {});
+    const std::string text(providers_text(catalogue).view());
     EXPECT_NE(text.find("cmpihost_provider_calls_total{provider=\"" +
                         std::filesystem::path(FCIP_PROVIDER).filename().string() + " FCIPProvider\"} 4\n"),
               std::string::npos)
