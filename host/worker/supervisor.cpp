@@ -59,6 +59,7 @@ class Supervisor::State : public std::enable_shared_from_this<State> {
     void ended(const std::shared_ptr<Worker>& worker, const std::string& how);
     void take_back(Worker& worker);
     std::string fail_requests(const std::shared_ptr<Worker>& worker, const std::string& how);
+    void fail_all(const std::string& text);
     void log(LogLevel level, const std::string& line) const;
 
     boost::asio::io_context& loop_;
@@ -84,7 +85,11 @@ Supervisor::State::State(boost::asio::io_context& loop, SupervisorOptions option
       timer_(loop) {}
 
 void Supervisor::State::start(std::function<void(const std::string&)> started) {
-    crew_->start(std::move(started));
+    crew_->start([state = weak_from_this(), started = std::move(started)](const std::string& error) {
+        if (const auto self = state.lock(); self && !error.empty())
+            self->fail_all(error);
+        started(error);
+    });
 }
 
 bool Supervisor::State::may_send() const {
@@ -272,12 +277,17 @@ std::string Supervisor::State::fail_requests(const std::shared_ptr<Worker>& work
     return names;
 }
 
-void Supervisor::State::stop(std::function<void()> stopped) {
-    timer_.cancel();
+/// What a worker has is kept until it ends that.
+void Supervisor::State::fail_all(const std::string& text) {
     for (auto& [number, request] : requests_)
-        request.exchange.fail("the server is being stopped", service_unavailable);
+        request.exchange.fail(text, service_unavailable);
     waiting_.clear();
     std::erase_if(requests_, [](const auto& entry) { return entry.second.worker == nullptr; });
+}
+
+void Supervisor::State::stop(std::function<void()> stopped) {
+    timer_.cancel();
+    fail_all("the server is being stopped");
     crew_->stop(std::move(stopped));
 }
 

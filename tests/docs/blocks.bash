@@ -27,6 +27,8 @@ fault() {
 split() {
     document=$1
     rm -f "$blocks"/*
+    local comments='^[0-9]+:<!-- (not run|bare system only|from here): .+ -->$'
+    grep -n '^<!--' "$1" | grep -vE "$comments" >"$blocks/unknown" && fault "no such comment: $(cat "$blocks/unknown")"
     awk -v folder="$blocks" '
         /^<!-- not run: .+ -->$/ { kind = kind ".never"; inside = 0; next }
         /^<!-- bare system only: .+ -->$/ { kind = kind ".bare"; inside = 0; next }
