@@ -15,19 +15,31 @@ void Scraper::run(Round& round, Scraped spare, std::chrono::milliseconds time) {
     changed_.notify_all();
 }
 
-/// Joins the scrape that is under way, or starts one.
+namespace {
+
+/// Whether a scrape of so much time has no less than another; 0 is for ever.
+bool is_enough(std::chrono::milliseconds time, std::chrono::milliseconds wanted) {
+    return time.count() == 0 || (wanted.count() != 0 && time >= wanted);
+}
+
+} // namespace
+
+/// Joins the scrape that is under way, or starts one. One that has less time than this one may is waited for.
 std::shared_ptr<Scraper::Round> Scraper::enter(std::chrono::milliseconds time) {
     std::unique_lock lock(mutex_);
-    if (round_ != nullptr && !round_->done) {
+    while (round_ != nullptr && !round_->done) {
         std::shared_ptr<Round> round = round_;
         ++round->readers;
         changed_.wait(lock, [&round] { return round->done; });
-        return round;
+        if (is_enough(round->time, time))
+            return round;
+        --round->readers;
     }
     Scraped spare;
     if (round_ != nullptr && round_->readers == 0)
         spare = std::move(round_->scraped);
     auto round = round_ = std::make_shared<Round>();
+    round->time = time;
     ++round->readers;
     lock.unlock();
     run(*round, std::move(spare), time);

@@ -10,7 +10,7 @@
 
 namespace cmpihost::metrics {
 
-/// Scrapes that come while one is under way get its text. Several threads may call it; those that wait do so in here,
+/// Scrapes that come while one is under way get its text, if it has as much time as they. Several threads may call it; those that wait do so in here,
 /// since a question is answered when its function returns, and nothing else lets go of its thread before.
 class Scraper {
   public:
@@ -28,6 +28,7 @@ class Scraper {
     /// A scrape, and those who have its text.
     struct Round {
         Scraped scraped{};
+        std::chrono::milliseconds time{}; ///< that it has at most, 0: as long as it takes
         std::exception_ptr failure{};
         bool done = false;
         unsigned readers = 0;

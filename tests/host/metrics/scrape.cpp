@@ -214,9 +214,9 @@ Scraped told(const char* text) {
     return scraped;
 }
 
-std::string read(Scraper& scraper) {
+std::string read(Scraper& scraper, milliseconds time = {}) {
     std::string text;
-    scraper.read({}, [&text](std::string_view piece) { text += piece; });
+    scraper.read(time, [&text](std::string_view piece) { text += piece; });
     return text;
 }
 
@@ -243,6 +243,36 @@ TEST(Scraper, ScrapesAtTheSameTimeShareOneEnumeration) {
     EXPECT_EQ(scrapes, 1);
     EXPECT_EQ(read(scraper), "text");
     EXPECT_EQ(scrapes, 2) << "a later scrape is one of its own";
+}
+
+TEST(Scraper, ScrapeThatMayTakeLongerIsOneOfItsOwn) {
+    std::vector<milliseconds> times;
+    std::promise<void> gate;
+    const std::shared_future<void> open = gate.get_future().share();
+    std::atomic<bool> began = false;
+    Scraper scraper([&](milliseconds time, const Scraped&) {
+        times.push_back(time);
+        began = true;
+        open.wait();
+        return told(times.size() == 1 ? "in a second" : "for ever");
+    });
+    const auto begin = [&scraper](milliseconds time) {
+        return std::async(std::launch::async, [&scraper, time] { return read(scraper, time); });
+    };
+    auto first = begin(milliseconds(1000));
+    while (!began)
+        std::this_thread::yield();
+    auto shorter = begin(milliseconds(500));
+    auto same = begin(milliseconds(1000));
+    auto longest = begin(milliseconds(0));
+    while (scraper.readers() < 4)
+        std::this_thread::yield();
+    gate.set_value();
+    EXPECT_EQ(first.get(), "in a second");
+    EXPECT_EQ(shorter.get(), "in a second");
+    EXPECT_EQ(same.get(), "in a second");
+    EXPECT_EQ(longest.get(), "for ever");
+    EXPECT_EQ(times, (std::vector<milliseconds>{milliseconds(1000), milliseconds(0)}));
 }
 
 TEST(Scraper, MemoryOfWhatNobodyReadsIsUsedAgain) {
