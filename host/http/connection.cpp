@@ -100,8 +100,10 @@ void Connection::await_deadline() {
 }
 
 void Connection::expire() {
-    if (phase_ == Phase::login || phase_ == Phase::provider)
-        return; // their own limits hold
+    if (phase_ == Phase::login)
+        return; // which has a limit of its own
+    if (phase_ == Phase::provider)
+        return answer_scraper();
     if (phase_ != Phase::idle && phase_ != Phase::head && phase_ != Phase::body)
         return close();
     expired_ = true;
@@ -254,15 +256,25 @@ Connection::Time Connection::body_deadline() const {
 void Connection::ask() {
     enter_without_limit(Phase::provider);
     received_ = now();
+    if (page_ && record_.class_name == metrics_path && page_->time.count() > 0)
+        arm(received_ + page_->time * 9 / 10);
     const RequestHead& head = reader_.head();
     const std::string host = host_of(head).value_or(std::string());
     server::Question question{cim_.method, cim_.object, host.empty() ? host_ : host, std::move(reader_.body()), page_};
-    const auto done = [self = shared_from_this()](worker::Reply reply) {
-        if (self->phase_ != Phase::closed)
+    const auto done = [self = shared_from_this(), number = ++asked_](worker::Reply reply) {
+        if (self->phase_ != Phase::closed && self->asked_ == number)
             self->on_reply(std::move(reply));
     };
     if (!shared_->backend.ask(std::move(question), done))
         refuse_for_now(503, shared_->limits.retry_after);
+}
+
+/// A scraper that gave up would not even learn that the providers do not answer. What they say later is dropped.
+void Connection::answer_scraper() {
+    ++asked_;
+    worker::Reply none;
+    none.outcome.notes.emplace_back("the providers did not answer in the time that the scraper allows");
+    on_reply(std::move(none));
 }
 
 } // namespace cmpihost::http

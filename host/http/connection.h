@@ -81,6 +81,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void begin_body();
     Time body_deadline() const;
     void ask();
+    void answer_scraper();
     void on_reply(worker::Reply reply);
     std::optional<Refusal> refusal_of_page();
     void on_page_reply();
@@ -114,7 +115,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
     CimHeaders cim_;
     std::optional<server::PageRequest> page_; ///< what is asked for in place of an operation
     LogRecord record_;
-    Time received_{}; ///< the request's last byte
+    Time received_{};         ///< the request's last byte
+    std::uint64_t asked_ = 0; ///< questions so far; replies to others than the last are dropped
     Time body_began_{};
     std::size_t body_bytes_ = 0;
     bool must_close_ = false;

@@ -174,6 +174,44 @@ TEST_F(Pages, MetricsComeWithoutTheProvidersToo) {
     EXPECT_NE(reply.body.find("\ncmpihost_provider_up 0\n"), std::string::npos) << reply.body;
 }
 
+TEST_F(Pages, MetricsComeBeforeTheScraperGivesUp) {
+    backend.hold = true;
+    start();
+    RawClient client(port);
+    client.send(get("/metrics", "X-Prometheus-Scrape-Timeout-Seconds: 0.5\r\n"));
+    const RawReply reply = client.read_reply();
+    EXPECT_EQ(reply.status(), 200U);
+    EXPECT_NE(reply.body.find("\ncmpihost_provider_up 0\n"), std::string::npos) << reply.body;
+    EXPECT_EQ(backend.questions().size(), 1U);
+    client.send(get("/graph"));
+    ASSERT_TRUE(comes_true([this] { return backend.questions().size() == 2; }));
+    on_loop([this] { backend.release(); });
+    EXPECT_EQ(client.read_reply().body, "<p>page") << "once: what came too late for the scraper is dropped";
+    on_loop([this] {
+        backend.hold = false;
+        backend.reply.body = {"next"};
+    });
+    client.send(get("/class/X"));
+    EXPECT_EQ(client.read_reply().body, "next");
+    finish();
+    EXPECT_NE(log_file.text().find("the providers did not answer in the time that the scraper allows"),
+              std::string::npos);
+}
+
+TEST_F(Pages, OthersThanScrapersAreWaitedFor) {
+    backend.hold = true;
+    start();
+    RawClient client(port);
+    client.send(get("/graph", "X-Prometheus-Scrape-Timeout-Seconds: 0.001\r\n"));
+    RawClient other(port);
+    other.send(get("/metrics"));
+    ASSERT_TRUE(comes_true([this] { return backend.questions().size() == 2; }));
+    std::this_thread::sleep_for(milliseconds{20});
+    on_loop([this] { backend.release(); });
+    EXPECT_EQ(client.read_reply().body, "<p>page");
+    EXPECT_TRUE(other.read_reply().body.starts_with("<p>page# HELP"));
+}
+
 TEST_F(Pages, FiguresOfTheServerGoWithTheQuestion) {
     start();
     ask(get("/"));
