@@ -30,6 +30,8 @@ constexpr int longest_silence = 5000 / patience;     ///< of a client, in such l
 constexpr std::chrono::seconds longest_exchange(30); ///< with a client: others wait
 constexpr std::size_t longest_command = 1 << 26;     ///< bytes
 
+constexpr int pause_of_tries = 1000 / patience; ///< to have the socket, in such looks
+
 void complain_about(const std::string& file, int error) {
     std::fprintf(stderr, "switchsim: %s: %s\n", file.c_str(), std::strerror(error));
 }
@@ -58,11 +60,11 @@ bool is_left_over(const std::string& file, const sockaddr_un& address) {
     return refused;
 }
 
-/// A socket that listens at the file, with mode 0600 from the beginning; -1 if it cannot be had.
+/// A socket that listens at the file, with mode 0600 from the beginning; -1 if it cannot be had, and errno says why.
 int listen_at(const std::string& file) {
     const auto address = address_of(file);
     if (!address) {
-        complain_about(file, ENAMETOOLONG);
+        errno = ENAMETOOLONG;
         return -1;
     }
     if (is_left_over(file, *address))
@@ -73,9 +75,10 @@ int listen_at(const std::string& file) {
                        chmod(file.c_str(), S_IRUSR | S_IWUSR) == 0 && listen(listener, 8) == 0;
     if (bound)
         return listener;
-    complain_about(file, errno);
+    const int error = errno;
     if (listener >= 0)
         close(listener);
+    errno = error;
     return -1;
 }
 
@@ -83,20 +86,31 @@ class Control {
   public:
     ~Control() {
         ending_ = true;
-        if (thread_.joinable()) {
+        if (thread_.joinable())
             thread_.join();
-            unlink(file_.c_str());
-        }
     }
 
     void open(const std::string& file) {
         file_ = file;
         listener_ = listen_at(file);
-        if (listener_ >= 0)
-            thread_ = std::thread([this] { serve(); });
+        if (listener_ < 0)
+            complain_about(file, errno);
+        thread_ = std::thread([this] {
+            wait_for_socket();
+            serve();
+        });
     }
 
   private:
+    /// Another process has it, which hangs perhaps, and is being replaced by this one.
+    void wait_for_socket() {
+        for (int looks = 1; listener_ < 0 && !ending_; ++looks) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(patience));
+            if (looks % pause_of_tries == 0)
+                listener_ = listen_at(file_);
+        }
+    }
+
     void serve() {
         while (!ending_) {
             pollfd waiting{listener_, POLLIN, 0};
@@ -110,6 +124,9 @@ class Control {
             answer(client);
             close(client);
         }
+        if (listener_ < 0)
+            return;
+        unlink(file_.c_str()); // while nobody else can have made it
         close(listener_);
     }
 
@@ -120,9 +137,10 @@ class Control {
             if (!receive(client, words, end))
                 return;
             const CommandResult result = run(words);
-            send_all(client, (result.good ? "0" : "1") + result.text, end);
+            send_all(client, (result.good ? "0" : "1") + result.text + '\0', end);
         } catch (const std::exception&) {
-            send_all(client, "1not enough memory for the command", end);
+            constexpr char failed[] = "1not enough memory for the command";
+            send_all(client, {failed, sizeof failed}, end);
         }
     }
 

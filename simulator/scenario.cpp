@@ -1,18 +1,13 @@
 #include "simulator/scenario.h"
 
+#include "simulator/files.h"
 #include "simulator/scenario_parts.h"
 #include "simulator/scenario_text.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <memory>
 
 namespace switchsim {
 namespace {
-
-constexpr std::size_t largest_file = 64 << 20;
 
 /// [switch]. Says whether it lists the slots.
 bool read_identity(TableReader& root, Switch& contents) {
@@ -154,27 +149,6 @@ std::string one_line(std::string message) {
             character = '?';
     }
     return message;
-}
-
-/// The file's contents, or the reason why there are none.
-std::optional<std::string> read_file(const std::string& name, std::string& reason) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(name.c_str(), "rb"), std::fclose);
-    std::string text;
-    char block[16384];
-    std::size_t got = 1;
-    while (file && got > 0 && text.size() <= largest_file) {
-        got = std::fread(block, 1, sizeof block, file.get());
-        text.append(block, got);
-    }
-    if (!file || std::ferror(file.get())) {
-        reason = std::strerror(errno);
-        return std::nullopt;
-    }
-    if (text.size() > largest_file) {
-        reason = "larger than 64 MB";
-        return std::nullopt;
-    }
-    return text;
 }
 
 /// Parses the text and hands it to `take`, which gives the switch and notes what is wrong.

@@ -64,7 +64,9 @@ Reply ask(const std::string& file, const std::vector<std::string>& words) {
         return failed(file, errno);
     if (answer.empty())
         return {false, file + ": the switch gave no answer"};
-    return {answer[0] == '0', answer.substr(1)};
+    if (answer.back() != '\0') // which ends every answer
+        return {false, file + ": the switch's answer broke off after " + std::to_string(answer.size()) + " bytes"};
+    return {answer[0] == '0', answer.substr(1, answer.size() - 2)};
 }
 
 } // namespace switchsim_program

@@ -1,5 +1,6 @@
 #include "switchsim/program.h"
 
+#include "simulator/files.h"
 #include "simulator/scenario.h"
 #include "switchsim/control_client.h"
 
@@ -8,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
 #include <iterator>
 
 namespace switchsim_program {
@@ -44,29 +44,21 @@ constexpr const char* usage =
     "the providers' process: when another one is started, after a crash or beside one in which a request hangs, the\n"
     "switch begins anew from its scenario.\n";
 
-int fail(const std::string& message) {
-    std::fprintf(stderr, "switchsim: %s\n", message.c_str());
+/// One line on standard error, whatever the texts in it have.
+int fail(std::string message) {
+    std::ranges::replace_if(
+        message, [](char c) { return (c >= 0 && c < ' ') || c == 0x7f; }, '?');
+    std::fprintf(stderr, "%s\n", message.c_str());
     return exit_failed;
 }
 
 /// Names every error of the files.
 int check(const std::vector<std::string>& files) {
     int result = 0;
-    for (const std::string& file : files) {
-        for (const std::string& error : switchsim::read_scenario_file(file).errors) {
-            std::fprintf(stderr, "%s\n", error.c_str());
-            result = exit_failed;
-        }
-    }
+    for (const std::string& file : files)
+        for (const std::string& error : switchsim::read_scenario_file(file).errors)
+            result = fail(error);
     return result;
-}
-
-int save(const std::string& file, const std::string& text) {
-    errno = 0;
-    std::ofstream stream(file, std::ios::binary);
-    stream << text;
-    stream.close();
-    return stream ? 0 : fail(file + ": cannot write: " + std::strerror(errno));
 }
 
 /// Files are read and written here: the switch may run in another folder, as another user.
@@ -74,20 +66,21 @@ int steer(const std::string& socket, std::vector<std::string> words) {
     const bool adds_file = words[0] == "add" && words.size() == 2;
     const bool saves = words[0] == "save" && words.size() == 2;
     if (adds_file) {
-        errno = 0;
-        std::ifstream stream(words[1], std::ios::binary);
-        std::string text{std::istreambuf_iterator<char>(stream), {}};
-        if (!stream)
-            return fail(words[1] + ": cannot read: " + std::strerror(errno));
-        words[1] = std::move(text);
+        std::string reason;
+        auto text = switchsim::read_file(words[1], reason);
+        if (!text)
+            return fail("switchsim: " + words[1] + ": cannot read: " + reason);
+        words[1] = std::move(*text);
     }
     const Reply reply = ask(socket, saves ? std::vector<std::string>{"save"} : words);
     if (!reply.good)
-        return fail(reply.text);
-    if (saves)
-        return save(words[1], reply.text);
+        return fail("switchsim: " + reply.text);
+    if (saves) {
+        const std::string error = switchsim::replace_file(words[1], reply.text);
+        return error.empty() ? 0 : fail("switchsim: " + words[1] + ": cannot write: " + error);
+    }
     const bool shown = std::fputs(reply.text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
-    return shown ? 0 : fail(std::string("cannot write: ") + std::strerror(errno));
+    return shown ? 0 : fail(std::string("switchsim: cannot write: ") + std::strerror(errno));
 }
 
 bool is_command(const std::string& word) {
@@ -110,7 +103,7 @@ int run(const std::vector<std::string>& arguments) {
     }
     const char* socket = std::getenv("SWITCHSIM_CONTROL");
     if (!socket || !*socket)
-        return fail("SWITCHSIM_CONTROL names no control socket");
+        return fail("switchsim: SWITCHSIM_CONTROL names no control socket");
     return steer(socket, arguments);
 }
 

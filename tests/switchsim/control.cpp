@@ -1,5 +1,6 @@
 // The program and the control socket together: commands from outside while the switch runs.
 #include "platform/services.h"
+#include "simulator/files.h"
 #include "simulator/switchsim.h"
 #include "switchsim/control_client.h"
 #include "tests/switchsim/program_test.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <csignal>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -33,29 +35,41 @@ class SwitchsimControl : public SwitchsimProgramTest {
         socket_ = folder_ + "/socket";
         setenv("SWITCHSIM_CONTROL", socket_.c_str(), 1);
         setenv("SWITCHSIM_CLOCK", "manual", 1);
-        leave_a_socket_over();
+        take_the_socket_from_another();
     }
 
     static void TearDownTestSuite() { std::filesystem::remove_all(folder_); }
 
-    /// As a process does that was killed; the next one takes its place.
-    static void leave_a_socket_over() {
-        const sockaddr_un address = socket_address();
-        const int left = socket(AF_UNIX, SOCK_STREAM, 0);
-        ASSERT_EQ(bind(left, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-        close(left);
+    /// The other one still has it when this one wants it, and then ends without a word.
+    static void take_the_socket_from_another() {
+        const int other = listening_at(socket_);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(switchsim::load(FCIP_SOURCE_DIR "/scenarios/single-tunnel.toml"), "");
+        complaint_ = testing::internal::GetCapturedStderr();
+        close(other);
+        const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(2);
+        while (!switchsim_program::ask(socket_, {"show"}).good && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
     }
 
-    static sockaddr_un socket_address() {
+    static int listening_at(const std::string& file) {
+        const sockaddr_un address = socket_address(file);
+        const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+        EXPECT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(listen(listener, 1), 0);
+        return listener;
+    }
+
+    static sockaddr_un socket_address(const std::string& file) {
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        socket_.copy(address.sun_path, sizeof address.sun_path - 1);
+        file.copy(address.sun_path, sizeof address.sun_path - 1);
         return address;
     }
 
     /// Sends a command, and reads nothing.
     static void send_command(int client, const std::string& word) {
-        const sockaddr_un address = socket_address();
+        const sockaddr_un address = socket_address(socket_);
         ASSERT_EQ(connect(client, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
         ASSERT_EQ(send(client, word.c_str(), word.size() + 1, 0), static_cast<ssize_t>(word.size() + 1));
         shutdown(client, SHUT_WR);
@@ -77,10 +91,17 @@ class SwitchsimControl : public SwitchsimProgramTest {
 
     static std::string folder_;
     static std::string socket_;
+    static std::string complaint_; ///< when another process had the socket
 };
 
 std::string SwitchsimControl::folder_;
 std::string SwitchsimControl::socket_;
+std::string SwitchsimControl::complaint_;
+
+TEST_F(SwitchsimControl, SocketOfAnotherProcessIsTakenWhenThatEnds) {
+    EXPECT_EQ(complaint_, "switchsim: " + socket_ + ": Address already in use\n");
+    expect_done({"show"});
+}
 
 TEST_F(SwitchsimControl, SocketIsItsOwnersAlone) {
     struct stat status {};
@@ -106,6 +127,10 @@ TEST_F(SwitchsimControl, BadCommandsAreOneLineAndExit1) {
                                                {"set", "tunnel", "1", "colour", "1"},
                                                {"set", "tunnel", "1", "status", "-1"},
                                                {"add", "/nowhere"},
+                                               {"add", folder_},
+                                               {"add", "/no\nwhere"},
+                                               {"fault", "get\nCSName"},
+                                               {"fault", "\x1b[31m"},
                                                {"remove", "tunnel"},
                                                {"show", "all"},
                                                {"fault", "nothing"},
@@ -118,6 +143,7 @@ TEST_F(SwitchsimControl, BadCommandsAreOneLineAndExit1) {
         EXPECT_EQ(run(words), 1) << words[0];
         EXPECT_TRUE(err_.starts_with("switchsim: ")) << err_;
         EXPECT_EQ(std::count(err_.begin(), err_.end(), '\n'), 1) << err_;
+        EXPECT_EQ(err_.find('\x1b'), std::string::npos);
         EXPECT_EQ(out_, "");
     }
     EXPECT_EQ(switchsim::command({"save"}).text, before);
@@ -133,6 +159,66 @@ TEST_F(SwitchsimControl, AddReadsAFileAndSaveWritesOne) {
     ASSERT_EQ(switchsim::load(saved), "");
     EXPECT_EQ(the_switch().links.size(), 2U);
     EXPECT_EQ(the_switch().links.count({1, 6}), 1U);
+}
+
+std::string content(const std::string& file) {
+    std::ostringstream text;
+    text << std::ifstream(file).rdbuf();
+    return text.str();
+}
+
+TEST_F(SwitchsimControl, AnswerThatBreaksOffIsNoneAndSavesNothing) {
+    const std::string saved = folder_ + "/kept.toml";
+    std::ofstream(saved) << "as it was";
+    const std::string other_socket = folder_ + "/other";
+    const int other = listening_at(other_socket);
+    std::thread server([other] {
+        const int client = accept(other, nullptr, nullptr);
+        char command[64];
+        while (read(client, command, sizeof command) > 0) {
+        }
+        EXPECT_EQ(send(client, "0half", 5, 0), 5);
+        close(client);
+    });
+    setenv("SWITCHSIM_CONTROL", other_socket.c_str(), 1);
+    EXPECT_EQ(run({"save", saved}), 1);
+    setenv("SWITCHSIM_CONTROL", socket_.c_str(), 1);
+    server.join();
+    close(other);
+    EXPECT_EQ(err_, "switchsim: " + other_socket + ": the switch's answer broke off after 5 bytes\n");
+    EXPECT_EQ(content(saved), "as it was");
+}
+
+TEST_F(SwitchsimControl, SaveThatFailsLeavesTheFileAsItWas) {
+    const std::string saved = folder_ + "/full/saved.toml";
+    std::filesystem::create_directories(folder_ + "/full");
+    std::ofstream(saved) << "as it was";
+    rlimit usual{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    const rlimit little{512, usual.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &little), 0);
+    const auto reply = switchsim::replace_file(saved, std::string(1024, 'x'));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &usual), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(reply, "File too large");
+    EXPECT_EQ(content(saved), "as it was");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ + "/full"), {}), 1) << "nothing is left beside";
+}
+
+TEST_F(SwitchsimControl, SaveKeepsWhoMayReadAndFollowsLinks) {
+    const std::string saved = folder_ + "/private.toml";
+    const std::string link = folder_ + "/link.toml";
+    std::ofstream(saved) << "as it was";
+    ASSERT_EQ(chmod(saved.c_str(), S_IRUSR | S_IWUSR), 0);
+    std::filesystem::create_symlink(saved, link);
+    expect_done({"save", link});
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(content(saved), switchsim::command({"save"}).text);
+    EXPECT_EQ(std::filesystem::status(saved).permissions(),
+              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    expect_done({"save", "/dev/null"});
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
 }
 
 TEST_F(SwitchsimControl, FaultsAndDelaysUntilTheyAreCleared) {
