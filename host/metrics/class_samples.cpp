@@ -40,7 +40,7 @@ Cell cell_of(const HeldValue& value) {
     if (const auto* real = std::get_if<double>(&value.data))
         return {Cell::Kind::real, std::bit_cast<std::uint64_t>(*real)};
     if (const auto* truth = std::get_if<bool>(&value.data))
-        return {Cell::Kind::natural, *truth ? 1U : 0U};
+        return {Cell::Kind::truth, *truth ? 1U : 0U};
     return {};
 }
 
@@ -62,6 +62,8 @@ char* write_natural(char* at, std::uint64_t number, const Metric& metric) {
 char* write_cell(char* at, const Cell& cell, const Metric& metric) {
     if (cell.kind == Cell::Kind::natural)
         return write_natural(at, cell.bits, metric);
+    if (cell.kind == Cell::Kind::truth)
+        return write_number(at, cell.bits);
     if (cell.kind == Cell::Kind::integer)
         return write_gauge(at, static_cast<double>(static_cast<std::int64_t>(cell.bits)), metric.unit);
     return write_gauge(at, std::bit_cast<double>(cell.bits), metric.unit);
@@ -93,7 +95,6 @@ ClassSamples::ClassSamples(const ClassPlan& plan) : plan_(&plan) {
 }
 
 void ClassSamples::clear() {
-    names_.clear();
     lines_.clear();
     cells_.clear();
     states_.clear();

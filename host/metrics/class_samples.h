@@ -9,7 +9,7 @@ namespace cmpihost::metrics {
 
 /// What a sample has.
 struct Cell {
-    enum class Kind { none, natural, integer, real, states };
+    enum class Kind { none, natural, integer, real, truth, states };
     Kind kind = Kind::none;
     std::uint64_t bits = 0; ///< of the number; of states where they begin
 };

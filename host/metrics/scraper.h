@@ -10,8 +10,9 @@
 
 namespace cmpihost::metrics {
 
-/// Scrapes that come while one is under way get its text, if it has as much time as they. Several threads may call it; those that wait do so in here,
-/// since a question is answered when its function returns, and nothing else lets go of its thread before.
+/// Scrapes that come while one is under way get its text, if it has as much time as they. Several threads may call it;
+/// those that wait do so in here, since a question is answered when its function returns, and nothing else lets go of
+/// its thread before.
 class Scraper {
   public:
     using Scrape = std::function<Scraped(std::chrono::milliseconds time, Scraped spare)>;

@@ -61,11 +61,11 @@ class Pieces {
   public:
     using Take = std::function<void(std::string_view piece)>;
 
-    explicit Pieces(const Take& take) : take_(take) { text_.room(longest); }
+    explicit Pieces(const Take& take) : take_(take) { text_.room(usual); }
 
     /// Where the next line is to be appended; what is written may be handed over before.
     Text& line() {
-        if (text_.size() >= longest / 2)
+        if (text_.size() >= usual / 2)
             end();
         return text_;
     }
@@ -77,7 +77,7 @@ class Pieces {
     }
 
   private:
-    static constexpr std::size_t longest = 8 << 10;
+    static constexpr std::size_t usual = 8 << 10;
 
     const Take& take_;
     Text text_;

@@ -1,4 +1,4 @@
-// Lines, each once.
+// Lines of text, and which of them stand there twice.
 #include "host/metrics/lines.h"
 
 #include <gtest/gtest.h>

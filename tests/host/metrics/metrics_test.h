@@ -22,6 +22,7 @@ class Test_Port {
     [Counter, Description("Frames that came.")] uint64 Frames;
     [Counter, Description("Bytes."), PUnit("byte")] uint64 BytesReceived;
     [Gauge, PUnit("bit / second * 10^3")] uint32 Rate;
+    [Gauge, PUnit("second * 10^-3"), Description("Line\none, \\ and two.")] uint32 Delay;
     [Gauge] sint32 Balance;
     [Gauge] real64 Load;
     [Gauge] boolean Up;

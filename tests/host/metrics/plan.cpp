@@ -34,9 +34,10 @@ struct Planned {
 };
 
 TEST(MetricPlan, NumbersThatAreMarkedAreMeasured) {
-    EXPECT_EQ(Planned("Test_Port").names(), "test_port_frames_total\ntest_port_received_bytes_total\n"
-                                            "test_port_rate_bytes_per_second\ntest_port_balance\ntest_port_load\n"
-                                            "test_port_up\n");
+    EXPECT_EQ(Planned("Test_Port").names(),
+              "test_port_frames_total\ntest_port_received_bytes_total\n"
+              "test_port_rate_bytes_per_second\ntest_port_delay_seconds\ntest_port_balance\ntest_port_load\n"
+              "test_port_up\n");
     EXPECT_EQ(Planned("Test_Plain").names(), "");
 }
 

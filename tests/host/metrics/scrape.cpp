@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <future>
+#include <limits>
 #include <thread>
 
 namespace cmpihost::metrics {
@@ -104,6 +105,29 @@ TEST_F(Scrapes, ValuesAreInBaseUnits) {
     EXPECT_EQ(samples("test_port_received_bytes_total"), "{device_id=\"1\"} 0\n");
 }
 
+TEST_F(Scrapes, GaugesAreWholeWhereTheirUnitIs) {
+    objects = {port("1", {value("Rate", "uint64", std::uint64_t{1'000'000})}),
+               port("2", {value("Rate", "uint64", std::numeric_limits<std::uint64_t>::max())}),
+               port("3", {value("Delay", "uint32", std::uint64_t{1500})})};
+    EXPECT_EQ(samples("test_port_rate_bytes_per_second"),
+              "{device_id=\"1\"} 125000000\n{device_id=\"2\"} 2.305843009213694e+21\n");
+    EXPECT_EQ(samples("test_port_delay_seconds"), "{device_id=\"3\"} 1.5\n");
+}
+
+TEST_F(Scrapes, TruthIs1Or0WhateverTheUnit) {
+    objects = {port("1", {value("Up", "boolean", true), value("Rate", "boolean", true)}),
+               port("2", {value("Up", "boolean", false), value("Rate", "boolean", false)})};
+    for (const char* metric : {"test_port_up", "test_port_rate_bytes_per_second"})
+        EXPECT_EQ(samples(metric), "{device_id=\"1\"} 1\n{device_id=\"2\"} 0\n") << metric;
+}
+
+TEST_F(Scrapes, HelpsAreEscaped) {
+    objects = {port("1", {value("Delay", "uint32", std::uint64_t{1})})};
+    EXPECT_NE(text().find("# HELP test_port_delay_seconds Line\\none, \\\\ and two. Test_Port.Delay\n"),
+              std::string::npos)
+        << text();
+}
+
 TEST_F(Scrapes, LabelsAreTheInstancesOwn) {
     Object object =
         port("1", {value("Instance", "uint32", std::uint64_t{3}), value("ElementName", "string", std::string("a\"b")),
@@ -172,6 +196,41 @@ TEST_F(Scrapes, EveryProviderOfAClassIsAsked) {
     const std::string failed = text_of(scrape({both}, {}));
     EXPECT_EQ(failed.find("test_port"), std::string::npos) << "half of the objects would look like all";
     EXPECT_NE(failed.find("cmpihost_scrape_class_success{class=\"Test_Port\"} 0\n#"), std::string::npos);
+}
+
+TEST_F(Scrapes, PropertiesOfTwoProvidersMayBeInAnotherOrder) {
+    const Property rate = value("Rate", "uint32", std::uint64_t{8});
+    const Property load = value("Load", "real64", 0.5);
+    objects = {port("1", {rate, load})};
+    const server::Ask second = [&](const Request&, const Sink& sink) {
+        Store store;
+        sink(hold(store, port("2", {load, rate})), true); // as many, with names as long
+        return Answer();
+    };
+    ClassPlan both = plan();
+    both.sources.push_back({&second, &space});
+    const std::string all = text_of(scrape({both}, {}));
+    EXPECT_NE(all.find("rate_bytes_per_second{device_id=\"1\"} 1000\ntest_port_rate_bytes_per_second{device_id=\"2\"} "
+                       "1000\n"),
+              std::string::npos)
+        << all;
+    EXPECT_NE(all.find("test_port_load{device_id=\"1\"} 0.5\ntest_port_load{device_id=\"2\"} 0.5\n"), std::string::npos)
+        << all;
+}
+
+TEST_F(Scrapes, ObjectMayHaveNoPropertyAtAll) {
+    objects = {port("1", {value("Frames", "uint64", std::uint64_t{1})})};
+    const server::Ask second = [&](const Request&, const Sink& sink) {
+        Store store;
+        sink(hold(store, Object()), true);
+        sink(hold(store, objects.front()), true);
+        return Answer();
+    };
+    ClassPlan both = plan();
+    both.sources.push_back({&second, &space});
+    const std::string all = text_of(scrape({both}, {}));
+    EXPECT_NE(all.find("test_port_frames_total{device_id=\"1\"} 1\n#"), std::string::npos) << all;
+    EXPECT_NE(all.find("cmpihost_scrape_class_objects{class=\"Test_Port\"} 3\n"), std::string::npos) << all;
 }
 
 TEST_F(Scrapes, ProviderThatLacksTheClassIsNoFailure) {
@@ -299,8 +358,16 @@ TEST_F(Scrapes, NothingOfAnEarlierScrapeIsLeft) {
     EXPECT_NE(again.find("test_port_frames_total{device_id=\"2\"} 2\n"), std::string::npos) << again;
     EXPECT_EQ(again.find("device_id=\"1\""), std::string::npos) << again;
     EXPECT_EQ(again.find("test_port_up"), std::string::npos) << again;
+    const std::size_t figures = again.find("# TYPE cmpihost_scrape_class_success");
+    EXPECT_NE(figures, std::string::npos) << again;
+    EXPECT_EQ(again.find("# TYPE cmpihost_scrape_class_success", figures + 1), std::string::npos) << again;
+    objects.push_back(objects.front());
+    Scraped doubled = scrape(plans, {}, std::move(second));
+    EXPECT_NE(text_of(doubled).find("_doubled_objects{class=\"Test_Port\"} 1\n"), std::string::npos);
     rc = CMPI_RC_ERR_FAILED;
-    EXPECT_EQ(text_of(scrape(plans, {}, std::move(second))).find("test_port"), std::string::npos);
+    const std::string failed = text_of(scrape(plans, {}, std::move(doubled)));
+    EXPECT_EQ(failed.find("test_port"), std::string::npos) << failed;
+    EXPECT_NE(failed.find("_doubled_objects{class=\"Test_Port\"} 0\n"), std::string::npos) << failed;
 }
 
 TEST_F(Scrapes, PropertiesMayBeOthersInEveryObject) {
@@ -314,6 +381,12 @@ TEST_F(Scrapes, PropertiesMayBeOthersInEveryObject) {
     EXPECT_EQ(samples("test_port_up"),
               "{device_id=\"1\"} 1\n{device_id=\"2\"} 1\n{device_id=\"5\"} 1\n{device_id=\"6\"} 1\n");
     EXPECT_EQ(samples("test_port_load"), "{device_id=\"3\"} 0.5\n{device_id=\"5\"} 0.5\n");
+}
+
+TEST_F(Scrapes, StatesFollowWhateverLabel) {
+    objects = {port("} 2{", {value("Status", "uint16", std::uint64_t{2})})};
+    EXPECT_EQ(samples("test_port_status"),
+              "{device_id=\"} 2{\",state=\"ok\"} 1\n{device_id=\"} 2{\",state=\"error\"} 0\n");
 }
 
 TEST_F(Scrapes, DoublesAreLeftOutOfStatesToo) {
