@@ -48,6 +48,7 @@ svg text.class { fill: var(--soft); font-size: 11px; }
 svg .box { fill: var(--box); stroke: var(--soft); }
 svg a:hover .box, svg a:focus .box { stroke: var(--link); stroke-width: 3; }
 svg .tie { fill: none; stroke: var(--soft); stroke-width: 1; }
+[role=status] { position: sticky; top: 0; margin: 0; color: var(--fault); background: var(--paper); }
 .rate { display: block; color: var(--soft); }
 svg.curve { display: block; margin-left: auto; }
 svg.curve polyline { fill: none; stroke: var(--link); stroke-width: 1.5; }
@@ -59,9 +60,8 @@ constexpr std::string_view script =
 (function () {
   var table = document.getElementById('properties');
   if (!table) return;
-  var period = 2000, points = 60, svg = 'http://www.w3.org/2000/svg';
+  var period = 2000, points = 60, seen = new Date(), svg = 'http://www.w3.org/2000/svg';
   var cells = Array.prototype.slice.call(table.querySelectorAll('td[data-counter], td[data-value]'));
-  if (!cells.length) return;
   var rows = cells.map(function (cell) {
     var counter = cell.hasAttribute('data-counter');
     var row = { name: cell.getAttribute(counter ? 'data-counter' : 'data-value'), counter: counter, rates: [],
@@ -85,21 +85,37 @@ constexpr std::string_view script =
     }
     return row;
   });
+  var notice = document.createElement('p');
+  notice.setAttribute('role', 'status');
+  var box = table.parentNode;
+  box.parentNode.insertBefore(notice, box);
+  function tell(text) {
+    if (text !== notice.textContent) notice.textContent = text;
+  }
   function draw(row) {
     var most = Math.max.apply(null, row.rates.concat([1]));
     row.line.setAttribute('points', row.rates.map(function (rate, i) {
       return (i * 120 / (points - 1)).toFixed(1) + ',' + (23 - 22 * rate / most).toFixed(1);
     }).join(' '));
   }
+  // What comes later is not measured against what was.
+  function forget(row) {
+    if (!row.counter) return;
+    row.begin = undefined;
+    row.rate.textContent = '';
+    row.rates = [];
+    if (row.line) draw(row);
+  }
+  function fail(status) {
+    rows.forEach(forget);
+    var values = 'values of ' + seen.toTimeString().slice(0, 8) + '.';
+    tell(status === 404 ? 'This object is gone; ' + values : 'This object does not answer; ' + values);
+  }
   function take(row, value, text, last, now) {
     if (text === undefined) text = value === undefined ? '' : String(value);
     if (text !== row.text.nodeValue) row.text.nodeValue = text;
     if (!row.counter) return;
-    if (typeof value !== 'number') { // gone: what may come later is not measured against what was
-      row.begin = undefined;
-      row.rate.textContent = '';
-      return;
-    }
+    if (typeof value !== 'number') return forget(row);
     if (row.begin !== undefined && now > row.since) {
       var change = (value - row.begin) * 1000 / (now - row.since);
       row.rate.textContent = change < 0 ? 'began anew' : change.toFixed(1) + ' per second';
@@ -114,15 +130,23 @@ constexpr std::string_view script =
   var last = 0;
   function refresh() {
     if (document.hidden) return setTimeout(refresh, period);
+    var late = setTimeout(fail, 5 * period);
     // Not relative to the document, whose address may hold credentials.
     fetch(location.origin + location.pathname + '?format=json', { credentials: 'same-origin' })
       .then(function (reply) { return reply.ok ? reply.json() : Promise.reject(reply.status); })
       .then(function (object) {
-        var now = Date.now();
+        clearTimeout(late);
+        seen = new Date();
+        var now = seen.getTime();
         rows.forEach(function (row) { take(row, object.properties[row.name], object.texts[row.name], last, now); });
         last = now;
+        tell('');
         setTimeout(refresh, period);
-      }, function () { setTimeout(refresh, 5 * period); });
+      }, function (status) {
+        clearTimeout(late);
+        fail(status);
+        setTimeout(refresh, 5 * period);
+      });
   }
   refresh();
 })();

@@ -1,8 +1,9 @@
 // Pages as a browser shows them. Addresses of servers and chromedriver come in the environment; see pages.sh.
 import assert from 'node:assert/strict';
-import { mkdtempSync } from 'node:fs';
+import { mkdtempSync, readFileSync, writeFileSync } from 'node:fs';
 import { test } from 'node:test';
 
+import { Server } from './server.mjs';
 import { Browser, drawingContrast, violations } from './webdriver.mjs';
 
 const { DRIVER, LIVE, HOSTILE, MANY, MAPPED, SHOTS } = process.env;
@@ -111,6 +112,44 @@ test('a counter that is gone is not shown as if it were there', () => within({},
     await browser.run('window.gone = false;');
     await becomes(browser, text(`${cell} .rate`), /^\d+\.\d per second$/);
 }));
+
+const scenario = `${SHOTS}/live.toml`;
+const notice = text('p[role=status]');
+const rates = `return [...document.querySelectorAll('.rate')].map(each => each.textContent).join('');`;
+const moves = text('td[data-counter=BytesReceived] .rate');
+
+test('an object that is removed is told to be gone', () => Server.during({ scenario }, server => within({}, async browser => {
+    await browser.open((await samples(browser, server.address)).port);
+    await becomes(browser, moves, /per second$/);
+    assert.equal(await browser.run(notice), '');
+    server.steer('remove', 'ethernet', '1/1');
+    await becomes(browser, notice, /^This object is gone; values of \d\d:\d\d:\d\d\.$/);
+    assert.equal(await browser.run(rates), '');
+    assert.equal(await browser.run(`return [...document.querySelectorAll('polyline')]
+        .map(each => each.getAttribute('points')).join('');`), '');
+    assert.match(await browser.run(text('td[data-counter=BytesReceived]')), /^\d+$/, 'the last values stay');
+    assert.deepEqual(await violations(browser), []);
+    const row = `${SHOTS}/port.toml`;
+    writeFileSync(row, readFileSync(scenario, 'utf8').match(/\[\[ethernet\]\][^]*?(?=\[\[ethernet\]\])/)[0]);
+    server.steer('add', row);
+    await becomes(browser, notice, /^$/);
+    await becomes(browser, moves, /^\d+\.\d per second$/);
+})));
+
+test('a server that does not answer is told', () => Server.during({ scenario }, server => within({}, async browser => {
+    const silent = /^This object does not answer; values of \d\d:\d\d:\d\d\.$/;
+    await browser.open((await samples(browser, server.address)).port);
+    await becomes(browser, moves, /per second$/);
+    server.signal('SIGSTOP');
+    await becomes(browser, notice, silent);
+    assert.equal(await browser.run(rates), '');
+    server.signal('SIGCONT');
+    await becomes(browser, notice, /^$/);
+    await becomes(browser, moves, /per second$/);
+    await server.end();
+    await becomes(browser, notice, silent);
+    assert.equal(await browser.run(rates), '');
+})));
 
 test('refreshed values keep the form they had', () => within({}, async browser => {
     await browser.open(`${MAPPED}/class/Test_Thing`);
