@@ -15,22 +15,23 @@ constexpr std::string_view style = R"(:root { color-scheme: light dark; --ink: #
     --fault: #ff9a9a; --box: #14263b; }
 }
 * { box-sizing: border-box; }
-body { margin: 0; font: 16px/1.45 system-ui, sans-serif; color: var(--ink); background: var(--paper); }
+body { margin: 0; font: 16px/1.45 system-ui, sans-serif; color: var(--ink); background: var(--paper);
+  overflow-wrap: anywhere; }
 header { padding: .6rem 1rem; border-bottom: 1px solid var(--line); }
 header a { display: inline-block; margin-right: 1rem; padding: .3rem 0; }
 main { padding: 0 1rem 2rem; }
-h1 { font-size: 1.4rem; margin: .8rem 0; overflow-wrap: anywhere; }
+h1 { font-size: 1.4rem; margin: .8rem 0; }
 h2 { font-size: 1.2rem; margin: 1.5rem 0 .5rem; }
 h3 { font-size: 1rem; margin: 1rem 0 .3rem; }
 a { color: var(--link); }
 a:focus-visible, [tabindex]:focus-visible, button:focus-visible, input:focus-visible, summary:focus-visible {
   outline: 3px solid var(--link); outline-offset: 2px; }
 .trail a { margin-right: .6rem; }
-.path { overflow-wrap: anywhere; color: var(--soft); }
+.path { color: var(--soft); }
 .unit { color: var(--soft); font-weight: normal; font-size: .85em; }
 .fault { color: var(--fault); }
 .scrolled { overflow-x: auto; margin: .8rem 0; max-width: 100%; }
-table { border-collapse: collapse; margin: .8rem 0; }
+table { border-collapse: collapse; margin: .8rem 0; overflow-wrap: normal; }
 caption { text-align: left; font-weight: bold; padding: .3rem 0; }
 th, td { text-align: left; vertical-align: top; padding: .3rem .6rem; border-bottom: 1px solid var(--line); }
 thead th { background: var(--band); white-space: nowrap; }
@@ -41,8 +42,8 @@ form { margin: .8rem 0; }
 input, button { font: inherit; color: inherit; background: var(--paper); border: 1px solid var(--soft);
   border-radius: 4px; padding: .25rem .5rem; }
 pre { overflow-x: auto; padding: .6rem; background: var(--band); border: 1px solid var(--line); border-radius: 4px; }
-li { overflow-wrap: anywhere; margin: .2rem 0; }
-dt { font-weight: bold; } dd { margin: 0 0 .4rem 1rem; overflow-wrap: anywhere; }
+li { margin: .2rem 0; }
+dt { font-weight: bold; } dd { margin: 0 0 .4rem 1rem; }
 svg text { fill: var(--ink); font-size: 12px; }
 svg text.class { fill: var(--soft); font-size: 11px; }
 svg .box { fill: var(--box); stroke: var(--soft); }
