@@ -56,7 +56,7 @@ svg.curve polyline { fill: none; stroke: var(--link); stroke-width: 1.5; }
 )";
 
 constexpr std::string_view script =
-    R"(// Refreshes an object's numbers and mapped values, and shows how fast its counters go. All else is on the page without it.
+    R"(// Refreshes an object's values, and shows how fast its counters go. All else is on the page without it.
 'use strict';
 (function () {
   var table = document.getElementById('properties');

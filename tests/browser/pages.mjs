@@ -168,20 +168,37 @@ test('a server that does not answer is told', () => Server.during({ scenario }, 
 test('refreshed values keep the form they had', () => within({}, async browser => {
     await browser.open(`${MAPPED}/class/Test_Thing`);
     const [thing] = await browser.run(links('/object/'));
-    await browser.open(thing);
     const shown = () => browser.run(`return [...document.querySelectorAll('td[data-value], td[data-counter]')]
         .map(cell => cell.firstChild.nodeValue);`);
-    const before = await shown();
-    for (const text of ['255 (Full)', '18446744073709551615', '-9223372036854775808', '2.5', "'A'", '{7, NULL} (Seven, )'])
-        assert.ok(before.includes(text), `${text} in ${before}`);
-    // A value that is not the provider's shows when the script has written them all.
-    await browser.run(`for (const cell of document.querySelectorAll('td[data-value], td[data-counter]'))
-        cell.firstChild.nodeValue = 'old';`);
-    for (let tries = 0; tries < 300 && (await shown()).includes('old'); ++tries)
-        await new Promise(resolve => setTimeout(resolve, 100));
-    assert.deepEqual(await shown(), before);
-    await isQuiet(browser, thing);
+    for (const url of [thing, (await samples(browser, HOSTILE)).tunnel]) {
+        await browser.open(url);
+        const before = await shown();
+        if (url === thing)
+            for (const text of ['255 (Full)', '18446744073709551615', '-9223372036854775808', '2.5', "'A'",
+                '{7, NULL} (Seven, )', 'NULL', 'TRUE', 'tab\there'])
+                assert.ok(before.includes(text), `${text} in ${before}`);
+        // A value that is not the provider's shows when the script has written them all.
+        await browser.run(`for (const cell of document.querySelectorAll('td[data-value], td[data-counter]'))
+            cell.firstChild.nodeValue = 'old';`);
+        for (let tries = 0; tries < 300 && (await shown()).includes('old'); ++tries)
+            await new Promise(resolve => setTimeout(resolve, 100));
+        assert.deepEqual(await shown(), before, url);
+        await isQuiet(browser, url);
+    }
 }));
+
+test('flags and texts move beside the numbers', () => Server.during({ scenario }, server => within({}, async browser => {
+    await browser.open(`${server.address}/object/ZANTO_FCIPSettings.InstanceID=%22167772161%22`);
+    await becomes(browser, text('td[data-value=WriteAccelerator]'), /^TRUE$/);
+    server.steer('set', 'tunnel', '2', 'write_acceleration', 'false');
+    await becomes(browser, text('td[data-value=WriteAccelerator]'), /^FALSE$/);
+    await browser.open(`${server.address}/class/ZANTO_EthernetPort`);
+    const [port] = await browser.run(links('/object/'));
+    await browser.open(port);
+    await becomes(browser, text('td[data-value=Caption]'), /^GigabitEthernet1\/1$/);
+    server.steer('set', 'ethernet', '1/1', 'name', '"<b>Another</b> name"');
+    await becomes(browser, text('td[data-value=Caption]'), /^<b>Another<\/b> name$/);
+})));
 
 test('counters move where the address holds credentials', () => within({}, async browser => {
     const { port } = await samples(browser, LIVE);
