@@ -28,7 +28,7 @@ fail() {
 # await FILE TEXT: until a process has written the text
 await() {
     tries=0
-    until grep -q "$2" "$1"; do
+    until grep -qs "$2" "$1"; do
         tries=$((tries + 1))
         [ "$tries" -lt 600 ] || fail "$1: $(cat "$1")"
         sleep 0.1

@@ -36,6 +36,7 @@ export class Server {
                 if (address)
                     resolve(address);
             });
+            setTimeout(() => reject(new Error(`the server does not listen: ${said}`)), 60000).unref();
             this.#process.once('error', reject);
             this.#process.once('exit', () => reject(new Error(`the server ended: ${said}`)));
         });
@@ -58,6 +59,5 @@ export class Server {
     steer(...words) {
         const done = spawnSync(SWITCHSIM, words, { env: this.#environment, encoding: 'utf8' });
         assert.equal(done.status, 0, `${words.join(' ')}: ${done.stderr}`);
-        return done.stdout;
     }
 }
