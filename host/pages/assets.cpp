@@ -15,22 +15,23 @@ constexpr std::string_view style = R"(:root { color-scheme: light dark; --ink: #
     --fault: #ff9a9a; --box: #14263b; }
 }
 * { box-sizing: border-box; }
-body { margin: 0; font: 16px/1.45 system-ui, sans-serif; color: var(--ink); background: var(--paper); }
+body { margin: 0; font: 16px/1.45 system-ui, sans-serif; color: var(--ink); background: var(--paper);
+  overflow-wrap: anywhere; }
 header { padding: .6rem 1rem; border-bottom: 1px solid var(--line); }
 header a { display: inline-block; margin-right: 1rem; padding: .3rem 0; }
 main { padding: 0 1rem 2rem; }
-h1 { font-size: 1.4rem; margin: .8rem 0; overflow-wrap: anywhere; }
+h1 { font-size: 1.4rem; margin: .8rem 0; }
 h2 { font-size: 1.2rem; margin: 1.5rem 0 .5rem; }
 h3 { font-size: 1rem; margin: 1rem 0 .3rem; }
 a { color: var(--link); }
 a:focus-visible, [tabindex]:focus-visible, button:focus-visible, input:focus-visible, summary:focus-visible {
   outline: 3px solid var(--link); outline-offset: 2px; }
 .trail a { margin-right: .6rem; }
-.path { overflow-wrap: anywhere; color: var(--soft); }
+.path { color: var(--soft); }
 .unit { color: var(--soft); font-weight: normal; font-size: .85em; }
 .fault { color: var(--fault); }
 .scrolled { overflow-x: auto; margin: .8rem 0; max-width: 100%; }
-table { border-collapse: collapse; margin: .8rem 0; }
+table { border-collapse: collapse; margin: .8rem 0; overflow-wrap: normal; }
 caption { text-align: left; font-weight: bold; padding: .3rem 0; }
 th, td { text-align: left; vertical-align: top; padding: .3rem .6rem; border-bottom: 1px solid var(--line); }
 thead th { background: var(--band); white-space: nowrap; }
@@ -41,27 +42,27 @@ form { margin: .8rem 0; }
 input, button { font: inherit; color: inherit; background: var(--paper); border: 1px solid var(--soft);
   border-radius: 4px; padding: .25rem .5rem; }
 pre { overflow-x: auto; padding: .6rem; background: var(--band); border: 1px solid var(--line); border-radius: 4px; }
-li { overflow-wrap: anywhere; margin: .2rem 0; }
-dt { font-weight: bold; } dd { margin: 0 0 .4rem 1rem; overflow-wrap: anywhere; }
+li { margin: .2rem 0; }
+dt { font-weight: bold; } dd { margin: 0 0 .4rem 1rem; }
 svg text { fill: var(--ink); font-size: 12px; }
 svg text.class { fill: var(--soft); font-size: 11px; }
 svg .box { fill: var(--box); stroke: var(--soft); }
 svg a:hover .box, svg a:focus .box { stroke: var(--link); stroke-width: 3; }
 svg .tie { fill: none; stroke: var(--soft); stroke-width: 1; }
+[role=status] { position: sticky; top: 0; margin: 0; color: var(--fault); background: var(--paper); }
 .rate { display: block; color: var(--soft); }
 svg.curve { display: block; margin-left: auto; }
 svg.curve polyline { fill: none; stroke: var(--link); stroke-width: 1.5; }
 )";
 
 constexpr std::string_view script =
-    R"(// Refreshes an object's numbers and mapped values, and shows how fast its counters go. All else is on the page without it.
+    R"(// Refreshes an object's values, and shows how fast its counters go. All else is on the page without it.
 'use strict';
 (function () {
   var table = document.getElementById('properties');
   if (!table) return;
-  var period = 2000, points = 60, svg = 'http://www.w3.org/2000/svg';
+  var period = 2000, points = 60, seen = new Date(), svg = 'http://www.w3.org/2000/svg';
   var cells = Array.prototype.slice.call(table.querySelectorAll('td[data-counter], td[data-value]'));
-  if (!cells.length) return;
   var rows = cells.map(function (cell) {
     var counter = cell.hasAttribute('data-counter');
     var row = { name: cell.getAttribute(counter ? 'data-counter' : 'data-value'), counter: counter, rates: [],
@@ -85,21 +86,37 @@ constexpr std::string_view script =
     }
     return row;
   });
+  var notice = document.createElement('p');
+  notice.setAttribute('role', 'status');
+  var box = table.parentNode;
+  box.parentNode.insertBefore(notice, box);
+  function tell(text) {
+    if (text !== notice.textContent) notice.textContent = text;
+  }
   function draw(row) {
     var most = Math.max.apply(null, row.rates.concat([1]));
     row.line.setAttribute('points', row.rates.map(function (rate, i) {
       return (i * 120 / (points - 1)).toFixed(1) + ',' + (23 - 22 * rate / most).toFixed(1);
     }).join(' '));
   }
+  // What comes later is not measured against what was.
+  function forget(row) {
+    if (!row.counter) return;
+    row.begin = undefined;
+    row.rate.textContent = '';
+    row.rates = [];
+    if (row.line) draw(row);
+  }
+  function fail(status) {
+    rows.forEach(forget);
+    var values = 'values of ' + seen.toTimeString().slice(0, 8) + '.';
+    tell(status === 404 ? 'This object is gone; ' + values : 'This object does not answer; ' + values);
+  }
   function take(row, value, text, last, now) {
     if (text === undefined) text = value === undefined ? '' : String(value);
     if (text !== row.text.nodeValue) row.text.nodeValue = text;
     if (!row.counter) return;
-    if (typeof value !== 'number') { // gone: what may come later is not measured against what was
-      row.begin = undefined;
-      row.rate.textContent = '';
-      return;
-    }
+    if (typeof value !== 'number') return forget(row);
     if (row.begin !== undefined && now > row.since) {
       var change = (value - row.begin) * 1000 / (now - row.since);
       row.rate.textContent = change < 0 ? 'began anew' : change.toFixed(1) + ' per second';
@@ -114,15 +131,23 @@ constexpr std::string_view script =
   var last = 0;
   function refresh() {
     if (document.hidden) return setTimeout(refresh, period);
+    var late = setTimeout(fail, 5 * period);
     // Not relative to the document, whose address may hold credentials.
     fetch(location.origin + location.pathname + '?format=json', { credentials: 'same-origin' })
       .then(function (reply) { return reply.ok ? reply.json() : Promise.reject(reply.status); })
       .then(function (object) {
-        var now = Date.now();
+        clearTimeout(late);
+        seen = new Date();
+        var now = seen.getTime();
         rows.forEach(function (row) { take(row, object.properties[row.name], object.texts[row.name], last, now); });
         last = now;
+        tell('');
         setTimeout(refresh, period);
-      }, function () { setTimeout(refresh, 5 * period); });
+      }, function (status) {
+        clearTimeout(late);
+        fail(status);
+        setTimeout(refresh, 5 * period);
+      });
   }
   refresh();
 })();

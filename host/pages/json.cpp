@@ -1,9 +1,12 @@
 #include "host/pages/json.h"
 
 #include "host/cim/path_text.h"
+#include "host/cimxml/characters.h"
 #include "host/pages/objects.h"
 
 #include <nlohmann/json.hpp>
+
+#include <algorithm>
 
 namespace cmpihost::pages {
 
@@ -33,9 +36,23 @@ Json json_of(const std::vector<Property>& properties) {
     return json;
 }
 
-/// An integer as a reader that has doubles alone would show it; nothing for what it could not, and for other values.
+/// A text as the page shows it: what no page can carry is replaced.
+std::string shown(std::string_view text) {
+    std::string out;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = cimxml::xml_character_length(text, at);
+        out += length == 0 ? "\xef\xbf\xbd" : text.substr(at, length);
+        at += std::max<std::size_t>(length, 1);
+    }
+    return out;
+}
+
+/// A string or an integer as a reader that has doubles alone would show it; nothing for what it could not, and for
+/// other values.
 std::optional<std::string> plain_text(const Property& property) {
     constexpr std::int64_t most = std::int64_t{1} << 53;
+    if (const auto* text = std::get_if<std::string>(&property.value.data))
+        return *text;
     const auto* natural = std::get_if<std::uint64_t>(&property.value.data);
     if (natural != nullptr && *natural <= most)
         return std::to_string(*natural);
@@ -50,7 +67,7 @@ Json texts_of(const Object& instance, const mof::ClassDeclaration& declaration) 
         const mof::PropertyDeclaration* declared = declaration.property(property.name);
         if (!is_refreshed(declared, property))
             continue;
-        const std::string text = value_text(declared, property);
+        const std::string text = shown(value_text(declared, property));
         if (text != plain_text(property))
             json[property.name] = text;
     }

@@ -1,6 +1,5 @@
 #include "host/pages/objects.h"
 
-#include "host/cim/integer_type.h"
 #include "host/cim/path_text.h"
 #include "host/cim/value_text.h"
 #include "host/mof/value_texts.h"
@@ -164,9 +163,7 @@ std::string value_text(const mof::PropertyDeclaration* declared, const Property&
 }
 
 bool is_refreshed(const mof::PropertyDeclaration* declared, const Property& property) {
-    return is_number(property) ||
-           (declared != nullptr && (integer_type(declared->type) != nullptr || declared->type.starts_with("real") ||
-                                    mof::find_qualifier(declared->qualifiers, "Values") != nullptr));
+    return property.type != "reference" && (declared == nullptr || declared->type != "reference");
 }
 
 std::string qualifier_text(std::span<const mof::Qualifier> qualifiers, std::string_view name) {

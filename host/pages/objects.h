@@ -34,7 +34,7 @@ std::string object_link(const server::Namespace& space, const server::Namespace&
 /// A value for people, with the text that the MOF gives for it in parentheses.
 std::string value_text(const mof::PropertyDeclaration* declared, const Property& property);
 
-/// Whether the page of an object brings a value up to date: a number, or one that the MOF may give a text for.
+/// Whether the page of an object brings a value up to date: all but references, which are links.
 bool is_refreshed(const mof::PropertyDeclaration* declared, const Property& property);
 
 bool is_number(const Property& property);

@@ -69,8 +69,10 @@ many=$address
 printf '[switch]\nname = "sw\\"\\\\odd\\"{}"\n[generate]\ntunnels = 3\n' >"$folder/odd.toml"
 start odd --scenario "$folder/odd.toml"
 odd=$address
+start hostile --scenario "$here/hostile.toml"
+hostile=$address
 
-for each in "$two_site" "$many" "$odd"; do
+for each in "$two_site" "$many" "$odd" "$hostile"; do
     curl -sS "http://$each/metrics" >"$folder/metrics"
     promtool check metrics <"$folder/metrics" >"$folder/said" 2>&1 || fail "$each: $(cat "$folder/said")"
     [ ! -s "$folder/said" ] || fail "$each: $(cat "$folder/said")"

@@ -2,7 +2,7 @@
 # Pages in Debian's Chromium: starts servers and chromedriver, and has Node.js run pages.mjs.
 # usage: pages.sh CMPIHOST FOLDER    an empty folder to work in is made there; screenshots stay in FOLDER
 set -eu
-program=$1
+program=$(cd "$(dirname "$1")" && pwd)/$(basename "$1")
 here=$(cd "$(dirname "$0")" && pwd)
 rm -rf "$2"
 mkdir -p "$2"
@@ -28,7 +28,7 @@ fail() {
 # await FILE TEXT: until a process has written the text
 await() {
     tries=0
-    until grep -q "$2" "$1"; do
+    until grep -qs "$2" "$1"; do
         tries=$((tries + 1))
         [ "$tries" -lt 600 ] || fail "$1: $(cat "$1")"
         sleep 0.1
@@ -79,5 +79,7 @@ processes="$processes $!"
 await "$folder/driver.out" 'successfully on port'
 DRIVER=http://127.0.0.1:$(sed -n 's/.*successfully on port \([0-9]*\).*/\1/p' "$folder/driver.out")
 SHOTS=$folder
-export LIVE HOSTILE MANY MAPPED AXE DRIVER SHOTS
+CMPIHOST=$program
+SWITCHSIM=$(dirname "$program")/switchsim
+export LIVE HOSTILE MANY MAPPED AXE DRIVER SHOTS CMPIHOST SWITCHSIM
 node --test "$here/pages.mjs"

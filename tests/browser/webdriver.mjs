@@ -5,10 +5,10 @@ const elementKey = 'element-6066-11e4-a52e-4f735466cecf';
 
 export class Browser {
     // driver: the address of chromedriver; folder: an empty one for the browser's own files
-    static async start(driver, folder, { scripts = true, width = 1200, height = 900 } = {}) {
+    static async start(driver, folder, { scripts = true } = {}) {
         const args = ['--headless', '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
             '--disable-background-networking', '--disable-component-update', '--disable-sync',
-            `--window-size=${width},${height}`, `--user-data-dir=${folder}`];
+            '--window-size=1200,900', `--user-data-dir=${folder}`];
         if (!scripts)
             args.push('--blink-settings=scriptEnabled=false');
         const browser = new Browser(driver);

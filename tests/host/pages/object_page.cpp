@@ -1,5 +1,6 @@
 // An object's page.
 #include "host/pages/html.h"
+#include "host/pages/json.h"
 #include "tests/host/pages/pages_test.h"
 
 #include <nlohmann/json.hpp>
@@ -91,19 +92,44 @@ TEST_F(ObjectPages, RefreshedTextsAreThoseOfThePage) {
                                                                 {"Missing", "NULL"},
                                                                 {"U8", "255 (Full)"},
                                                                 {"Letter", "'A'"},
-                                                                {"List", "{7, NULL} (Seven, )"}};
+                                                                {"List", "{7, NULL} (Seven, )"},
+                                                                {"Flag", "TRUE"}};
     for (const auto& [name, text] : rows) {
         EXPECT_EQ(object["texts"][name], text);
         EXPECT_TRUE(page.has(std::string(" data-value=\"") + name + "\">" + escaped(text) + "</td>")) << name;
     }
     EXPECT_EQ(object["texts"].size(), rows.size()) << object["texts"];
+    EXPECT_EQ(object["properties"]["Text"], "tab\there");
+    EXPECT_TRUE(page.has(" data-value=\"Text\">tab\there</td>"));
     EXPECT_EQ(object["properties"]["U8"], 255);
     EXPECT_EQ(object["properties"]["U64"], 18446744073709551615U);
 }
 
-TEST_F(ObjectPages, ExactNumbersNeedNoText) {
+TEST_F(ObjectPages, ExactNumbersAndStringsNeedNoText) {
     const auto object = nlohmann::json::parse(get(first("ZANTO_FCIPProtocolEndPoint") + "?format=json").body);
-    EXPECT_TRUE(object["texts"].empty()) << object["texts"];
+    EXPECT_EQ(object["texts"]["Compression"], "FALSE");
+    for (const auto& [name, text] : object["texts"].items())
+        EXPECT_TRUE(object["properties"][name].is_boolean()) << name << " " << text;
+}
+
+TEST_F(ObjectPages, AllButReferencesIsRefreshed) {
+    for (const char* name : {"ZANTO_FCIPTCPEndpoint", "ZANTO_FCIPProtocolEndPoint", "ZANTO_EthernetPortStatistics"}) {
+        const std::string url = first(name);
+        const Got page = get(url);
+        const auto object = nlohmann::json::parse(get(url + "?format=json").body);
+        const std::size_t links = page.count("<td><a href=\"/object/");
+        EXPECT_EQ(page.count(" data-value=\"") + page.count(" data-counter=\"") + links, object["properties"].size())
+            << page.body;
+        EXPECT_EQ(links, name == std::string("ZANTO_FCIPTCPEndpoint") ? 2U : 0U);
+    }
+}
+
+TEST(ObjectJson, TextsHaveWhatNoPageCarriesReplaced) {
+    mof::ClassDeclaration declaration;
+    declaration.name = "Test_Thing";
+    const Object thing{"Test_Thing", "", {}, {}, {{"Bell", "string", {std::string("a\x07\xff\xc3\xa9")}}}};
+    const auto object = nlohmann::json::parse(json_of(thing, thing, declaration));
+    EXPECT_EQ(object["texts"]["Bell"], "a\xef\xbf\xbd\xef\xbf\xbd\xc3\xa9");
 }
 
 TEST_F(ObjectPages, ProviderThatLacksTheClassTellsNothing) {
