@@ -121,8 +121,9 @@ struct Shown {
     std::vector<Object> objects; ///< of this page
     std::size_t found = 0;       ///< that the filter lets through
     std::size_t total = 0;
-    bool keys_only = false; ///< sorted and filtered by keys, since there are so many
-    bool late = false;      ///< there was no time to get all of them
+    std::size_t not_got = 0; ///< of these objects
+    bool keys_only = false;  ///< sorted and filtered by keys, since there are so many
+    bool late = false;       ///< there was no time to get all of them
     server::Status status{};
 };
 
@@ -133,19 +134,21 @@ void cut_page(std::vector<Object>& objects, std::size_t number) {
                                   std::make_move_iterator(objects.begin() + static_cast<std::ptrdiff_t>(end)));
 }
 
-/// Each object in full, but for those that cannot be got any more. False: there was no time for all.
-bool complete(const Namespace& space, std::vector<Object>& objects, std::chrono::milliseconds time) {
+/// Gets each object in full, but for those that cannot be got, or not in time.
+void complete(const Namespace& space, Shown& shown, std::chrono::milliseconds time) {
     const auto until = std::chrono::steady_clock::now() + time;
-    for (Object& object : objects) {
-        if (std::chrono::steady_clock::now() >= until)
-            return false;
+    for (Object& object : shown.objects) {
+        shown.late = std::chrono::steady_clock::now() >= until;
+        if (shown.late)
+            return;
         server::Status ignored;
         if (auto whole = get(space, path_of(space, object), ignored)) {
             whole->keys = std::move(object.keys); // by which it was got
             object = std::move(*whole);
+        } else {
+            ++shown.not_got;
         }
     }
-    return true;
 }
 
 Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, const Wish& wish,
@@ -165,9 +168,9 @@ Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, cons
     if (!wish.sort.empty())
         sort(all.objects, wish);
     cut_page(all.objects, wish.page);
-    if (shown.keys_only)
-        shown.late = !complete(space, all.objects, within_request(settings, settings.walking));
     shown.objects = std::move(all.objects);
+    if (shown.keys_only)
+        complete(space, shown, within_request(settings, settings.walking));
     return shown;
 }
 
@@ -180,7 +183,7 @@ struct Column {
     std::string same{}; ///< the value, if it is the same in all
 };
 
-/// Keys first, then other properties in the order of the first object that has them.
+/// Keys first, declared or not, then other properties in the order of the first object that has them.
 std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& declaration) {
     std::vector<Column> columns;
     NameMap<bool> known;
@@ -191,9 +194,10 @@ std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& decl
     for (const mof::PropertyDeclaration& declared : declaration.properties)
         if (declared.key)
             add(declared.name);
-    for (const Object& object : shown.objects)
-        for (const Property& property : object.properties)
-            add(property.name);
+    for (const auto part : {&Object::keys, &Object::properties})
+        for (const Object& object : shown.objects)
+            for (const Property& property : object.*part)
+                add(property.name);
     for (Column& column : columns) {
         std::set<std::string> values;
         for (const Object& object : shown.objects) {
@@ -227,8 +231,8 @@ std::vector<Column> chosen_columns(const std::vector<Column>& all, const views::
     for (const Column& column : all)
         if (column.differs && chosen.size() < most_columns)
             add(column);
-    if (chosen.empty() && !all.empty())
-        chosen.push_back(all.front());
+    if (chosen.empty()) // each row has a link
+        chosen.push_back(all.empty() ? Column{"Object", nullptr, false} : all.front());
     return chosen;
 }
 
@@ -332,6 +336,9 @@ std::string notes_of(const Shown& shown, const views::ClassView& view) {
         html += "<p class=\"fault\">The provider answered with error " +
                 std::to_string(static_cast<unsigned>(shown.status.code)) + ": " + escaped(shown.status.description) +
                 "</p>\n";
+    if (shown.not_got > 0)
+        html += "<p>" + counted(shown.not_got, "object") +
+                " of this page cannot be got by the names that the provider gives, which are all that is shown.</p>\n";
     if (shown.late)
         html += "<p>Some are shown by their keys alone, since getting them takes long.</p>\n";
     return html;

@@ -93,6 +93,15 @@ TEST_F(ClassPages, OfManyObjectsOnlyThoseThatAreShownAreGot) {
     EXPECT_TRUE(page.has("200 of 1,200 objects"));
 }
 
+TEST_F(ClassPages, ObjectsThatCannotBeGotHaveTheirKeys) {
+    use_tunnels(1200);
+    const Got page = get("/class/ZANTO_FCIPPEBasedOn"); // the class declares none of the keys in its names
+    EXPECT_EQ(heads(page), "Antecedent Dependent ") << page.body;
+    EXPECT_EQ(page.count("<tr><th scope=\"row\"><a href=\"/object/ZANTO_FCIPPEBasedOn.Antecedent="), 200U);
+    EXPECT_TRUE(page.has("<p>200 objects of this page cannot be got"));
+    EXPECT_FALSE(get("/class/ZANTO_FCIPProtocolEndPoint").has("cannot be got"));
+}
+
 TEST_F(ClassPages, HeadsOfManyObjectsAreLinksForKeysAlone) {
     use_tunnels(1200);
     const Got page = get("/class/ZANTO_FCIPProtocolEndPoint?sort=CommittedRate&columns=all");
