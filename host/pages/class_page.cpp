@@ -122,7 +122,8 @@ struct Shown {
     std::size_t found = 0;       ///< that the filter lets through
     std::size_t total = 0;
     std::size_t not_got = 0; ///< of these objects
-    bool keys_only = false;  ///< sorted and filtered by keys, since there are so many
+    bool names_only = false; ///< were enumerated, since there are so many; those of this page were got one by one
+    bool slow = false;       ///< sorted and filtered by keys alone, since the class takes long to enumerate, too
     bool late = false;       ///< there was no time to get all of them
     server::Status status{};
 };
@@ -151,13 +152,32 @@ void complete(const Namespace& space, Shown& shown, std::chrono::milliseconds ti
     }
 }
 
-Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, const Wish& wish,
-               const SiteSettings& settings) {
+/// Whether enumerating a class takes long, as far as is known: a provider cannot be stopped once it is asked.
+bool is_slow(const Visit& visit, const Namespace& space, const ClassDeclaration& declaration) {
+    const auto below = server::served_below(space, &declaration, &server::ServedClass::instances);
+    return visit.memory.is_slow(space, declaration) ||
+           std::any_of(below.begin(), below.end(), [&](const server::ServedClass* each) {
+               return visit.views.of(*each->declaration, space.schema).slow ||
+                      visit.memory.is_slow(space, *each->declaration);
+           });
+}
+
+Objects enumerate_timed(const Visit& visit, const Namespace& space, const ClassDeclaration& declaration) {
+    const auto began = std::chrono::steady_clock::now();
+    Objects all = enumerate(space, declaration, false);
+    if (std::chrono::steady_clock::now() - began > visit.settings.enumerating)
+        visit.memory.note_slow(space, declaration);
+    return all;
+}
+
+Shown shown_of(const Visit& visit, const Namespace& space, const ClassDeclaration& declaration, const Wish& wish) {
     Objects all = enumerate(space, declaration, true);
     Shown shown;
-    shown.keys_only = all.objects.size() > most_to_enumerate;
-    if (!shown.keys_only)
-        all = enumerate(space, declaration, false);
+    const bool many = all.objects.size() > most_to_enumerate;
+    shown.slow = many && is_slow(visit, space, declaration);
+    shown.names_only = shown.slow || (many && wish.sort.empty() && wish.filter.empty());
+    if (!shown.names_only)
+        all = enumerate_timed(visit, space, declaration);
     shown.total = all.objects.size();
     shown.status = std::move(all.status);
     if (!wish.filter.empty())
@@ -169,8 +189,8 @@ Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, cons
         sort(all.objects, wish);
     cut_page(all.objects, wish.page);
     shown.objects = std::move(all.objects);
-    if (shown.keys_only)
-        complete(space, shown, within_request(settings, settings.walking));
+    if (shown.names_only)
+        complete(space, shown, within_request(visit.settings, visit.settings.walking));
     return shown;
 }
 
@@ -204,9 +224,8 @@ std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& decl
             const Property* property = value_of(object, column.name);
             values.insert(property == nullptr ? std::string() : value_text(column.declared, *property));
         }
-        column.sorts =
-            !shown.keys_only || std::any_of(shown.objects.begin(), shown.objects.end(),
-                                            [&](const Object& each) { return each.key(column.name) != nullptr; });
+        column.sorts = !shown.slow || std::any_of(shown.objects.begin(), shown.objects.end(),
+                                                  [&](const Object& each) { return each.key(column.name) != nullptr; });
         column.differs = values.size() > 1;
         column.same = values.empty() ? std::string() : *values.begin();
     }
@@ -299,8 +318,9 @@ std::string pager(const Shown& shown, const Wish& wish, const std::string& base)
         html +=
             " that " + std::string(shown.found == 1 ? "contains" : "contain") + " the text, of " + grouped(shown.total);
     html += ".";
-    if (shown.keys_only)
-        html += " There are so many that they are sorted and searched by their keys alone.";
+    if (shown.slow)
+        html += " There are so many, and the class takes so long to enumerate, that they are sorted and searched by "
+                "their keys alone.";
     html += "</p>\n";
     const auto step = [&](std::size_t page, const char* text) {
         Wish other = wish;
@@ -355,7 +375,7 @@ Page class_page(const Visit& visit) {
     if (declaration == nullptr)
         return error_page(404, "No such class", "There is no class " + visit.rest + ".");
     const Wish wish = wish_of(visit.target);
-    const Shown shown = shown_of(*space, *declaration, wish, visit.settings);
+    const Shown shown = shown_of(visit, *space, *declaration, wish);
     const std::string base = class_link(*space, visit.main, declaration->name);
     const views::ClassView view = visit.views.of(*declaration, space->schema);
     const auto all = all_columns(shown, *declaration);
