@@ -11,6 +11,7 @@
 #include "host/pages/timed_ask.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
 namespace cmpihost::pages {
@@ -29,6 +30,7 @@ struct Subject {
     const Object& path;
     const Object& instance;
     views::ClassView view;
+    std::optional<server::ProviderPlace> provider; ///< that answered; nothing: the server did
 };
 
 /// Reads a path, whose keys get the types that their class declares. @throws PathError
@@ -205,17 +207,40 @@ std::string xml_request(const Subject& subject) {
            "</IPARAMVALUE>\n</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>\n";
 }
 
-std::string copies(const Subject& subject) {
+/// A file as it is named from any folder; a library that is not in this one is looked for where the system looks.
+std::string file_word(const std::string& file) {
+    std::error_code error;
+    const bool here = std::filesystem::exists(file, error);
+    return shell_quoted(here ? std::filesystem::absolute(file).lexically_normal().string() : file);
+}
+
+/// The command that asks the same of the same provider.
+std::string command(const Subject& subject) {
+    const CommandWords& words = subject.visit.settings.command;
+    const server::ProviderPlace& provider = *subject.provider;
     Object named = subject.path;
     named.name_space = subject.space.name;
+    std::string text = "cmpihost gi " + shell_quoted(path_text(named));
+    if (!words.default_provider) {
+        text += " --provider " + file_word(provider.file.library);
+        if (provider.file.name != words.default_name)
+            text += " --name " + shell_quoted(provider.file.name);
+    }
+    for (const std::string& file : words.schema)
+        text += " --schema " + file_word(file);
+    if (!words.scenario.empty() && provider.simulated)
+        text += " --scenario " + file_word(words.scenario);
+    return text;
+}
+
+std::string copies(const Subject& subject) {
     const std::string url = object_link(subject.space, subject.visit.main, subject.path) + "?format=json";
     const auto part = [](const std::string& title, const std::string& text) {
         return "<h3>" + title + "</h3>\n<pre tabindex=\"0\" role=\"region\" aria-label=\"" + title + "\">" +
                escaped(text) + "</pre>\n";
     };
-    return "<h2>The same elsewhere</h2>\n" +
-           part("On the command line", "cmpihost gi " + shell_quoted(path_text(named))) + "<h3>" +
-           link(url, "In JSON") + "</h3>\n" + part("In CIM-XML", xml_request(subject));
+    return "<h2>The same elsewhere</h2>\n" + (subject.provider ? part("On the command line", command(subject)) : "") +
+           "<h3>" + link(url, "In JSON") + "</h3>\n" + part("In CIM-XML", xml_request(subject));
 }
 
 std::string title_of(const Object& path) {
@@ -244,14 +269,16 @@ Page object_page(const Visit& visit) {
         if (declaration == nullptr)
             return error_page(404, "No such object", "There is no class " + path.class_name + ".");
         server::Status status;
-        const auto instance = get(*space, path, status);
+        const server::Ask* who = nullptr;
+        const auto instance = get(*space, path, status, &who);
         if (!instance)
             return error_page(status.code == server::CimCode::not_found ? 404 : 502, "No such object",
                               path_text(path) + ": error " + std::to_string(static_cast<unsigned>(status.code)) + ", " +
                                   status.description);
         if (visit.target.value("format") == "json")
             return {200, "application/json", json_of(path, *instance, *declaration)};
-        return page_of({visit, *space, *declaration, path, *instance, visit.views.of(*declaration, space->schema)});
+        return page_of({visit, *space, *declaration, path, *instance, visit.views.of(*declaration, space->schema),
+                        visit.catalogue.provider_of(*who)});
     } catch (const PathError& error) {
         return error_page(400, "No such object", error.what());
     }
