@@ -6,6 +6,7 @@
 #include "host/pages/html.h"
 #include "host/pages/json.h"
 #include "host/pages/objects.h"
+#include "host/pages/roles.h"
 #include "host/pages/site_parts.h"
 #include "host/pages/svg.h"
 #include "host/pages/timed_ask.h"
@@ -87,45 +88,6 @@ std::string property_table(const Subject& subject) {
     return scrolled("Properties", html + "</tbody>\n</table>\n");
 }
 
-/// A neighbour, and the names of the two ends of the tie to it.
-struct Neighbour {
-    const Object* object;
-    std::string own_role;
-    std::string role;
-};
-
-/// Finds the references that tie an object to others.
-class Roles {
-  public:
-    Roles(TimedAsk& ask, const Namespace& space, const Object& path, const std::string& association) {
-        Request request;
-        request.operation = Request::Operation::reference_names;
-        request.path = path;
-        request.path.name_space = space.name;
-        request.assoc_class = association;
-        references_ = ask(request).objects;
-    }
-
-    /// The roles of the object and of a neighbour; empty if no reference names both.
-    Neighbour of(const Object& other) const {
-        Neighbour neighbour{&other, {}, {}};
-        const std::string wanted = identity(other);
-        for (const Object& reference : references_) {
-            std::string role;
-            std::string own_role;
-            for (const Property& key : reference.keys)
-                if (const auto* end = std::get_if<Value::Reference>(&key.value.data))
-                    (identity(**end) == wanted ? role : own_role) = key.name;
-            if (!role.empty())
-                return {&other, own_role, role};
-        }
-        return neighbour;
-    }
-
-  private:
-    std::vector<Object> references_;
-};
-
 std::string neighbour_list(const Subject& subject, const Graph& graph, TimedAsk& ask) {
     std::map<std::string, std::vector<const Object*>> by_association;
     for (const GraphEdge& edge : graph.edges)
@@ -136,13 +98,13 @@ std::string neighbour_list(const Subject& subject, const Graph& graph, TimedAsk&
         html +=
             "<h3>" + link(class_link(subject.space, subject.visit.main, association), association) + "</h3>\n<ul>\n";
         for (const Object* object : objects) {
-            const Neighbour neighbour = roles.of(*object);
+            const EndNames names = roles.of(*object);
             html += "<li>" + link(object_link(subject.space, subject.visit.main, *object),
                                   path_text(path_of(subject.space, *object)));
-            if (!neighbour.role.empty())
-                html += " <span class=\"unit\">" + escaped(neighbour.own_role) + " \xE2\x86\x92 " +
-                        escaped(neighbour.role) + "</span>";
-            html += "</li>\n";
+            html +=
+                " <span class=\"unit\">" +
+                (names.other.empty() ? "role not told" : escaped(names.own) + " \xE2\x86\x92 " + escaped(names.other)) +
+                "</span></li>\n";
         }
         html += "</ul>\n";
     }

@@ -37,6 +37,20 @@ TEST_F(ObjectPages, NeighboursAreGroupedWithTheirRoles) {
     EXPECT_EQ(page.count("<rect "), page.count("class=\"tie\"") + 1) << "the object, and a tie to each neighbour";
 }
 
+TEST_F(ObjectPages, EveryNeighbourHasARoleOrNoneIsTold) {
+    std::size_t directed = 0;
+    std::size_t not_told = 0;
+    for (const std::string& class_url : links(get("/"), "/class/"))
+        for (const std::string& url : links(get(class_url), "/object/")) {
+            const Got page = get(url);
+            directed += page.count(" \xE2\x86\x92 ");
+            not_told += page.count("<span class=\"unit\">role not told</span>");
+            EXPECT_EQ(page.count("<li>"), page.count(" \xE2\x86\x92 ") + page.count("role not told")) << url;
+        }
+    EXPECT_EQ(directed, 212U);
+    EXPECT_EQ(not_told, 41U) << "no reference names them, and both ends are declared alike";
+}
+
 TEST_F(ObjectPages, EveryObjectOfEveryClassOpens) {
     Opened opened;
     for (const std::string& class_url : links(get("/"), "/class/"))
