@@ -136,7 +136,7 @@ std::string neighbours(const Subject& subject) {
     if (walk.graph().edges.empty())
         return head + (walk.notes().errors > 0 || timed.is_late()
                            ? ""
-                           : "<p>No association leads from here to another object.</p>\n");
+                           : "<p>The providers name no neighbour when asked from here.</p>\n");
     const std::string drawing =
         svg_of(walk.graph(), star_of(walk.graph()), subject.space.schema, "The object and its neighbours",
                [&subject](const Object& object) { return object_link(subject.space, subject.visit.main, object); });

@@ -51,6 +51,12 @@ TEST_F(ObjectPages, EveryNeighbourHasARoleOrNoneIsTold) {
     EXPECT_EQ(not_told, 41U) << "no reference names them, and both ends are declared alike";
 }
 
+TEST_F(ObjectPages, WithoutNeighboursNobodyNamedAny) {
+    const Got page = get(first("ZANTO_FCIPTCPEndpoint"));
+    EXPECT_TRUE(page.has("<p>The providers name no neighbour when asked from here.</p>")) << page.body;
+    EXPECT_FALSE(get(first("ZANTO_FCIPProtocolEndPoint")).has("name no neighbour"));
+}
+
 TEST_F(ObjectPages, EveryObjectOfEveryClassOpens) {
     Opened opened;
     for (const std::string& class_url : links(get("/"), "/class/"))

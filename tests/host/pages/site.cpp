@@ -90,7 +90,7 @@ TEST_F(SitePages, TimeoutOfARequestLimitsWhatTakesLong) {
     const Got object = get("/object/ZANTO_FCIPProfile.InstanceID=%221%22");
     EXPECT_EQ(object.status, 200U);
     EXPECT_TRUE(object.has("Not all were asked for, since that takes long.")) << object.body;
-    EXPECT_FALSE(object.has("No association leads from here"));
+    EXPECT_FALSE(object.has("The providers name no neighbour"));
 }
 
 TEST_F(SitePages, ProvidersOfOneFileNameAreToldApart) {
