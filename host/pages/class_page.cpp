@@ -226,7 +226,7 @@ std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& decl
         }
         column.sorts = !shown.slow || std::any_of(shown.objects.begin(), shown.objects.end(),
                                                   [&](const Object& each) { return each.key(column.name) != nullptr; });
-        column.differs = values.size() > 1;
+        column.differs = values.size() > 1 || shown.objects.size() == 1; // of one, everything is worth a look
         column.same = values.empty() ? std::string() : *values.begin();
     }
     return columns;

@@ -37,6 +37,17 @@ TEST_F(ClassPages, ColumnsOfTheViewComeFirstThenWhatDiffers) {
               "SelectiveACK WAN_TOV ");
 }
 
+TEST_F(ClassPages, OfOneObjectTheFirstPropertiesAreShown) {
+    use_tunnels(1);
+    EXPECT_EQ(
+        heads(get("/class/ZANTO_FCIPProtocolEndPoint")),
+        "TunnelID LocalIPAddress RemoteIPAddress CommittedRate Compression Name SystemCreationClassName SystemName "
+        "CreationClassName NameFormat ");
+    EXPECT_EQ(heads(get("/class/ZANTO_TCPSettings")),
+              "InstanceID SystemCreationClassName SystemName Description Caption ElementName RetransmissionTimeoutMax "
+              "RetransmissionTimeoutMin RetransmissionTimeoutAlgorithm ");
+}
+
 TEST_F(ClassPages, UnitsStandInTheHeads) {
     EXPECT_TRUE(get("/class/ZANTO_FCIPProtocolEndPoint")
                     .has("CommittedRate</a> <span class=\"unit\">bit / second * 10^3</span></th>"));
