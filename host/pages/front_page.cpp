@@ -79,8 +79,8 @@ std::map<std::string, std::vector<const mof::ClassDeclaration*>> families_of(con
     return families;
 }
 
-/// Counts the objects of the classes until it is too late, those first whose count is missing or the oldest.
-void count_objects(const Visit& visit, Clock::time_point until) {
+/// Counts the objects of the classes for a time, those first whose count is missing or the oldest.
+void count_objects(const Visit& visit, std::chrono::milliseconds time) {
     struct Due {
         Clock::time_point counted;
         const Namespace* space;
@@ -95,6 +95,7 @@ void count_objects(const Visit& visit, Clock::time_point until) {
                     all.push_back({last ? last->when : Clock::time_point(), space, declaration});
                 }
     std::stable_sort(all.begin(), all.end(), [](const Due& a, const Due& b) { return a.counted < b.counted; });
+    const auto until = Clock::now() + time;
     for (const Due& each : all)
         if (!visit.catalogue.is_interop(*each.space) && Clock::now() < until)
             visit.memory.note_count(*each.space, *each.declaration, count_text(*each.space, *each.declaration));
@@ -127,7 +128,7 @@ std::string class_table(const Visit& visit, const Namespace& space, bool associa
 } // namespace
 
 Page front_page(const Visit& visit) {
-    count_objects(visit, Clock::now() + within_request(visit.settings, visit.settings.counting));
+    count_objects(visit, within_request(visit.settings, visit.settings.counting));
     std::string body;
     for (const bool association : {false, true})
         for (const Namespace* space : visit.catalogue.namespaces())
