@@ -6,6 +6,7 @@
 #include "host/pages/html.h"
 #include "host/pages/json.h"
 #include "host/pages/objects.h"
+#include "host/pages/other_side.h"
 #include "host/pages/roles.h"
 #include "host/pages/site_parts.h"
 #include "host/pages/svg.h"
@@ -124,6 +125,24 @@ std::string missing_neighbours(const GraphWalk::Notes& notes, bool late) {
     return text.empty() ? text : "<p>" + escaped(text) + "</p>\n";
 }
 
+/// Where nobody names a neighbour: what other ends tell.
+std::string other_side_list(const Subject& subject, TimedAsk& ask) {
+    constexpr std::size_t most = 200;
+    std::string items;
+    const auto tied = tied_by_names(ask, subject.space, subject.path, most);
+    for (const TiedObject& each : tied)
+        items += "<li>" +
+                 link(object_link(subject.space, subject.visit.main, each.object),
+                      path_text(path_of(subject.space, each.object))) +
+                 " <span class=\"unit\">" + escaped(each.association) + ": " + escaped(each.names.own) +
+                 " \xE2\x86\x92 " + escaped(each.names.other) + "</span></li>\n";
+    if (items.empty())
+        return {};
+    return std::string("<h3>Found from the other side</h3>\n<p>These stand beside it in the names of associations' ") +
+           "instances." + (tied.size() >= most ? " There are more than these." : "") + "</p>\n<ul>\n" + items +
+           "</ul>\n";
+}
+
 std::string neighbours(const Subject& subject) {
     constexpr std::size_t most = 500;
     TimedAsk timed(subject.space, subject.visit.settings);
@@ -132,11 +151,11 @@ std::string neighbours(const Subject& subject) {
     walk.start_with(subject.path);
     walk.run_once();
     const std::string list = neighbour_list(subject, walk.graph(), timed);
+    const bool unnamed = walk.graph().edges.empty() && walk.notes().errors == 0 && !timed.is_late();
+    const std::string others = unnamed ? other_side_list(subject, timed) : std::string();
     const std::string head = "<h2>Neighbours</h2>\n" + missing_neighbours(walk.notes(), timed.is_late());
     if (walk.graph().edges.empty())
-        return head + (walk.notes().errors > 0 || timed.is_late()
-                           ? ""
-                           : "<p>The providers name no neighbour when asked from here.</p>\n");
+        return head + (unnamed ? "<p>The providers name no neighbour when asked from here.</p>\n" + others : "");
     const std::string drawing =
         svg_of(walk.graph(), star_of(walk.graph()), subject.space.schema, "The object and its neighbours",
                [&subject](const Object& object) { return object_link(subject.space, subject.visit.main, object); });

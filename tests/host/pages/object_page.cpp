@@ -57,6 +57,17 @@ TEST_F(ObjectPages, WithoutNeighboursNobodyNamedAny) {
     EXPECT_FALSE(get(first("ZANTO_FCIPProtocolEndPoint")).has("name no neighbour"));
 }
 
+TEST_F(ObjectPages, NeighboursAreFoundFromTheOtherSide) {
+    settings.providers.push_back({SWITCHSIM_PROVIDER, "switchsimProvider"});
+    const Got page = get("/object/ZANTO_LogicalComputerSystem.CreationClassName=%22ZANTO_LogicalComputerSystem%22,"
+                         "Name=%22200A00005E112233%22");
+    EXPECT_TRUE(page.has("The providers name no neighbour when asked from here.")) << page.body;
+    EXPECT_TRUE(page.has("<span class=\"unit\">ZANTO_SwitchHostedFCIPAccessPoint: Antecedent \xE2\x86\x92 Dependent"));
+    const std::string neighbour = page.link("/object/ZANTO_FCIPProtocolEndPoint.SystemName=%22200A00005E112233");
+    EXPECT_EQ(get(neighbour).status, 200U) << neighbour;
+    EXPECT_FALSE(get(neighbour).has("Found from the other side")) << "which names its own";
+}
+
 TEST_F(ObjectPages, EveryObjectOfEveryClassOpens) {
     Opened opened;
     for (const std::string& class_url : links(get("/"), "/class/"))
