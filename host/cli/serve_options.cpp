@@ -146,7 +146,7 @@ void set_views(ServeOptions& options) {
 }
 
 /// The provider beside the program, with the registration beside its schema, and what is loaded with it.
-void set_default_provider(server::Settings& settings) {
+void set_default_provider(server::Settings& settings, pages::CommandWords& command) {
     const std::filesystem::path library = default_provider();
     const std::filesystem::path registration =
         std::filesystem::path(default_schema_folder()) / "registration" / "sfcb.reg";
@@ -159,9 +159,11 @@ void set_default_provider(server::Settings& settings) {
     if (const std::string beside = registration_beside(library.string()); !beside.empty())
         settings.registrations.push_back(beside);
     settings.provider_folder = library.parent_path().string();
+    command.default_provider = true;
 }
 
-void set_providers(const Texts& texts, server::Settings& settings) {
+void set_providers(const Texts& texts, ServeOptions& options) {
+    server::Settings& settings = options.settings;
     std::vector<std::string> providers = texts.providers;
     if (providers.empty() && !texts.names.empty())
         providers = {default_provider()};
@@ -171,7 +173,7 @@ void set_providers(const Texts& texts, server::Settings& settings) {
         settings.providers.push_back(
             {providers[index], index < texts.names.size() ? texts.names[index] : default_name});
     if (settings.providers.empty() && settings.registrations.empty())
-        set_default_provider(settings);
+        set_default_provider(settings, options.site.command);
 }
 
 constexpr const char* program = "cmpihost serve";
@@ -194,9 +196,10 @@ ServeLine read_serve_line(const std::vector<std::string>& arguments) {
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         set_endpoints(texts, options);
+        options.site.command = {false, default_name, options.settings.schema, options.settings.scenario};
         set_schema(options.settings);
         set_views(options);
-        set_providers(texts, options.settings);
+        set_providers(texts, options);
     } catch (const CLI::ParseError& error) {
         return ended(parse_end(app, error, program));
     } catch (const std::runtime_error& error) {

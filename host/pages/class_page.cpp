@@ -121,8 +121,10 @@ struct Shown {
     std::vector<Object> objects; ///< of this page
     std::size_t found = 0;       ///< that the filter lets through
     std::size_t total = 0;
-    bool keys_only = false; ///< sorted and filtered by keys, since there are so many
-    bool late = false;      ///< there was no time to get all of them
+    std::size_t not_got = 0; ///< of these objects
+    bool names_only = false; ///< were enumerated, since there are so many; those of this page were got one by one
+    bool slow = false;       ///< sorted and filtered by keys alone, since the class takes long to enumerate, too
+    bool late = false;       ///< there was no time to get all of them
     server::Status status{};
 };
 
@@ -133,28 +135,49 @@ void cut_page(std::vector<Object>& objects, std::size_t number) {
                                   std::make_move_iterator(objects.begin() + static_cast<std::ptrdiff_t>(end)));
 }
 
-/// Each object in full, but for those that cannot be got any more. False: there was no time for all.
-bool complete(const Namespace& space, std::vector<Object>& objects, std::chrono::milliseconds time) {
+/// Gets each object in full, but for those that cannot be got, or not in time.
+void complete(const Namespace& space, Shown& shown, std::chrono::milliseconds time) {
     const auto until = std::chrono::steady_clock::now() + time;
-    for (Object& object : objects) {
-        if (std::chrono::steady_clock::now() >= until)
-            return false;
+    for (Object& object : shown.objects) {
+        shown.late = std::chrono::steady_clock::now() >= until;
+        if (shown.late)
+            return;
         server::Status ignored;
         if (auto whole = get(space, path_of(space, object), ignored)) {
             whole->keys = std::move(object.keys); // by which it was got
             object = std::move(*whole);
+        } else {
+            ++shown.not_got;
         }
     }
-    return true;
 }
 
-Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, const Wish& wish,
-               const SiteSettings& settings) {
+/// Whether enumerating a class takes long, as far as is known: a provider cannot be stopped once it is asked.
+bool is_slow(const Visit& visit, const Namespace& space, const ClassDeclaration& declaration) {
+    const auto below = server::served_below(space, &declaration, &server::ServedClass::instances);
+    return visit.memory.is_slow(space, declaration) ||
+           std::any_of(below.begin(), below.end(), [&](const server::ServedClass* each) {
+               return visit.views.of(*each->declaration, space.schema).slow ||
+                      visit.memory.is_slow(space, *each->declaration);
+           });
+}
+
+Objects enumerate_timed(const Visit& visit, const Namespace& space, const ClassDeclaration& declaration) {
+    const auto began = std::chrono::steady_clock::now();
+    Objects all = enumerate(space, declaration, false);
+    if (std::chrono::steady_clock::now() - began > visit.settings.enumerating)
+        visit.memory.note_slow(space, declaration);
+    return all;
+}
+
+Shown shown_of(const Visit& visit, const Namespace& space, const ClassDeclaration& declaration, const Wish& wish) {
     Objects all = enumerate(space, declaration, true);
     Shown shown;
-    shown.keys_only = all.objects.size() > most_to_enumerate;
-    if (!shown.keys_only)
-        all = enumerate(space, declaration, false);
+    const bool many = all.objects.size() > most_to_enumerate;
+    shown.slow = many && is_slow(visit, space, declaration);
+    shown.names_only = shown.slow || (many && wish.sort.empty() && wish.filter.empty());
+    if (!shown.names_only)
+        all = enumerate_timed(visit, space, declaration);
     shown.total = all.objects.size();
     shown.status = std::move(all.status);
     if (!wish.filter.empty())
@@ -165,9 +188,9 @@ Shown shown_of(const Namespace& space, const ClassDeclaration& declaration, cons
     if (!wish.sort.empty())
         sort(all.objects, wish);
     cut_page(all.objects, wish.page);
-    if (shown.keys_only)
-        shown.late = !complete(space, all.objects, within_request(settings, settings.walking));
     shown.objects = std::move(all.objects);
+    if (shown.names_only)
+        complete(space, shown, within_request(visit.settings, visit.settings.walking));
     return shown;
 }
 
@@ -180,7 +203,7 @@ struct Column {
     std::string same{}; ///< the value, if it is the same in all
 };
 
-/// Keys first, then other properties in the order of the first object that has them.
+/// Keys first, declared or not, then other properties in the order of the first object that has them.
 std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& declaration) {
     std::vector<Column> columns;
     NameMap<bool> known;
@@ -191,19 +214,19 @@ std::vector<Column> all_columns(const Shown& shown, const ClassDeclaration& decl
     for (const mof::PropertyDeclaration& declared : declaration.properties)
         if (declared.key)
             add(declared.name);
-    for (const Object& object : shown.objects)
-        for (const Property& property : object.properties)
-            add(property.name);
+    for (const auto part : {&Object::keys, &Object::properties})
+        for (const Object& object : shown.objects)
+            for (const Property& property : object.*part)
+                add(property.name);
     for (Column& column : columns) {
         std::set<std::string> values;
         for (const Object& object : shown.objects) {
             const Property* property = value_of(object, column.name);
             values.insert(property == nullptr ? std::string() : value_text(column.declared, *property));
         }
-        column.sorts =
-            !shown.keys_only || std::any_of(shown.objects.begin(), shown.objects.end(),
-                                            [&](const Object& each) { return each.key(column.name) != nullptr; });
-        column.differs = values.size() > 1;
+        column.sorts = !shown.slow || std::any_of(shown.objects.begin(), shown.objects.end(),
+                                                  [&](const Object& each) { return each.key(column.name) != nullptr; });
+        column.differs = values.size() > 1 || shown.objects.size() == 1; // of one, everything is worth a look
         column.same = values.empty() ? std::string() : *values.begin();
     }
     return columns;
@@ -227,8 +250,8 @@ std::vector<Column> chosen_columns(const std::vector<Column>& all, const views::
     for (const Column& column : all)
         if (column.differs && chosen.size() < most_columns)
             add(column);
-    if (chosen.empty() && !all.empty())
-        chosen.push_back(all.front());
+    if (chosen.empty()) // each row has a link
+        chosen.push_back(all.empty() ? Column{"Object", nullptr, false} : all.front());
     return chosen;
 }
 
@@ -295,8 +318,9 @@ std::string pager(const Shown& shown, const Wish& wish, const std::string& base)
         html +=
             " that " + std::string(shown.found == 1 ? "contains" : "contain") + " the text, of " + grouped(shown.total);
     html += ".";
-    if (shown.keys_only)
-        html += " There are so many that they are sorted and searched by their keys alone.";
+    if (shown.slow)
+        html += " There are so many, and the class takes so long to enumerate, that they are sorted and searched by "
+                "their keys alone.";
     html += "</p>\n";
     const auto step = [&](std::size_t page, const char* text) {
         Wish other = wish;
@@ -332,6 +356,9 @@ std::string notes_of(const Shown& shown, const views::ClassView& view) {
         html += "<p class=\"fault\">The provider answered with error " +
                 std::to_string(static_cast<unsigned>(shown.status.code)) + ": " + escaped(shown.status.description) +
                 "</p>\n";
+    if (shown.not_got > 0)
+        html += "<p>" + counted(shown.not_got, "object") +
+                " of this page cannot be got by the names that the provider gives, which are all that is shown.</p>\n";
     if (shown.late)
         html += "<p>Some are shown by their keys alone, since getting them takes long.</p>\n";
     return html;
@@ -348,7 +375,7 @@ Page class_page(const Visit& visit) {
     if (declaration == nullptr)
         return error_page(404, "No such class", "There is no class " + visit.rest + ".");
     const Wish wish = wish_of(visit.target);
-    const Shown shown = shown_of(*space, *declaration, wish, visit.settings);
+    const Shown shown = shown_of(visit, *space, *declaration, wish);
     const std::string base = class_link(*space, visit.main, declaration->name);
     const views::ClassView view = visit.views.of(*declaration, space->schema);
     const auto all = all_columns(shown, *declaration);

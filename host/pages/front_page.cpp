@@ -58,10 +58,8 @@ std::string provider_table(const server::Catalogue& catalogue) {
     return scrolled("Providers", html + "</tbody>\n</table>\n");
 }
 
-/// How many objects a class has; what takes too long is not counted.
-std::string count_text(const Namespace& space, const mof::ClassDeclaration& declaration, Clock::time_point until) {
-    if (Clock::now() >= until)
-        return "not counted";
+/// How many objects a class has.
+std::string count_text(const Namespace& space, const mof::ClassDeclaration& declaration) {
     const Objects found = enumerate(space, declaration, true);
     if (found.objects.empty() && found.status.code != server::CimCode::ok)
         return "error " + std::to_string(static_cast<unsigned>(found.status.code));
@@ -81,16 +79,40 @@ std::map<std::string, std::vector<const mof::ClassDeclaration*>> families_of(con
     return families;
 }
 
-std::string class_table(const Visit& visit, const Namespace& space, bool association, Clock::time_point until) {
+/// Counts the objects of the classes for a time, those first whose count is missing or the oldest.
+void count_objects(const Visit& visit, std::chrono::milliseconds time) {
+    struct Due {
+        Clock::time_point counted;
+        const Namespace* space;
+        const mof::ClassDeclaration* declaration;
+    };
+    std::vector<Due> all;
+    for (const bool association : {false, true})
+        for (const Namespace* space : visit.catalogue.namespaces())
+            for (const auto& [superclass, family] : families_of(*space, association))
+                for (const mof::ClassDeclaration* declaration : family) {
+                    const auto last = visit.memory.count(*space, *declaration);
+                    all.push_back({last ? last->when : Clock::time_point(), space, declaration});
+                }
+    std::stable_sort(all.begin(), all.end(), [](const Due& a, const Due& b) { return a.counted < b.counted; });
+    const auto until = Clock::now() + time;
+    for (const Due& each : all)
+        if (!visit.catalogue.is_interop(*each.space) && Clock::now() < until)
+            visit.memory.note_count(*each.space, *each.declaration, count_text(*each.space, *each.declaration));
+}
+
+std::string class_table(const Visit& visit, const Namespace& space, bool association) {
     std::string rows;
     for (const auto& [superclass, family] : families_of(space, association)) {
         rows += "<tbody>\n<tr><th colspan=\"3\" scope=\"rowgroup\">" +
                 (superclass.empty() ? "Without a superclass" : escaped(superclass)) + "</th></tr>\n";
-        for (const mof::ClassDeclaration* declaration : family)
+        for (const mof::ClassDeclaration* declaration : family) {
+            const auto count = visit.memory.count(space, *declaration);
             rows += "<tr><th scope=\"row\">" +
                     link(class_link(space, visit.main, declaration->name), declaration->name) +
-                    "</th><td class=\"number\">" + count_text(space, *declaration, until) + "</td><td>" +
+                    "</th><td class=\"number\">" + (count ? count->text : "not counted") + "</td><td>" +
                     escaped(qualifier_text(declaration->qualifiers, "Description")) + "</td></tr>\n";
+        }
         rows += "</tbody>\n";
     }
     if (rows.empty())
@@ -106,12 +128,12 @@ std::string class_table(const Visit& visit, const Namespace& space, bool associa
 } // namespace
 
 Page front_page(const Visit& visit) {
-    const auto until = Clock::now() + within_request(visit.settings, visit.settings.counting);
+    count_objects(visit, within_request(visit.settings, visit.settings.counting));
     std::string body;
     for (const bool association : {false, true})
         for (const Namespace* space : visit.catalogue.namespaces())
             if (!visit.catalogue.is_interop(*space))
-                body += class_table(visit, *space, association, until);
+                body += class_table(visit, *space, association);
     body += server_table(visit.question.page->figures) + provider_table(visit.catalogue);
     return {200, "text/html; charset=utf-8", page("Classes", "", body)};
 }

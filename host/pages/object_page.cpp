@@ -6,11 +6,14 @@
 #include "host/pages/html.h"
 #include "host/pages/json.h"
 #include "host/pages/objects.h"
+#include "host/pages/other_side.h"
+#include "host/pages/roles.h"
 #include "host/pages/site_parts.h"
 #include "host/pages/svg.h"
 #include "host/pages/timed_ask.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 
 namespace cmpihost::pages {
@@ -29,6 +32,7 @@ struct Subject {
     const Object& path;
     const Object& instance;
     views::ClassView view;
+    std::optional<server::ProviderPlace> provider; ///< that answered; nothing: the server did
 };
 
 /// Reads a path, whose keys get the types that their class declares. @throws PathError
@@ -85,45 +89,6 @@ std::string property_table(const Subject& subject) {
     return scrolled("Properties", html + "</tbody>\n</table>\n");
 }
 
-/// A neighbour, and the names of the two ends of the tie to it.
-struct Neighbour {
-    const Object* object;
-    std::string own_role;
-    std::string role;
-};
-
-/// Finds the references that tie an object to others.
-class Roles {
-  public:
-    Roles(TimedAsk& ask, const Namespace& space, const Object& path, const std::string& association) {
-        Request request;
-        request.operation = Request::Operation::reference_names;
-        request.path = path;
-        request.path.name_space = space.name;
-        request.assoc_class = association;
-        references_ = ask(request).objects;
-    }
-
-    /// The roles of the object and of a neighbour; empty if no reference names both.
-    Neighbour of(const Object& other) const {
-        Neighbour neighbour{&other, {}, {}};
-        const std::string wanted = identity(other);
-        for (const Object& reference : references_) {
-            std::string role;
-            std::string own_role;
-            for (const Property& key : reference.keys)
-                if (const auto* end = std::get_if<Value::Reference>(&key.value.data))
-                    (identity(**end) == wanted ? role : own_role) = key.name;
-            if (!role.empty())
-                return {&other, own_role, role};
-        }
-        return neighbour;
-    }
-
-  private:
-    std::vector<Object> references_;
-};
-
 std::string neighbour_list(const Subject& subject, const Graph& graph, TimedAsk& ask) {
     std::map<std::string, std::vector<const Object*>> by_association;
     for (const GraphEdge& edge : graph.edges)
@@ -134,13 +99,13 @@ std::string neighbour_list(const Subject& subject, const Graph& graph, TimedAsk&
         html +=
             "<h3>" + link(class_link(subject.space, subject.visit.main, association), association) + "</h3>\n<ul>\n";
         for (const Object* object : objects) {
-            const Neighbour neighbour = roles.of(*object);
+            const EndNames names = roles.of(*object);
             html += "<li>" + link(object_link(subject.space, subject.visit.main, *object),
                                   path_text(path_of(subject.space, *object)));
-            if (!neighbour.role.empty())
-                html += " <span class=\"unit\">" + escaped(neighbour.own_role) + " \xE2\x86\x92 " +
-                        escaped(neighbour.role) + "</span>";
-            html += "</li>\n";
+            html +=
+                " <span class=\"unit\">" +
+                (names.other.empty() ? "role not told" : escaped(names.own) + " \xE2\x86\x92 " + escaped(names.other)) +
+                "</span></li>\n";
         }
         html += "</ul>\n";
     }
@@ -160,6 +125,24 @@ std::string missing_neighbours(const GraphWalk::Notes& notes, bool late) {
     return text.empty() ? text : "<p>" + escaped(text) + "</p>\n";
 }
 
+/// Where nobody names a neighbour: what other ends tell.
+std::string other_side_list(const Subject& subject, TimedAsk& ask) {
+    constexpr std::size_t most = 200;
+    std::string items;
+    const auto tied = tied_by_names(ask, subject.space, subject.path, most);
+    for (const TiedObject& each : tied)
+        items += "<li>" +
+                 link(object_link(subject.space, subject.visit.main, each.object),
+                      path_text(path_of(subject.space, each.object))) +
+                 " <span class=\"unit\">" + escaped(each.association) + ": " + escaped(each.names.own) +
+                 " \xE2\x86\x92 " + escaped(each.names.other) + "</span></li>\n";
+    if (items.empty())
+        return {};
+    return std::string("<h3>Found from the other side</h3>\n<p>These stand beside it in the names of associations' ") +
+           "instances." + (tied.size() >= most ? " There are more than these." : "") + "</p>\n<ul>\n" + items +
+           "</ul>\n";
+}
+
 std::string neighbours(const Subject& subject) {
     constexpr std::size_t most = 500;
     TimedAsk timed(subject.space, subject.visit.settings);
@@ -168,11 +151,11 @@ std::string neighbours(const Subject& subject) {
     walk.start_with(subject.path);
     walk.run_once();
     const std::string list = neighbour_list(subject, walk.graph(), timed);
+    const bool unnamed = walk.graph().edges.empty() && walk.notes().errors == 0 && !timed.is_late();
+    const std::string others = unnamed ? other_side_list(subject, timed) : std::string();
     const std::string head = "<h2>Neighbours</h2>\n" + missing_neighbours(walk.notes(), timed.is_late());
     if (walk.graph().edges.empty())
-        return head + (walk.notes().errors > 0 || timed.is_late()
-                           ? ""
-                           : "<p>No association leads from here to another object.</p>\n");
+        return head + (unnamed ? "<p>The providers name no neighbour when asked from here.</p>\n" + others : "");
     const std::string drawing =
         svg_of(walk.graph(), star_of(walk.graph()), subject.space.schema, "The object and its neighbours",
                [&subject](const Object& object) { return object_link(subject.space, subject.visit.main, object); });
@@ -205,17 +188,40 @@ std::string xml_request(const Subject& subject) {
            "</IPARAMVALUE>\n</IMETHODCALL></SIMPLEREQ></MESSAGE></CIM>\n";
 }
 
-std::string copies(const Subject& subject) {
+/// A file as it is named from any folder; a library that is not in this one is looked for where the system looks.
+std::string file_word(const std::string& file) {
+    std::error_code error;
+    const bool here = std::filesystem::exists(file, error);
+    return shell_quoted(here ? std::filesystem::absolute(file).lexically_normal().string() : file);
+}
+
+/// The command that asks the same of the same provider.
+std::string command(const Subject& subject) {
+    const CommandWords& words = subject.visit.settings.command;
+    const server::ProviderPlace& provider = *subject.provider;
     Object named = subject.path;
     named.name_space = subject.space.name;
+    std::string text = "cmpihost gi " + shell_quoted(path_text(named));
+    if (!words.default_provider) {
+        text += " --provider " + file_word(provider.file.library);
+        if (provider.file.name != words.default_name)
+            text += " --name " + shell_quoted(provider.file.name);
+    }
+    for (const std::string& file : words.schema)
+        text += " --schema " + file_word(file);
+    if (!words.scenario.empty() && provider.simulated)
+        text += " --scenario " + file_word(words.scenario);
+    return text;
+}
+
+std::string copies(const Subject& subject) {
     const std::string url = object_link(subject.space, subject.visit.main, subject.path) + "?format=json";
     const auto part = [](const std::string& title, const std::string& text) {
         return "<h3>" + title + "</h3>\n<pre tabindex=\"0\" role=\"region\" aria-label=\"" + title + "\">" +
                escaped(text) + "</pre>\n";
     };
-    return "<h2>The same elsewhere</h2>\n" +
-           part("On the command line", "cmpihost gi " + shell_quoted(path_text(named))) + "<h3>" +
-           link(url, "In JSON") + "</h3>\n" + part("In CIM-XML", xml_request(subject));
+    return "<h2>The same elsewhere</h2>\n" + (subject.provider ? part("On the command line", command(subject)) : "") +
+           "<h3>" + link(url, "In JSON") + "</h3>\n" + part("In CIM-XML", xml_request(subject));
 }
 
 std::string title_of(const Object& path) {
@@ -244,14 +250,16 @@ Page object_page(const Visit& visit) {
         if (declaration == nullptr)
             return error_page(404, "No such object", "There is no class " + path.class_name + ".");
         server::Status status;
-        const auto instance = get(*space, path, status);
+        const server::Ask* who = nullptr;
+        const auto instance = get(*space, path, status, &who);
         if (!instance)
             return error_page(status.code == server::CimCode::not_found ? 404 : 502, "No such object",
                               path_text(path) + ": error " + std::to_string(static_cast<unsigned>(status.code)) + ", " +
                                   status.description);
         if (visit.target.value("format") == "json")
             return {200, "application/json", json_of(path, *instance, *declaration)};
-        return page_of({visit, *space, *declaration, path, *instance, visit.views.of(*declaration, space->schema)});
+        return page_of({visit, *space, *declaration, path, *instance, visit.views.of(*declaration, space->schema),
+                        visit.catalogue.provider_of(*who)});
     } catch (const PathError& error) {
         return error_page(400, "No such object", error.what());
     }

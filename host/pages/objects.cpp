@@ -80,7 +80,7 @@ Objects enumerate(const Namespace& space, const mof::ClassDeclaration& declarati
     return all;
 }
 
-std::optional<Object> get(const Namespace& space, const Object& path, server::Status& status) {
+std::optional<Object> get(const Namespace& space, const Object& path, server::Status& status, const server::Ask** who) {
     const server::Status none{server::CimCode::not_found, "there is no such instance"};
     if (space.schema.find(path.class_name) == nullptr) { // a provider may name what no schema declares
         status = none;
@@ -92,8 +92,11 @@ std::optional<Object> get(const Namespace& space, const Object& path, server::St
     for (const ServedClass* each : inquiry.classes) {
         request.path.class_name = each->declaration->name;
         Answer answer = answer_of(*each->ask, request);
-        if (answer.rc == 0 && !answer.objects.empty())
+        if (answer.rc == 0 && !answer.objects.empty()) {
+            if (who != nullptr)
+                *who = each->ask;
             return std::move(answer.objects.front());
+        }
         if (each->declaration == inquiry.named)
             verdict.add(answer.rc == 0 ? none : server::status_of(answer));
     }

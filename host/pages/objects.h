@@ -17,7 +17,9 @@ struct Objects {
 Objects enumerate(const server::Namespace& space, const mof::ClassDeclaration& declaration, bool names);
 
 /// The instance of this path; nothing if nobody answers with one, and why stands in `status`.
-std::optional<Object> get(const server::Namespace& space, const Object& path, server::Status& status);
+/// @param who unless null: gets who answered
+std::optional<Object> get(const server::Namespace& space, const Object& path, server::Status& status,
+                          const server::Ask** who = nullptr);
 
 /// Asks exactly those who serve the class that a request names: the class of its path, or of the association. What
 /// nobody serves is not supported; an association that is not declared is asked of all who serve any.

@@ -68,6 +68,7 @@ class Site::State {
     const views::Views views_;
     const std::vector<metrics::ClassPlan> plans_;
     metrics::Scraper scraper_;
+    Memory memory_;
 };
 
 server::Outcome Site::State::answer_metrics(const server::PageRequest& request, server::ReplySink& sink) {
@@ -93,8 +94,8 @@ server::Outcome Site::State::answer(const server::Question& question, server::Re
     const Route* route = find_route(rest);
     if (route == nullptr)
         return {404};
-    const Page page =
-        route->page({catalogue_, views_, settings_, *catalogue_.namespaces().front(), *target, rest, question});
+    const Page page = route->page(
+        {catalogue_, views_, settings_, *catalogue_.namespaces().front(), *target, rest, question, memory_});
     sink.append(page.body);
     server::Outcome outcome;
     outcome.http_status = page.status;

@@ -1,6 +1,7 @@
 // What all pages are made from.
 #pragma once
 
+#include "host/pages/memory.h"
 #include "host/pages/site_settings.h"
 #include "host/pages/target.h"
 #include "host/server/catalogue.h"
@@ -25,6 +26,7 @@ struct Visit {
     const Target& target;
     const std::string& rest; ///< of the path, behind the page's own part
     const server::Question& question;
+    Memory& memory;
 };
 
 /// The namespace of a name; null if there is none. Empty: the main one.

@@ -149,6 +149,13 @@ class Providers {
         return all;
     }
 
+    std::optional<ProviderPlace> place_of(const Ask& ask) const {
+        for (const Loaded& each : loaded_)
+            if (&each.ask == &ask)
+                return ProviderPlace{{each.file, each.prefix}, each.library->platform() != nullptr};
+        return std::nullopt;
+    }
+
     /// @throws LoadError there is a scenario, and no library took it
     void check_scenario() {
         if (!scenario_.empty() && !scenario_taken_ && !loaded_.empty())
@@ -303,6 +310,10 @@ std::vector<const Namespace*> Catalogue::namespaces() const {
 
 bool Catalogue::is_interop(const Namespace& space) const {
     return content_->interop_schema && &space.schema == &*content_->interop_schema;
+}
+
+std::optional<ProviderPlace> Catalogue::provider_of(const Ask& ask) const {
+    return content_->providers.place_of(ask);
 }
 
 std::vector<ProviderFigures> Catalogue::providers() const {

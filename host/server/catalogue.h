@@ -21,6 +21,12 @@ struct ProviderFigures {
     std::chrono::microseconds time{};
 };
 
+/// Who answers.
+struct ProviderPlace {
+    ProviderFile file;      ///< as it was loaded
+    bool simulated = false; ///< over a platform that takes scenarios
+};
+
 /// A class that somebody serves.
 struct ServedClass {
     ServedClass(const mof::Schema& schema, const mof::ClassDeclaration& served, const Ask& whom);
@@ -60,6 +66,9 @@ class Catalogue {
 
     /// Whether it is one of the server's own namespaces, which no provider serves.
     bool is_interop(const Namespace& space) const;
+
+    /// The provider that is asked so; nothing for the server's own classes.
+    std::optional<ProviderPlace> provider_of(const Ask& ask) const;
 
     /// Each provider, with what it was asked until now.
     std::vector<ProviderFigures> providers() const;

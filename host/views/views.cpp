@@ -95,12 +95,14 @@ class Reader {
                 view.curves = properties(value, declaration);
             else if (key == "metrics" && value.is_boolean())
                 view.metrics = value.as_boolean()->get();
+            else if (key == "slow" && value.is_boolean())
+                view.slow = value.as_boolean()->get();
             else if (key == "note")
                 view.note = text(value);
             else if (key == "states")
                 read_states(view, value, declaration);
             else
-                fail(value, "expected columns, curves, metrics, note or states, not " + std::string(key.str()));
+                fail(value, "expected columns, curves, metrics, slow, note or states, not " + std::string(key.str()));
         }
         return view;
     }
@@ -115,6 +117,7 @@ void inherit(ClassView& view, const ClassView& super) {
         view.columns = super.columns;
     if (view.curves.empty())
         view.curves = super.curves;
+    view.slow = view.slow || super.slow;
     if (view.note.empty())
         view.note = super.note;
     view.states.insert(super.states.begin(), super.states.end()); // not those of a property that has its own

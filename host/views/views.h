@@ -17,6 +17,7 @@ struct ClassView {
     bool metrics = false;               ///< measured unless the command line names other classes
     std::string note{};                 ///< what who reads its metrics has to know; empty: nothing
     std::map<std::string, std::map<std::string, std::string>> states{}; ///< property to value to the state's name
+    bool slow = false; ///< takes long to enumerate where there are many objects
 };
 
 struct Views {

@@ -16,8 +16,9 @@ Views read(const std::string& text) {
 }
 
 TEST(Views, SayHowAClassIsShown) {
-    const Views views = read("acronyms = ['PDU']\n[class.test_port]\ncolumns = ['rate', 'Up']\ncurves = ['Frames']\n"
-                             "metrics = true\nnote = 'Beware.'\nstates.Status = { 2 = 'ok', 6 = 'error' }\n");
+    const Views views =
+        read("acronyms = ['PDU']\n[class.test_port]\ncolumns = ['rate', 'Up']\ncurves = ['Frames']\n"
+             "metrics = true\nslow = true\nnote = 'Beware.'\nstates.Status = { 2 = 'ok', 6 = 'error' }\n");
     EXPECT_EQ(views.acronyms, std::vector<std::string>{"PDU"});
     ASSERT_EQ(views.classes.size(), 1U);
     const ClassView& view = *views.find("TEST_PORT");
@@ -25,6 +26,7 @@ TEST(Views, SayHowAClassIsShown) {
     EXPECT_EQ(view.columns, (std::vector<std::string>{"Rate", "Up"}));
     EXPECT_EQ(view.curves, std::vector<std::string>{"Frames"});
     EXPECT_TRUE(view.metrics);
+    EXPECT_TRUE(view.slow);
     EXPECT_EQ(view.note, "Beware.");
     EXPECT_EQ(view.states.at("Status").at("6"), "error");
     EXPECT_EQ(views.find("Test_Plain"), nullptr);
@@ -38,14 +40,16 @@ TEST(Views, ClassesThatAreNotDeclaredAreLeftOut) {
 
 TEST(Views, HoldForSubclassesWithoutTheirOwn) {
     const mof::Schema schema = metrics::schema_of(metrics::measured_classes);
-    const Views views = read("[class.Test_Port]\ncolumns = ['Rate']\ncurves = ['Frames']\nmetrics = true\n"
-                             "note = 'Beware.'\nstates.Status = { 2 = 'ok' }\nstates.Balance = { 0 = 'even' }\n"
-                             "[class.Test_SubPort]\ncolumns = ['Up']\nstates.Status = { 3 = 'bad' }\n");
+    const Views views =
+        read("[class.Test_Port]\ncolumns = ['Rate']\ncurves = ['Frames']\nmetrics = true\n"
+             "slow = true\nnote = 'Beware.'\nstates.Status = { 2 = 'ok' }\nstates.Balance = { 0 = 'even' }\n"
+             "[class.Test_SubPort]\ncolumns = ['Up']\nstates.Status = { 3 = 'bad' }\n");
     const ClassView sub = views.of(*schema.find("Test_SubPort"), schema);
     EXPECT_EQ(sub.name, "Test_SubPort");
     EXPECT_EQ(sub.columns, std::vector<std::string>{"Up"});
     EXPECT_EQ(sub.curves, std::vector<std::string>{"Frames"});
     EXPECT_EQ(sub.note, "Beware.");
+    EXPECT_TRUE(sub.slow);
     EXPECT_EQ(sub.states.at("Status"), (std::map<std::string, std::string>{{"3", "bad"}}));
     EXPECT_EQ(sub.states.at("Balance"), (std::map<std::string, std::string>{{"0", "even"}}));
     EXPECT_FALSE(sub.metrics);
@@ -59,7 +63,8 @@ TEST(Views, MistakesAreToldWithTheirLine) {
         {"acronyms = 'a'", ":1: expected a list of texts"},
         {"acronyms = [1]", ":1: expected a text"},
         {"[class.Test_Port]\ncolumns = ['None']", ":2: Test_Port has no property None"},
-        {"[class.Test_Port]\nmetrics = 'yes'", ":2: expected columns, curves, metrics, note or states, not metrics"},
+        {"[class.Test_Port]\nmetrics = 'yes'",
+         ":2: expected columns, curves, metrics, slow, note or states, not metrics"},
         {"[class.Test_Port]\nstates = 1", ":2: expected a table of properties"},
         {"[class.Test_Port]\nstates.Status = 1", ":2: expected a table of values and their names"},
         {"[class.Test_Port]\nstates.Status = { 2 = 'ok', 3 = 'ok' }", ":2: a state's name is there twice: ok"},

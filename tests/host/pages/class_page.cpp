@@ -37,6 +37,17 @@ TEST_F(ClassPages, ColumnsOfTheViewComeFirstThenWhatDiffers) {
               "SelectiveACK WAN_TOV ");
 }
 
+TEST_F(ClassPages, OfOneObjectTheFirstPropertiesAreShown) {
+    use_tunnels(1);
+    EXPECT_EQ(
+        heads(get("/class/ZANTO_FCIPProtocolEndPoint")),
+        "TunnelID LocalIPAddress RemoteIPAddress CommittedRate Compression Name SystemCreationClassName SystemName "
+        "CreationClassName NameFormat ");
+    EXPECT_EQ(heads(get("/class/ZANTO_TCPSettings")),
+              "InstanceID SystemCreationClassName SystemName Description Caption ElementName RetransmissionTimeoutMax "
+              "RetransmissionTimeoutMin RetransmissionTimeoutAlgorithm ");
+}
+
 TEST_F(ClassPages, UnitsStandInTheHeads) {
     EXPECT_TRUE(get("/class/ZANTO_FCIPProtocolEndPoint")
                     .has("CommittedRate</a> <span class=\"unit\">bit / second * 10^3</span></th>"));
@@ -93,14 +104,47 @@ TEST_F(ClassPages, OfManyObjectsOnlyThoseThatAreShownAreGot) {
     EXPECT_TRUE(page.has("200 of 1,200 objects"));
 }
 
+TEST_F(ClassPages, ObjectsThatCannotBeGotHaveTheirKeys) {
+    use_tunnels(1200);
+    const Got page = get("/class/ZANTO_FCIPPEBasedOn"); // the class declares none of the keys in its names
+    EXPECT_EQ(heads(page), "Antecedent Dependent ") << page.body;
+    EXPECT_EQ(page.count("<tr><th scope=\"row\"><a href=\"/object/ZANTO_FCIPPEBasedOn.Antecedent="), 200U);
+    EXPECT_TRUE(page.has("<p>200 objects of this page cannot be got"));
+    EXPECT_FALSE(get("/class/ZANTO_FCIPProtocolEndPoint").has("cannot be got"));
+}
+
 TEST_F(ClassPages, HeadsOfManyObjectsAreLinksForKeysAlone) {
     use_tunnels(1200);
-    const Got page = get("/class/ZANTO_FCIPProtocolEndPoint?sort=CommittedRate&columns=all");
-    EXPECT_TRUE(page.has("<th scope=\"col\"><a href=\"/class/ZANTO_FCIPProtocolEndPoint?sort=Name&amp;columns=all\">"));
-    EXPECT_TRUE(page.has("<th scope=\"col\">CommittedRate <span")) << "neither a link nor sorted by";
+    const Got page = get("/class/ZANTO_TCPSettings?sort=ElementName&columns=all"); // which takes long to enumerate
+    EXPECT_TRUE(page.has("<th scope=\"col\"><a href=\"/class/ZANTO_TCPSettings?sort=InstanceID&amp;columns=all\">"));
+    EXPECT_TRUE(page.has("<th scope=\"col\">ElementName</th>")) << "neither a link nor sorted by";
     use_tunnels(20);
     site.reset();
-    EXPECT_TRUE(get("/class/ZANTO_FCIPProtocolEndPoint?columns=all").has("?sort=CommittedRate&amp;columns=all\">"));
+    EXPECT_TRUE(get("/class/ZANTO_TCPSettings?columns=all").has("?sort=ElementName&amp;columns=all\">"));
+}
+
+TEST_F(ClassPages, ManyObjectsAreSortedAndFilteredByAllValues) {
+    use_tunnels(1200);
+    const Got first = get("/class/ZANTO_FCIPProtocolEndPoint");
+    EXPECT_FALSE(first.has("keys alone"));
+    const std::string url = first.link("/class/ZANTO_FCIPProtocolEndPoint?sort=TunnelID");
+    EXPECT_EQ(url, "/class/ZANTO_FCIPProtocolEndPoint?sort=TunnelID") << "no key";
+    const Got down = get(url + "&order=down");
+    EXPECT_TRUE(rows(down).starts_with("1200 1199 1198 ")) << rows(down);
+    EXPECT_TRUE(down.has("1 to 200 of 1,200 objects.</p>"));
+    const Got filtered = get("/class/ZANTO_FCIPProtocolEndPoint?filter=20:00:00"); // of no key
+    EXPECT_TRUE(filtered.has("1 to 200 of 1,200 objects.</p>")) << filtered.body;
+}
+
+TEST_F(ClassPages, ClassThatTookLongIsSortedByItsKeys) {
+    use_tunnels(1200);
+    site_settings.enumerating = {};
+    const std::string url = "/class/ZANTO_FCIPProtocolEndPoint?sort=TunnelID&order=down";
+    EXPECT_TRUE(rows(get(url)).starts_with("1200 1199 1198 "));
+    const Got later = get(url);
+    EXPECT_TRUE(later.has("sorted and searched by their keys alone")) << later.body;
+    EXPECT_TRUE(later.has("<th scope=\"col\">TunnelID</th>"));
+    EXPECT_EQ(later.count("<tr><th scope=\"row\">"), 200U);
 }
 
 TEST_F(ClassPages, FilterMatchesMappedTextsAsShown) {

@@ -38,6 +38,37 @@ TEST_F(ObjectPages, NeighboursAreGroupedWithTheirRoles) {
     EXPECT_EQ(page.count("<rect "), page.count("class=\"tie\"") + 1) << "the object, and a tie to each neighbour";
 }
 
+TEST_F(ObjectPages, EveryNeighbourHasARoleOrNoneIsTold) {
+    std::size_t directed = 0;
+    std::size_t not_told = 0;
+    for (const std::string& class_url : links(get("/"), "/class/"))
+        for (const std::string& url : links(get(class_url), "/object/")) {
+            const Got page = get(url);
+            directed += page.count(" \xE2\x86\x92 ");
+            not_told += page.count("<span class=\"unit\">role not told</span>");
+            EXPECT_EQ(page.count("<li>"), page.count(" \xE2\x86\x92 ") + page.count("role not told")) << url;
+        }
+    EXPECT_EQ(directed, 212U);
+    EXPECT_EQ(not_told, 41U) << "no reference names them, and both ends are declared alike";
+}
+
+TEST_F(ObjectPages, WithoutNeighboursNobodyNamedAny) {
+    const Got page = get(first("ZANTO_FCIPTCPEndpoint"));
+    EXPECT_TRUE(page.has("<p>The providers name no neighbour when asked from here.</p>")) << page.body;
+    EXPECT_FALSE(get(first("ZANTO_FCIPProtocolEndPoint")).has("name no neighbour"));
+}
+
+TEST_F(ObjectPages, NeighboursAreFoundFromTheOtherSide) {
+    settings.providers.push_back({SWITCHSIM_PROVIDER, "switchsimProvider"});
+    const Got page = get("/object/ZANTO_LogicalComputerSystem.CreationClassName=%22ZANTO_LogicalComputerSystem%22,"
+                         "Name=%22200A00005E112233%22");
+    EXPECT_TRUE(page.has("The providers name no neighbour when asked from here.")) << page.body;
+    EXPECT_TRUE(page.has("<span class=\"unit\">ZANTO_SwitchHostedFCIPAccessPoint: Antecedent \xE2\x86\x92 Dependent"));
+    const std::string neighbour = page.link("/object/ZANTO_FCIPProtocolEndPoint.SystemName=%22200A00005E112233");
+    EXPECT_EQ(get(neighbour).status, 200U) << neighbour;
+    EXPECT_FALSE(get(neighbour).has("Found from the other side")) << "which names its own";
+}
+
 TEST_F(ObjectPages, EveryObjectOfEveryClassOpens) {
     Opened opened;
     for (const std::string& class_url : links(get("/"), "/class/"))

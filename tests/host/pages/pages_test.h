@@ -54,6 +54,7 @@ class PagesTest : public testing::Test {
         settings.scenario = FCIP_SOURCE_DIR "/scenarios/two-site.toml";
         site_settings.counting = site_settings.walking = std::chrono::hours(1); // however slow the machine is
         site_settings.timeout = std::chrono::hours(2);
+        site_settings.enumerating = std::chrono::hours(1);
         site_settings.views = FCIP_SOURCE_DIR "/schema/views.toml";
     }
 
