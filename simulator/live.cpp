@@ -111,10 +111,12 @@ void happen(const Event& event) {
     replace_switch(std::move(changed.contents));
     if (!event.lasts)
         return;
-    for (Event& undo : changed.undo) {
+    for (Event& undo : changed.undo)
         undo.at = event.at + *event.lasts;
-        contents.events.push_back(std::move(undo));
-    }
+    // Before all others: what ends at a time has ended when something begins at that time, and the last begun ends
+    // first.
+    contents.events.insert(contents.events.begin(), std::make_move_iterator(changed.undo.begin()),
+                           std::make_move_iterator(changed.undo.end()));
 }
 
 } // namespace

@@ -96,7 +96,7 @@ struct Event {
     std::uint64_t at = 0; ///< milliseconds
     std::string command;
     std::optional<std::uint64_t> lasts; ///< milliseconds, after which it is undone
-    std::string rows;                   ///< of the command "add": the rows, as a scenario has them
+    std::string rows; ///< of "add": the rows, as a scenario has them; of "set": "KEY VALUE" in a line each
 };
 
 /// The switch: its tables, keyed as the platform keys them. Edit freely; the next platform call sees the change.

@@ -29,6 +29,31 @@ class LiveSwitch : public SimulatorTest {
         EXPECT_TRUE(result.good) << words[0] << ": " << result.text;
     }
 
+    /// Lets an event of a second happen; nothing is left of it, but time, and it did something.
+    static void expect_undone(const std::string& line, const std::string& rows) {
+        the_switch().now = 0;
+        const std::string before = saved();
+        the_switch().events = {{1000, line, 1000, rows}};
+        testing::internal::CaptureStderr();
+        switchsim::step(1500);
+        const std::string undo = saved();
+        EXPECT_NE(the_switch().events.size(), 0U);
+        the_switch().events.clear();
+        EXPECT_NE(saved(), before) << "the event changes nothing";
+        ASSERT_EQ(switchsim::load_text(undo, "saved"), "") << undo;
+        switchsim::step(2000);
+        EXPECT_EQ(saved(), before);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    }
+
+    /// The switch as it would be saved when its clock begins.
+    static std::string saved() {
+        const std::uint64_t now = std::exchange(the_switch().now, 0);
+        std::string text = switchsim::command({"save"}).text;
+        the_switch().now = now;
+        return text;
+    }
+
     static std::string refused(const std::vector<std::string>& words) {
         const std::string before = switchsim::command({"save"}).text;
         const auto result = switchsim::command(words);
@@ -174,6 +199,105 @@ TEST_F(LiveSwitch, LineCardIsPulledAndPutBack) {
     EXPECT_TRUE(the_switch().slots.empty());
     switchsim::step(1000);
     EXPECT_EQ(the_switch().slots, std::vector<std::uint8_t>{1});
+}
+
+TEST_F(LiveSwitch, WhatEndsGoesBeforeWhatBegins) {
+    load("[[event]]\nat = 10\nfor = 5\ndo = \"set tunnel 1 status down\"\n"
+         "[[event]]\nat = 15\nfor = 5\ndo = \"set tunnel 1 status down\"\n"
+         "[[event]]\nat = 1\nfor = 3\ndo = \"remove card 1\"\n[[event]]\nat = 4\nfor = 3\ndo = \"remove card 1\"\n");
+    testing::internal::CaptureStderr();
+    switchsim::step(6000);
+    EXPECT_TRUE(the_switch().slots.empty());
+    switchsim::step(1000);
+    EXPECT_EQ(the_switch().slots.size(), 1U);
+    switchsim::step(12999);
+    EXPECT_EQ(status(), 2U);
+    switchsim::step(1);
+    EXPECT_EQ(status(), 1U);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(LiveSwitch, EventsThatEndTogetherEndInTurn) {
+    load("[[event]]\nat = 1\nfor = 4\ndo = \"set tunnel 1 status 2\"\n"
+         "[[event]]\nat = 2\nfor = 3\ndo = \"set tunnel 1 status 3\"\n");
+    switchsim::step(4999);
+    EXPECT_EQ(status(), 3U);
+    switchsim::step(1);
+    EXPECT_EQ(status(), 1U);
+}
+
+TEST_F(LiveSwitch, EveryEventIsUndone) {
+    const std::string rows = "connection = {}\nerrors = {timestamp_expiries = 3, lost_synchronisation = 4}\n" +
+                             first_counters + "bytes_received = 5\n[[port_channel]]\nslot = 1\nport = 1\n" +
+                             "[[wwn_text]]\nwwn = \"20:00:00:00:00:00:00:01\"\ntext = \"a\"\n";
+    for (const char* command : {"set tunnel 1 index 7",
+                                "set tunnel 1 if_index 167772167",
+                                "set tunnel 1 errors {lost_synchronisation = 1}",
+                                "set tunnel 1 errors default",
+                                "set tunnel 1 errors.timestamp_expiries 9",
+                                "set tunnel 1 connection {purpose = 2}",
+                                "set tunnel 1 connection default",
+                                "set tunnel 1 ethernet_if_index default",
+                                "set tunnel 1 physical 1/2",
+                                "set tunnel 1 name a  b",
+                                "set profile 1 address_interface 1/1",
+                                "set ethernet 1/1 if_index 2197815297",
+                                "set ethernet 1/1 network_address 02:00:00:00:00:01",
+                                "set ethernet 1/1 mac_statistics {collisions = 1}",
+                                "set fibre_channel 1/9 counters default",
+                                "set fibre_channel 1/9 counters.bytes_received {rate = 1}",
+                                "set port_channel 1/1 port 2",
+                                "set vsan 1 id 9",
+                                "set vsan 1 domain false",
+                                "set switch slots [1, 2]",
+                                "set switch wwn 20:00:00:00:00:00:00:01",
+                                "set ip default_ttl 9",
+                                "remove tunnel 1",
+                                "remove ethernet 1/1",
+                                "remove vsan 1",
+                                "remove wwn_text 20:00:00:00:00:00:00:01",
+                                "set wwn_text 20:00:00:00:00:00:00:01 text b",
+                                "remove card 1",
+                                "add card 2"}) {
+        SCOPED_TRACE(command);
+        load(rows + "[[ethernet]]\nslot = 1\nport = 2\n");
+        expect_undone(command, "");
+    }
+    load(rows);
+    expect_undone("set tunnel 1", "profile 2\nprofile_missing true\nindex 3\nname \"a\\nb\"\n");
+    load(rows);
+    expect_undone("set ethernet 1/1", "slot 3\ncard_missing true\n");
+    load(rows + "[ip]\nforwarding = true\n");
+    expect_undone("remove ip", "");
+    for (const char* command : {"set profile 1 id 3", "remove profile 1"}) {
+        load(""); // a connection would be lost when it is saved without its profile
+        expect_undone(command, "");
+    }
+    load("");
+    expect_undone("add", "[[wwn_text]]\nwwn = \"20:00:00:00:00:00:00:02\"\ntext = \"a\"\n[[vsan]]\nid = 2\n"
+                         "domain = \"b\"\n" +
+                             first_counters +
+                             "[[tunnel]]\nprofile = 1\nindex = 4294967295\n"
+                             "remote_address = \"none\"\nif_index = 7\n");
+}
+
+TEST_F(LiveSwitch, RowsReturnWhateverBecameOfOthers) {
+    load("[[event]]\nat = 1\nfor = 3\ndo = \"remove ethernet 1/1\"\n[[event]]\nat = 1\nfor = 3\n"
+         "do = \"remove tunnel 1\"\n[[event]]\nat = 2\nfor = 9\ndo = \"remove card 1\"\n"
+         "[[event]]\nat = 2\nfor = 9\ndo = \"remove vsan 1\"\n"
+         "[[event]]\nat = 2\nfor = 9\ndo = \"remove profile 1\"\n");
+    switchsim::step(4000);
+    EXPECT_EQ(the_switch().ports.size(), 2U);
+    EXPECT_EQ(the_switch().links.size(), 1U);
+    EXPECT_TRUE(the_switch().slots.empty() && the_switch().vsans.empty() && the_switch().profiles.empty());
+}
+
+TEST_F(LiveSwitch, UndoingLeavesOtherKeysAlone) {
+    load("errors = {}\n[[event]]\nat = 1\nfor = 4\ndo = \"set tunnel 1 errors.timestamp_expiries 9\"\n"
+         "[[event]]\nat = 2\ndo = \"set tunnel 1 errors.lost_synchronisation 5\"\n");
+    switchsim::step(5000);
+    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 72), 0U);
+    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 8), 5U);
 }
 
 TEST_F(LiveSwitch, EventThatCannotHappenIsTold) {
