@@ -149,9 +149,9 @@ void advance_to(std::uint64_t milliseconds) {
 }
 
 void advance() {
-    Switch& contents = current();
-    if ((contents.rates.empty() && contents.events.empty()) || is_stopped())
+    if (is_stopped())
         return;
+    const Switch& contents = current();
     const std::uint64_t resolution = contents.rates.size() > 1000 ? 1000 : 10; // milliseconds
     const std::uint64_t now = wall_time();
     if (now >= contents.now + resolution)

@@ -5,7 +5,7 @@
 
 namespace switchsim {
 
-/// Brings the switch to the present, if anything moves on it. At the beginning of every platform call.
+/// Brings the switch to the present. At the beginning of every platform call.
 void advance();
 
 /// The switch as it is at this moment, for what is no platform call; null if its scenario could not be loaded. The

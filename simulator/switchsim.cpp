@@ -26,6 +26,7 @@ void load_first() {
     std::fprintf(stderr, "%s\n", error.c_str());
     bad_scenario = true;
     loaded = true;
+    restart_clock();
 }
 
 /// Puts a scenario in place, or gives its first error and how many more there are.

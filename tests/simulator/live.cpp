@@ -146,6 +146,20 @@ TEST_F(LiveSwitch, WallClockMovesCountersBetweenPlatformCalls) {
     EXPECT_GT(fibre_bytes(), before);
 }
 
+TEST_F(LiveSwitch, ClockGoesWhereNothingMoves) {
+    load("");
+    switchsim::stop_clock(false);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    expect_done({"add", first_counters + "bytes_received = {rate = 1000}\n"});
+    ASSERT_EQ(the_switch().rates.size(), 1U);
+    EXPECT_GE(the_switch().rates.begin()->second.since, 90U) << "it would count what passed before";
+    expect_done({"remove", "fibre_channel", "1/9"});
+    const std::uint64_t before = the_switch().now;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_EQ(switchsim::command({"show"}).text.find("clock 0.0"), std::string::npos);
+    EXPECT_GE(the_switch().now, before + 40);
+}
+
 TEST_F(LiveSwitch, WrongRatesAreErrors) {
     const auto error = [&](const std::string& rate) {
         return load_lines(base + first_counters + "bytes_received = " + rate + "\n");
