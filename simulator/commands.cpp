@@ -1,6 +1,7 @@
 #include "simulator/commands.h"
 
 #include "simulator/command_rows.h"
+#include "simulator/counters.h"
 #include "simulator/scenario.h"
 #include "simulator/scenario_fields.h"
 #include "simulator/scenario_reader.h"
@@ -19,6 +20,7 @@ using Words = std::vector<std::string>;
 Switch part_of(const Switch& contents, const Target& target) {
     Switch part = contents;
     part.events.clear();
+    part.rates = rates_from_now(part);
     if (target.section != "tunnel")
         part.links.clear();
     else
@@ -179,9 +181,14 @@ std::string replace_row(Switch& contents, const Target& target, const toml::tabl
         put_identity(contents, target.section, row);
         return target.section;
     }
+    const auto rates = contents.rates;
+    const auto rates_in_text = rates_from_now(contents);
     erase(contents, target);
     const Switch others = contents;
     take_or_throw(contents, read_rows(text_of_row(target.section, row), "set", std::move(contents)));
+    for (auto& [place, rate] : contents.rates) // what was not set goes on as it began
+        if (const auto in_text = rates_in_text.find(place); in_text != rates_in_text.end() && in_text->second == rate)
+            rate = rates.at(place);
     return new_rows(others, contents).at(0);
 }
 

@@ -1,6 +1,7 @@
 #include "simulator/live.h"
 
 #include "simulator/commands.h"
+#include "simulator/counters.h"
 #include "simulator/state.h"
 #include "simulator/statistics_layout.h"
 
@@ -56,33 +57,6 @@ std::uint64_t value_at(const CounterPlace& place, const Rate& rate, std::uint64_
     const std::uint64_t counted = rate.per_second * (passed / 1000) + rate.per_second * (passed % 1000) / 1000;
     const double most = static_cast<double>(rate.per_second) * rate.period / 1000 * rate.jitter / 100;
     return rate.start + counted + static_cast<std::uint64_t>(most * chance(seed, place, periods));
-}
-
-Port* port_of(Switch& contents, const CounterPlace& place) {
-    const auto row = contents.ports.find(place.row.first);
-    return row == contents.ports.end() ? nullptr : &row->second;
-}
-
-/// The record that a counter stands in; null if it is not there.
-std::uint8_t* record_of(Switch& contents, const CounterPlace& place) {
-    if (place.table == CounterTable::link_errors) {
-        const auto row = contents.link_errors.find(place.row);
-        return row == contents.link_errors.end() ? nullptr : row->second.bytes;
-    }
-    Port* port = port_of(contents, place);
-    if (!port)
-        return nullptr;
-    const auto bytes = [](Payload& payload) { return payload.empty() ? nullptr : payload.data(); };
-    switch (place.table) {
-    case CounterTable::port_counters:
-        return port->counters ? port->counters->bytes : nullptr;
-    case CounterTable::mac_statistics:
-        return bytes(port->mac_statistics);
-    case CounterTable::ip_statistics:
-        return bytes(port->ip_statistics);
-    default:
-        return port->tcp_statistics.empty() ? nullptr : bytes(port->tcp_statistics[0]);
-    }
 }
 
 void move_counters(Switch& contents) {

@@ -89,6 +89,8 @@ struct Rate {
     std::uint32_t period = 1000;  ///< milliseconds
     std::uint8_t jitter = 0;      ///< percent of a period's amount that a value may be ahead by
     std::uint64_t since = 0;      ///< milliseconds
+
+    bool operator==(const Rate& other) const = default;
 };
 
 /// What happens to the switch at a time of its own clock. `command` is one that switchsim::command() takes.

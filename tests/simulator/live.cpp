@@ -7,6 +7,7 @@
 #include <chrono>
 #include <thread>
 
+using switchsim::get_big;
 using switchsim::the_switch;
 
 namespace {
@@ -36,12 +37,12 @@ class LiveSwitch : public SimulatorTest {
         the_switch().events = {{1000, line, 1000, rows}};
         testing::internal::CaptureStderr();
         switchsim::step(1500);
-        const std::string undo = saved();
+        const std::string undo = switchsim::command({"save"}).text;
         EXPECT_NE(the_switch().events.size(), 0U);
         the_switch().events.clear();
         EXPECT_NE(saved(), before) << "the event changes nothing";
         ASSERT_EQ(switchsim::load_text(undo, "saved"), "") << undo;
-        switchsim::step(2000);
+        switchsim::step(500);
         EXPECT_EQ(saved(), before);
         EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     }
@@ -70,7 +71,12 @@ class LiveSwitch : public SimulatorTest {
 const std::string first_counters = "[[fibre_channel]]\nslot = 1\nport = 9\n[fibre_channel.counters]\n";
 
 std::uint64_t fibre_bytes() {
-    return switchsim::get_big<std::uint64_t>(the_switch().ports.at(0x01010009).counters->bytes, 275);
+    return get_big<std::uint64_t>(the_switch().ports.at(0x01010009).counters->bytes, 275);
+}
+
+/// A counter of tunnel 1's errors.
+std::uint64_t error_counter(std::size_t offset) {
+    return get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, offset);
 }
 
 } // namespace
@@ -99,7 +105,7 @@ TEST_F(LiveSwitch, CountersWrapAtTheirWidth) {
                           "multicast_received = {value = 4294967295, rate = 2}\n");
     switchsim::step(1000);
     EXPECT_EQ(fibre_bytes(), 1U);
-    EXPECT_EQ(switchsim::get_big<std::uint32_t>(the_switch().ports.at(0x01010009).counters->bytes, 259), 1U);
+    EXPECT_EQ(get_big<std::uint32_t>(the_switch().ports.at(0x01010009).counters->bytes, 259), 1U);
 }
 
 TEST_F(LiveSwitch, JitterComesFromTheSeedAndNeverFallsBack) {
@@ -129,10 +135,10 @@ TEST_F(LiveSwitch, CountersOfEveryTableMove) {
          "[tunnel.errors]\nlost_synchronisation = {rate = 4}\n");
     switchsim::step(1000);
     const auto& port = the_switch().ports.at(0x83010002);
-    EXPECT_EQ(switchsim::get_big<std::uint64_t>(port.mac_statistics.data(), 40), 1U);
-    EXPECT_EQ(switchsim::get_big<std::uint32_t>(port.ip_statistics.data(), 36), 2U);
-    EXPECT_EQ(switchsim::get_big<std::uint32_t>(port.tcp_statistics[0].data(), 36), 3U);
-    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 1}).bytes, 8), 4U);
+    EXPECT_EQ(get_big<std::uint64_t>(port.mac_statistics.data(), 40), 1U);
+    EXPECT_EQ(get_big<std::uint32_t>(port.ip_statistics.data(), 36), 2U);
+    EXPECT_EQ(get_big<std::uint32_t>(port.tcp_statistics[0].data(), 36), 3U);
+    EXPECT_EQ(get_big<std::uint64_t>(the_switch().link_errors.at({1, 1}).bytes, 8), 4U);
 }
 
 TEST_F(LiveSwitch, WallClockMovesCountersBetweenPlatformCalls) {
@@ -160,6 +166,57 @@ TEST_F(LiveSwitch, ClockGoesWhereNothingMoves) {
     EXPECT_GE(the_switch().now, before + 40);
 }
 
+TEST_F(LiveSwitch, SetLeavesRatesOfOtherCountersAlone) {
+    load("errors = {timestamp_expiries = {rate = 100, period = 10}, lost_synchronisation = {rate = 1}}\n");
+    for (int cost = 0; cost < 7; ++cost) {
+        switchsim::step(9000);
+        expect_done({"set", "tunnel", "1", "cost", std::to_string(cost)});
+    }
+    EXPECT_EQ(error_counter(72), 6000U);
+    expect_done({"set", "tunnel", "1", "errors.timestamp_expiries.rate", "10"});
+    switchsim::step(9999);
+    EXPECT_EQ(error_counter(72), 6000U);
+    EXPECT_EQ(error_counter(8), 72U);
+    switchsim::step(1);
+    EXPECT_EQ(error_counter(72), 6100U);
+}
+
+TEST_F(LiveSwitch, JitterDoesNotPileUp) {
+    load("errors = {timestamp_expiries = {rate = 1000, jitter = 100}}\n");
+    for (std::uint64_t second = 1; second <= 40; ++second) {
+        switchsim::step(1000);
+        if (second % 2 == 0)
+            expect_done({"set", "tunnel", "1", "cost", std::to_string(second)});
+        else
+            ASSERT_EQ(switchsim::load_text(switchsim::command({"save"}).text, "saved"), "");
+        EXPECT_GE(error_counter(72), 1000 * second);
+        EXPECT_LE(error_counter(72), 1000 * (second + 1));
+    }
+}
+
+TEST_F(LiveSwitch, SavedCountersGoOnAsTheyBegan) {
+    const std::string lines = "[clock]\nseed = 3\n" + first_counters +
+                              "bytes_received = {value = 7, rate = 100, period = 10, jitter = 50}\n"
+                              "multicast_received = {value = 4294967295, rate = 1}\n";
+    std::vector<std::uint64_t> values;
+    const auto run = [&](bool saves) {
+        load(lines);
+        values.clear();
+        for (int step = 0; step < 10; ++step) {
+            switchsim::step(7300);
+            if (saves) {
+                ASSERT_EQ(switchsim::load_text(switchsim::command({"save"}).text, "saved"), "");
+            }
+            values.push_back(fibre_bytes());
+            values.push_back(get_big<std::uint32_t>(the_switch().ports.at(0x01010009).counters->bytes, 259));
+        }
+    };
+    run(false);
+    const auto expected = values;
+    run(true);
+    EXPECT_EQ(values, expected);
+}
+
 TEST_F(LiveSwitch, WrongRatesAreErrors) {
     const auto error = [&](const std::string& rate) {
         return load_lines(base + first_counters + "bytes_received = " + rate + "\n");
@@ -170,8 +227,11 @@ TEST_F(LiveSwitch, WrongRatesAreErrors) {
     EXPECT_NE(error("{rate = 1, period = 0}").find(key + "period: expected seconds from 0.001"), std::string::npos);
     EXPECT_NE(error("{rate = 1, jitter = 101}").find(key + "jitter: expected an integer from 0 to 100"),
               std::string::npos);
-    EXPECT_NE(error("{rate = 1, x = 1}").find(key + "x: expected one of the keys value, rate, period, jitter"),
+    EXPECT_NE(error("{rate = 1, since = 0.001}").find(key + "since: expected seconds that are not after"),
               std::string::npos);
+    EXPECT_NE(
+        error("{rate = 1, x = 1}").find(key + "x: expected one of the keys value, rate, period, jitter, start, since"),
+        std::string::npos);
 }
 
 // ---------------------------------------------------------------------------------------------- events
@@ -310,8 +370,8 @@ TEST_F(LiveSwitch, UndoingLeavesOtherKeysAlone) {
     load("errors = {}\n[[event]]\nat = 1\nfor = 4\ndo = \"set tunnel 1 errors.timestamp_expiries 9\"\n"
          "[[event]]\nat = 2\ndo = \"set tunnel 1 errors.lost_synchronisation 5\"\n");
     switchsim::step(5000);
-    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 72), 0U);
-    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 8), 5U);
+    EXPECT_EQ(error_counter(72), 0U);
+    EXPECT_EQ(error_counter(8), 5U);
 }
 
 TEST_F(LiveSwitch, EventThatCannotHappenIsTold) {
@@ -349,7 +409,7 @@ TEST_F(LiveSwitch, SetTakesEveryKindOfRow) {
     expect_done({"set", "vsan", "1", "domain", "false"});
     expect_done({"set", "switch", "name", "other"});
     expect_done({"set", "ip", "default_ttl", "9"});
-    EXPECT_EQ(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 72), 6U);
+    EXPECT_EQ(error_counter(72), 6U);
     EXPECT_EQ(the_switch().profiles.at(1).listen_port, 7U);
     EXPECT_EQ(port().name, "a port");
     EXPECT_EQ(the_switch().ports.at(0x01010009).mtu, 9U);
@@ -430,7 +490,7 @@ TEST_F(LiveSwitch, SaveKeepsValuesRatesClockAndEventsToCome) {
     EXPECT_EQ(status(), 2U);
     switchsim::step(4000);
     EXPECT_EQ(status(), 1U);
-    EXPECT_GE(switchsim::get_big<std::uint64_t>(the_switch().link_errors.at({1, 0}).bytes, 72), 64U);
+    EXPECT_GE(error_counter(72), 64U);
 }
 
 TEST_F(LiveSwitch, NamesThatCallersHoldOutliveCommands) {
