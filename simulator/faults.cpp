@@ -82,7 +82,10 @@ Call::Call(Function function) noexcept : function_(function) {
         complain(function, "called without the process-wide lock");
     try {
         ensure_loaded();
-        advance();
+        if (lock_held_here())
+            advance_within_request();
+        else
+            advance();
         wait_for(function);
         if (recording)
             record.emplace_back(name_of(function));

@@ -59,11 +59,20 @@ std::uint64_t value_at(const CounterPlace& place, const Rate& rate, std::uint64_
     return rate.start + counted + static_cast<std::uint64_t>(most * chance(seed, place, periods));
 }
 
-void move_counters(Switch& contents) {
+/// @param now the switch's clock, milliseconds; a time that is past counts as the present one
+void move_counters_to(std::uint64_t now) {
+    Switch& contents = current();
+    contents.now = std::max(contents.now, now);
     for (const auto& [place, rate] : contents.rates) {
         if (std::uint8_t* record = record_of(contents, place))
             CounterField{"", place.offset, place.bits}.put(record, value_at(place, rate, contents.seed, contents.now));
     }
+}
+
+/// Whether enough time has passed for counters to move. @param now milliseconds
+bool is_time_to_move(std::uint64_t now) {
+    const std::uint64_t resolution = current().rates.size() > 1000 ? 1000 : 10;
+    return now >= current().now + resolution;
 }
 
 /// The events that come first, or the end.
@@ -114,27 +123,32 @@ void advance_to(std::uint64_t milliseconds) {
          next = next_event(current())) {
         const Event event = std::move(*next);
         current().events.erase(next);
-        current().now = std::max(current().now, event.at);
-        move_counters(current());
+        move_counters_to(event.at);
         happen(event);
     }
-    current().now = std::max(current().now, milliseconds);
-    move_counters(current());
+    move_counters_to(milliseconds);
 }
 
 void advance() {
     if (is_stopped())
         return;
-    const Switch& contents = current();
-    const std::uint64_t resolution = contents.rates.size() > 1000 ? 1000 : 10; // milliseconds
     const std::uint64_t now = wall_time();
-    if (now >= contents.now + resolution)
+    const auto next = next_event(current());
+    if (is_time_to_move(now) || (next != current().events.end() && next->at <= now))
         advance_to(now);
+}
+
+void advance_within_request() {
+    if (current().rates.empty() || is_stopped())
+        return;
+    const std::uint64_t now = wall_time();
+    if (is_time_to_move(now))
+        move_counters_to(now);
 }
 
 const Switch* present_switch() {
     ensure_loaded();
-    advance();
+    advance_within_request();
     return load_failed() ? nullptr : &current();
 }
 

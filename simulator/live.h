@@ -5,8 +5,11 @@
 
 namespace switchsim {
 
-/// Brings the switch to the present. At the beginning of every platform call.
+/// Brings the switch to the present, between two requests.
 void advance();
+
+/// The same while a request is under way: counters move, events wait.
+void advance_within_request();
 
 /// The switch as it is at this moment, for what is no platform call; null if its scenario could not be loaded. The
 /// caller holds the process-wide lock.

@@ -12,6 +12,9 @@ namespace switchsim {
 /// Loads the switch if that was not yet tried. Cheap afterwards.
 void ensure_loaded();
 
+/// Whether that was tried.
+bool is_loaded();
+
 /// The switch, loaded already: for use inside a platform call.
 Switch& current();
 

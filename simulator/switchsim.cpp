@@ -46,10 +46,14 @@ std::string take(ScenarioResult result) {
 } // namespace
 
 void ensure_loaded() {
-    if (loaded.load(std::memory_order_relaxed))
+    if (is_loaded())
         return;
     load_first();
     open_control(); // of a bad scenario too
+}
+
+bool is_loaded() {
+    return loaded.load(std::memory_order_relaxed);
 }
 
 Switch& current() {

@@ -374,6 +374,31 @@ TEST_F(LiveSwitch, UndoingLeavesOtherKeysAlone) {
     EXPECT_EQ(error_counter(8), 5U);
 }
 
+TEST_F(LiveSwitch, EventWaitsUntilTheRequestIsOver) {
+    load(first_counters + "bytes_received = {rate = 1000, period = 0.01}\n[[event]]\nat = 0.05\n"
+                          "do = \"set tunnel 1 status down\"\n");
+    switchsim::stop_clock(false);
+    for (int tries = 0; tries < 3000 && the_switch().now < 70; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        getCSName();
+    }
+    EXPECT_GE(fibre_bytes(), 60U) << "counters move";
+    EXPECT_EQ(status(), 1U) << "this fixture holds the lock";
+    mutex_unlock();
+    mutex_lock();
+    EXPECT_EQ(status(), 2U);
+}
+
+TEST_F(LiveSwitch, CallWithoutTheLockSeesEvents) {
+    load("[[event]]\nat = 0.02\ndo = \"set tunnel 1 status down\"\n");
+    switchsim::stop_clock(false);
+    mutex_unlock();
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+    getCSName();
+    EXPECT_EQ(status(), 2U);
+    EXPECT_EQ(take_complaint(), "getCSName: called without the process-wide lock");
+}
+
 TEST_F(LiveSwitch, EventThatCannotHappenIsTold) {
     load("[[event]]\nat = 1\ndo = \"remove tunnel 9\"\n");
     testing::internal::CaptureStderr();
