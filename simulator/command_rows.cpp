@@ -3,6 +3,7 @@
 #include "simulator/scenario_fields.h"
 #include "simulator/whole_number.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace switchsim {
@@ -50,18 +51,15 @@ LinkKey other_row_of(const Switch& contents, const std::string& section, const s
 }
 
 void erase_tunnel(Switch& contents, const LinkKey& key) {
-    const std::uint32_t if_index = contents.links.at(key).link_if_index;
+    if (owns_interface(contents, key))
+        contents.ports.erase(contents.links.at(key).link_if_index);
     contents.links.erase(key);
     contents.link_errors.erase(key);
     std::erase_if(contents.connections, [&](const auto& row) {
         return LinkKey{std::get<0>(row.first), std::get<1>(row.first)} == key;
     });
-    const auto port = contents.ports.find(if_index);
-    if (port != contents.ports.end() && port->second.kind == kind_fcip)
-        contents.ports.erase(port);
     std::erase_if(contents.rates, [&](const auto& rate) {
-        const CounterPlace& place = rate.first;
-        return place.row == (place.table == CounterTable::link_errors ? key : LinkKey{if_index, 0});
+        return rate.first.table == CounterTable::link_errors && rate.first.row == key;
     });
 }
 
@@ -86,6 +84,14 @@ Wwn wwn_of(const LinkKey& halves) {
     std::memcpy(wwn.data(), &halves.first, 4);
     std::memcpy(wwn.data() + 4, &halves.second, 4);
     return wwn;
+}
+
+bool owns_interface(const Switch& contents, const LinkKey& key) {
+    const std::uint32_t if_index = contents.links.at(key).link_if_index;
+    const auto port = contents.ports.find(if_index);
+    const auto first =
+        std::ranges::find_if(contents.links, [&](const auto& row) { return row.second.link_if_index == if_index; });
+    return port != contents.ports.end() && port->second.kind == kind_fcip && first->first == key;
 }
 
 Target target_of(const Switch& contents, const std::vector<std::string>& words) {

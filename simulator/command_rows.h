@@ -24,6 +24,9 @@ Target target_of(const Switch& contents, const std::vector<std::string>& words);
 LinkKey halves_of(const Wwn& wwn);
 Wwn wwn_of(const LinkKey& halves);
 
+/// Whether a tunnel has an interface of its own: it is the first one's that has its index.
+bool owns_interface(const Switch& contents, const LinkKey& key);
+
 /// Takes a row away, with all that stands behind it.
 void erase(Switch& contents, const Target& target);
 

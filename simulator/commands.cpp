@@ -21,10 +21,15 @@ Switch part_of(const Switch& contents, const Target& target) {
     Switch part = contents;
     part.events.clear();
     part.rates = rates_from_now(part);
-    if (target.section != "tunnel")
+    if (target.section != "tunnel") {
         part.links.clear();
-    else
-        part.links = {{target.key, contents.links.at(target.key)}};
+        return part;
+    }
+    const FcipLinkEntry& link = contents.links.at(target.key);
+    const auto port = part.ports.find(link.link_if_index);
+    if (port != part.ports.end() && port->second.kind == kind_fcip && !owns_interface(contents, target.key))
+        part.ports.erase(port); // another tunnel's
+    part.links = {{target.key, link}};
     return part;
 }
 

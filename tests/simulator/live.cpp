@@ -486,6 +486,33 @@ TEST_F(LiveSwitch, AmbiguousTunnelsAreNamedByTheProfile) {
     EXPECT_EQ(the_switch().ports.count(5), 0U);
 }
 
+const std::string second_tunnel = "[[profile]]\nid = 2\naddress = \"none\"\n[[tunnel]]\nprofile = 2\nindex = 9\n"
+                                  "remote_address = \"none\"\nport_row = false\n";
+
+TEST_F(LiveSwitch, TunnelLeavesAnotherTunnelsInterfaceAlone) {
+    load(second_tunnel + "if_index = 167772160\n");
+    expect_done({"set", "tunnel", "2/10", "cost", "5"});
+    EXPECT_EQ(the_switch().links.at({2, 9}).cost, 5U);
+    EXPECT_EQ(the_switch().ports.count(fcip1), 1U);
+    expect_done({"remove", "tunnel", "2/10"});
+    EXPECT_EQ(the_switch().ports.count(fcip1), 1U);
+    expect_done({"remove", "tunnel", "1/1"});
+    EXPECT_EQ(the_switch().ports.count(fcip1), 0U);
+}
+
+TEST_F(LiveSwitch, TunnelLeavesAPortsRatesAlone) {
+    load("[[ethernet]]\nslot = 1\nport = 2\n[ethernet.mac_statistics]\ncollisions = {rate = 1}\n" + second_tunnel +
+         "if_index = 2197880834\nerrors = {timestamp_expiries = {rate = 1}}\n");
+    ASSERT_EQ(the_switch().rates.size(), 2U);
+    expect_done({"set", "tunnel", "2/10", "cost", "5"});
+    EXPECT_EQ(the_switch().rates.size(), 2U);
+    expect_done({"remove", "tunnel", "2/10"});
+    EXPECT_EQ(the_switch().rates.size(), 1U);
+    EXPECT_EQ(the_switch().ports.count(0x83010002), 1U);
+    expect_done({"remove", "ethernet", "1/2"});
+    EXPECT_EQ(the_switch().rates.size(), 0U) << "the port's own";
+}
+
 TEST_F(LiveSwitch, RemoveTakesARowWithAllBehindIt) {
     load("connection = {}\nerrors = {timestamp_expiries = {rate = 1}}\n");
     ASSERT_EQ(the_switch().rates.size(), 1U);
