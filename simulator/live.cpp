@@ -92,7 +92,7 @@ void happen(const Event& event) {
         return;
     }
     replace_switch(std::move(changed.contents));
-    if (!event.lasts)
+    if (!event.lasts || event.at + *event.lasts > longest_clock)
         return;
     for (Event& undo : changed.undo)
         undo.at = event.at + *event.lasts;

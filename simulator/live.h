@@ -5,6 +5,9 @@
 
 namespace switchsim {
 
+/// The latest time that a scenario can say, milliseconds. Clocks are not stepped beyond it.
+inline constexpr std::uint64_t longest_clock = 1'000'000'000'000;
+
 /// Brings the switch to the present, between two requests.
 void advance();
 

@@ -292,8 +292,8 @@ std::optional<std::uint64_t> TableReader::seconds(std::string_view key) {
     return std::nullopt;
 }
 
-/// A counter that moves: {value = 5, rate = 100, period = 1, jitter = 10}.
-/// A counter that moves. @param rate its `since` is the switch's clock before
+/// A counter that moves, as {value = 5, rate = 100, period = 1, jitter = 10} and more.
+/// @param rate its `since` is the switch's clock before
 void TableReader::rate(const CounterField& field, std::uint64_t highest, std::uint8_t* record, Rate& rate) {
     TableReader reader = *table(field.key);
     constexpr std::uint32_t longest = 1000000;

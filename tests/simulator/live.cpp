@@ -477,6 +477,74 @@ TEST_F(LiveSwitch, BadCommandsChangeNothing) {
     EXPECT_EQ(refused({"fault", "nothing"}), "no platform function is called \"nothing\"");
 }
 
+TEST_F(LiveSwitch, FaultsHaveTheirCallAndShape) {
+    load("");
+    expect_done({"fault", "getCSName", "2", "fail"});
+    EXPECT_NE(getCSName(), nullptr);
+    EXPECT_EQ(getCSName(), nullptr);
+    EXPECT_NE(getCSName(), nullptr);
+    expect_done({"fault", "getCSName"});
+    EXPECT_EQ(getCSName(), nullptr);
+    EXPECT_EQ(getCSName(), nullptr);
+    for (const char* shape : {"fail_leaving_record", "succeed_without_record"}) {
+        expect_done({"clear"});
+        expect_done({"fault", "fcip_get_entity_entry", "1", shape});
+        FcipEntityEntry* row = nullptr;
+        const int result = fcip_get_entity_entry(mts_q, platform_exact, 1, &row, 5);
+        const Owned<FcipEntityEntry> owned(row);
+        EXPECT_EQ(result, std::string(shape) == "succeed_without_record" ? 0 : -1);
+        EXPECT_EQ(row == nullptr, std::string(shape) == "succeed_without_record");
+    }
+}
+
+TEST_F(LiveSwitch, ReplyFaultsHaveTheirShape) {
+    load("");
+    const auto asked = [](const char* shape) {
+        expect_done({"clear"});
+        expect_done({"fault", "fcip_send_recv_with_mts_q", "1", shape});
+        const mts_addr destination{0xFE000000, 60};
+        const std::uint32_t id = 1;
+        void* reply = nullptr;
+        std::uint32_t length = 77;
+        char buffer[256];
+        const int result =
+            fcip_send_recv_with_mts_q(8946, &destination, &id, sizeof id, mts_q, &reply, &length, buffer);
+        const Owned<void> owned(reply);
+        return std::pair(result, length);
+    };
+    EXPECT_EQ(asked("short_reply"), std::pair(0, 0U));
+    EXPECT_EQ(asked("no_reply").first, -1);
+}
+
+TEST_F(LiveSwitch, ShowTellsFaultsFully) {
+    load("");
+    expect_done({"fault", "mts_recv", "3", "no_reply"});
+    expect_done({"fault", "mts_recv", "3", "wrong_status"});
+    expect_done({"fault", "mts_send", "every", "short_reply"});
+    const std::string shown = switchsim::command({"show"}).text;
+    for (const char* line :
+         {"\nfault mts_recv 3 no_reply\n", "\nfault mts_recv 3 wrong_status\n", "\nfault mts_send every short_reply\n"})
+        EXPECT_NE(shown.find(line), std::string::npos) << shown;
+}
+
+TEST_F(LiveSwitch, FaultsThatCanNeverHappenAreRefused) {
+    load("");
+    EXPECT_EQ(refused({"fault", "mutex_lock"}), "fault: fail can never happen to mutex_lock");
+    EXPECT_EQ(refused({"fault", "getCSName", "every", "short_reply"}),
+              "fault: short_reply can never happen to getCSName");
+    EXPECT_EQ(refused({"fault", "cmi_req_resp", "1", "wrong_status"}),
+              "fault: wrong_status can never happen to cmi_req_resp");
+    EXPECT_EQ(refused({"delay", "mutex_unlock", "5"}), "delay: mutex_unlock can never take longer");
+    EXPECT_EQ(switchsim::command({"show"}).text.find("fault"), std::string::npos);
+}
+
+TEST_F(LiveSwitch, ClockIsNotSteppedBeyondWhatScenariosSay) {
+    load("[[event]]\nat = 999999999\nfor = 2\ndo = \"set tunnel 1 status down\"\n");
+    expect_done({"step", "1000000000"});
+    EXPECT_EQ(refused({"step", "1"}), "step: the clock goes to 1000000000 s, and stands at 1000000000.000 s");
+    EXPECT_EQ(switchsim::scenario_errors(switchsim::command({"save"}).text, "saved"), std::vector<std::string>{});
+}
+
 TEST_F(LiveSwitch, AmbiguousTunnelsAreNamedByTheProfile) {
     load("[[profile]]\nid = 2\naddress = \"none\"\n[[tunnel]]\nprofile = 2\nindex = 0\nif_index = 5\n"
          "remote_address = \"none\"\n");
