@@ -613,9 +613,79 @@ TEST_F(LiveSwitch, SaveKeepsValuesRatesClockAndEventsToCome) {
     EXPECT_GE(error_counter(72), 64U);
 }
 
+TEST_F(LiveSwitch, SaveWritesRatesAndEventsInFull) {
+    load(first_counters + "bytes_received = {value = 4, rate = 10, period = 0.5, jitter = 3}\n" +
+         "[clock]\nnow = 2.5\nseed = 9\n[[event]]\nat = 99.5\nfor = 1.25\ndo = \"add\"\n" +
+         "rows = \"[[profile]]\\nid = 9\\naddress = 'none'\"\n");
+    const std::string saved = switchsim::command({"save"}).text;
+    for (const char* part : {"\n[clock]\nnow = 2.500\nseed = 9\n",
+                             "\nbytes_received = { value = 4, rate = 10, period = 0.500, jitter = 3 }\n",
+                             "\n[[event]]\nat = 99.500\nfor = 1.250\ndo = \"add\"\n"
+                             "rows = \"[[profile]]\\u000Aid = 9\\u000Aaddress = 'none'\"\n"})
+        EXPECT_NE(saved.find(part), std::string::npos) << part << "in\n" << saved;
+    ASSERT_EQ(switchsim::load_text(saved, "saved"), "");
+    const switchsim::Rate& rate = the_switch().rates.begin()->second;
+    EXPECT_EQ(rate, (switchsim::Rate{4, 10, 500, 3, 2500}));
+    const switchsim::Event& event = the_switch().events.at(0);
+    EXPECT_EQ(std::tuple(event.at, event.lasts, event.command, event.rows),
+              std::tuple(99500U, std::optional<std::uint64_t>(1250), "add", "[[profile]]\nid = 9\naddress = 'none'"));
+}
+
 TEST_F(LiveSwitch, NamesThatCallersHoldOutliveCommands) {
     load("");
+    the_switch().name = "a name that is too long to stand in the string itself";
+    the_switch().system_name = "another name that is too long to stand in the string itself";
     const char* name = getCSName();
+    const char* system_name = CSgetName(mts_q);
     expect_done({"set", "tunnel", "1", "cost", "1"});
     EXPECT_EQ(getCSName(), name);
+    EXPECT_EQ(CSgetName(mts_q), system_name);
+}
+
+TEST_F(LiveSwitch, ShowTellsWhatTheSwitchHas) {
+    load(first_counters + "bytes_received = {rate = 1}\n[[port_channel]]\nslot = 1\nport = 2\n[[event]]\nat = 10\n"
+                          "do = \"remove card 1\"\n");
+    expect_done({"add", "card", "3"});
+    expect_done({"delay", "getCSName", "5"});
+    expect_done({"fault", "getCSName", "7"});
+    expect_done({"step", "1.001"});
+    EXPECT_EQ(switchsim::command({"show"}).text, "switch sw\nclock 1.001 s\ncard 1\ncard 3\nport 16842761 fc1/9\n"
+                                                 "port 2197880833 GigabitEthernet1/1\n"
+                                                 "port 2214658050 port-channel1/2\nprofile 1\ntunnel 1/1 status 1\n"
+                                                 "fault getCSName 7 fail\ndelay getCSName 5\n"
+                                                 "event at 10.000 s: remove card 1\n1 counters move\n");
+}
+
+TEST_F(LiveSwitch, PortsAreNamedByPlaceOrIndex) {
+    load(first_counters + "[[ethernet]]\nslot = false\nport = 7\nif_index = 2197815299\n");
+    expect_done({"set", "ethernet", "2197880833", "mtu", "1"});
+    expect_done({"set", "ethernet", "/7", "mtu", "2"});
+    expect_done({"set", "fibre_channel", "16842761", "mtu", "3"});
+    EXPECT_EQ(port().mtu, 1U);
+    EXPECT_EQ(the_switch().ports.at(2197815299).mtu, 2U);
+    EXPECT_EQ(the_switch().ports.at(0x01010009).mtu, 3U);
+    EXPECT_EQ(refused({"remove", "ethernet", "16842761"}), "no such port is called 16842761");
+}
+
+TEST_F(LiveSwitch, LoadBeginsTheClockAnew) {
+    load("");
+    switchsim::stop_clock(false);
+    load("[clock]\nnow = 1000000\n");
+    for (int tries = 0; tries < 3000 && the_switch().now == 1000000000; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        switchsim::command({"show"});
+    }
+    EXPECT_GT(the_switch().now, 1000000000U);
+}
+
+TEST_F(LiveSwitch, ThousandsOfCountersMoveEverySecond) {
+    load("");
+    for (std::uint32_t row = 0; row <= 1000; ++row)
+        the_switch().rates[{switchsim::CounterTable::link_errors, {9, row}, 8, 64}] = {.per_second = 1};
+    switchsim::stop_clock(false);
+    for (int tries = 0; tries < 3000 && the_switch().now == 0; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        getCSName();
+    }
+    EXPECT_GE(the_switch().now, 1000U);
 }
