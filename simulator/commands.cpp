@@ -197,6 +197,21 @@ std::string replace_row(Switch& contents, const Target& target, const toml::tabl
     return new_rows(others, contents).at(0);
 }
 
+/// The command that gives a row its settings back, whatever has become of the rows that they refer to.
+Event command_of(const Target& target, const std::string& name, std::string settings) {
+    constexpr std::pair<const char*, const char*> references[] = {{"\nvsan ", "vsan_missing true\n"},
+                                                                  {"\nslot ", "card_missing true\n"},
+                                                                  {"\nprofile ", "profile_missing true\n"}};
+    const std::string lines = "\n" + settings;
+    for (const auto& [key, flag] : references)
+        if (lines.find(key) != std::string::npos && (key[1] != 's' || target.section != "tunnel"))
+            settings += flag;
+    if (std::ranges::count(settings, '\n') > 1)
+        return {0, "set " + name, std::nullopt, std::move(settings)};
+    settings.pop_back();
+    return {0, "set " + name + " " + settings, std::nullopt, ""};
+}
+
 void set(Change& change, const Words& words) {
     const Target target = target_of(change.contents, words);
     const bool begins_ip = target.section == "ip" && !change.contents.ip_configuration;
@@ -208,9 +223,10 @@ void set(Change& change, const Words& words) {
         change.undo.push_back({0, "remove ip", std::nullopt, ""});
         return;
     }
-    const toml::table after = row_of(change.contents, target_of(change.contents, words_of({0, "set " + name, {}, ""})));
-    if (std::string lines = settings_between(after, before); !lines.empty())
-        change.undo.push_back({0, "set " + name, std::nullopt, std::move(lines)});
+    const Target present = target_of(change.contents, words_of({0, "set " + name, std::nullopt, ""}));
+    std::string settings = settings_between(row_of(change.contents, present), before);
+    if (!settings.empty())
+        change.undo.push_back(command_of(target, name, std::move(settings)));
 }
 
 std::uint8_t card_of(const Words& words) {

@@ -366,6 +366,33 @@ TEST_F(LiveSwitch, RowsReturnWhateverBecameOfOthers) {
     EXPECT_TRUE(the_switch().slots.empty() && the_switch().vsans.empty() && the_switch().profiles.empty());
 }
 
+TEST_F(LiveSwitch, SettingsReturnWhateverBecameOfOtherRows) {
+    load("[[event]]\nat = 1\nfor = 3\ndo = \"set ethernet 1/1\"\nrows = \"slot 2\\ncard_missing true\\nif_index "
+         "2197880833\"\n"
+         "[[event]]\nat = 1\nfor = 3\ndo = \"set tunnel 1\"\n"
+         "rows = \"profile 3\\nprofile_missing true\\nvsan 5\\nvsan_missing true\\nslot 2\"\n"
+         "[[event]]\nat = 2\ndo = \"remove card 1\"\n[[event]]\nat = 2\ndo = \"remove vsan 1\"\n"
+         "[[event]]\nat = 2\ndo = \"remove profile 1\"\n");
+    switchsim::step(2000);
+    EXPECT_EQ(port().slot, 2);
+    EXPECT_EQ(the_switch().links.count({3, 0}), 1U);
+    switchsim::step(2000);
+    EXPECT_EQ(port().slot, 1);
+    EXPECT_EQ(the_switch().links.count({1, 0}), 1U);
+    EXPECT_EQ(the_switch().ports.at(fcip1).vsan_id, 1U);
+    EXPECT_EQ(the_switch().ports.at(fcip1).slot, 1);
+}
+
+TEST_F(LiveSwitch, UndoingIsShown) {
+    load("[[event]]\nat = 1\nfor = 3\ndo = \"set tunnel 1 name a \\\"b\\\"  c\"\n"
+         "[[event]]\nat = 1.5\nfor = 3\ndo = \"set tunnel 1 name x\"\n");
+    switchsim::step(2000);
+    EXPECT_NE(switchsim::command({"show"}).text.find("event at 4.500 s: set tunnel 1/1 name \"a \\\"b\\\"  c\"\n"
+                                                     "event at 4.000 s: set tunnel 1/1 name default\n"),
+              std::string::npos)
+        << switchsim::command({"show"}).text;
+}
+
 TEST_F(LiveSwitch, UndoingLeavesOtherKeysAlone) {
     load("errors = {}\n[[event]]\nat = 1\nfor = 4\ndo = \"set tunnel 1 errors.timestamp_expiries 9\"\n"
          "[[event]]\nat = 2\ndo = \"set tunnel 1 errors.lost_synchronisation 5\"\n");
