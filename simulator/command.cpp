@@ -54,31 +54,18 @@ CommandResult change_switch(const Words& words) {
     return {true, ""};
 }
 
-struct Shape {
-    const char* name;
-    Fault fault;
-};
-constexpr Shape shapes[] = {
-    {"fail", Fault::fail},
-    {"fail_leaving_record", Fault::fail_leaving_record},
-    {"succeed_without_record", Fault::succeed_without_record},
-    {"short_reply", Fault::short_reply},
-    {"wrong_status", Fault::wrong_status},
-    {"no_reply", Fault::no_reply},
-};
-
 /// fault FUNCTION [nth] [shape]: the n-th call from now on, or every one.
 CommandResult fault(const Words& words) {
-    const std::string shape_name = words.size() == 4 ? words[3] : "fail";
-    const auto* shape =
-        std::find_if(std::begin(shapes), std::end(shapes), [&](const Shape& one) { return shape_name == one.name; });
     const std::string nth_text = words.size() > 2 ? words[2] : "every";
     const auto nth = nth_text == "every" ? std::optional(every_call) : whole_number<unsigned>(nth_text);
-    if (words.size() < 2 || words.size() > 4 || shape == std::end(shapes) || !nth ||
-        (*nth == every_call && nth_text != "every"))
+    const std::string shape = words.size() > 3 ? words[3] : "fail";
+    const auto fault = fault_by_name(shape);
+    if (words.size() < 2 || words.size() > 4 || !fault || !nth || (*nth == every_call && nth_text != "every"))
         return wrong("fault: expected FUNCTION [NTH|every [fail|fail_leaving_record|succeed_without_record|short_reply|"
                      "wrong_status|no_reply]]");
-    inject(words[1], shape->fault, *nth);
+    if (!can_happen(words[1], *fault))
+        return wrong("fault: " + shape + " can never happen to " + words[1]);
+    inject(words[1], *fault, *nth);
     return {true, ""};
 }
 
@@ -86,6 +73,8 @@ CommandResult delay_function(const Words& words) {
     const auto milliseconds = words.size() == 3 ? whole_number<unsigned>(words[2]) : std::nullopt;
     if (!milliseconds || *milliseconds > 600000)
         return wrong("delay: expected FUNCTION and milliseconds from 0 to 600000");
+    if (!can_be_delayed(words[1]))
+        return wrong("delay: " + words[1] + " can never take longer");
     delay(words[1], *milliseconds);
     return {true, ""};
 }
@@ -99,9 +88,12 @@ CommandResult clear(const Words& words) {
 
 CommandResult step_clock(const Words& words) {
     const auto seconds = words.size() == 2 ? whole_number<double>(words[1]) : std::nullopt;
-    if (!seconds || !(*seconds >= 0 && *seconds <= 1e9))
+    if (!seconds || !(*seconds >= 0 && *seconds <= static_cast<double>(longest_clock) / 1000))
         return wrong("step: expected seconds from 0 to 1000000000");
-    step(static_cast<std::uint64_t>(std::llround(*seconds * 1000)));
+    const auto milliseconds = static_cast<std::uint64_t>(std::llround(*seconds * 1000));
+    if (current().now + milliseconds > longest_clock)
+        return wrong("step: the clock goes to 1000000000 s, and stands at " + seconds_text(current().now));
+    step(milliseconds);
     return {true, ""};
 }
 

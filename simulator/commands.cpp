@@ -1,6 +1,9 @@
 #include "simulator/commands.h"
 
+#include "simulator/command_rows.h"
+#include "simulator/counters.h"
 #include "simulator/scenario.h"
+#include "simulator/scenario_fields.h"
 #include "simulator/scenario_reader.h"
 #include "simulator/scenario_writer.h"
 #include "simulator/whole_number.h"
@@ -11,82 +14,44 @@
 namespace switchsim {
 namespace {
 
-/// What is wrong with a command: one line.
-struct CommandError {
-    std::string text;
-};
-
-/// A row that a command names.
-struct Target {
-    std::string section;     ///< as in a scenario: "tunnel", "ethernet", ...
-    LinkKey key;             ///< of a tunnel; else {its number or interface index, 0}
-    std::size_t words_taken; ///< of the command
-};
-
-/// "3", or "1/3" for the profile and the tunnel's number.
-LinkKey tunnel_of(const Switch& contents, const std::string& name) {
-    const std::size_t slash = name.find('/');
-    const auto profile = slash == std::string::npos ? std::nullopt : whole_number<std::uint32_t>(name.substr(0, slash));
-    const auto number = whole_number<std::uint32_t>(slash == std::string::npos ? name : name.substr(slash + 1));
-    std::vector<LinkKey> found;
-    for (const auto& [key, link] : contents.links)
-        if (number && key.second == *number - 1 && (slash == std::string::npos || key.first == profile))
-            found.push_back(key);
-    if (found.empty())
-        throw CommandError{"no tunnel is called " + name};
-    if (found.size() > 1)
-        throw CommandError{"several tunnels are called " + name + "; name one by PROFILE/NUMBER"};
-    return found[0];
-}
-
-/// "1/2" for slot and port, or an interface index.
-std::uint32_t port_of(const Switch& contents, std::uint8_t kind, const std::string& name) {
-    const auto index = whole_number<std::uint32_t>(name);
-    for (const auto& [if_index, port] : contents.ports) {
-        const std::string place =
-            (port.slot ? std::to_string(*port.slot) : "") + "/" + (port.port ? std::to_string(*port.port) : "");
-        if (port.kind == kind && (index == if_index || place == name))
-            return if_index;
-    }
-    throw CommandError{"no such port is called " + name};
-}
-
-/// The row that the words name, from `words[1]` on.
-Target target_of(const Switch& contents, const std::vector<std::string>& words) {
-    if (words.size() > 1 && (words[1] == "switch" || words[1] == "ip"))
-        return {words[1], {}, 2};
-    if (words.size() < 3)
-        throw CommandError{words[0] + ": expected what, and its name"};
-    const std::string& section = words[1];
-    const std::string& name = words[2];
-    if (section == "tunnel")
-        return {section, tunnel_of(contents, name), 3};
-    if (section == "ethernet")
-        return {section, {port_of(contents, kind_ethernet, name), 0}, 3};
-    if (section == "fibre_channel")
-        return {section, {port_of(contents, kind_fibre_channel, name), 0}, 3};
-    if (section == "port_channel")
-        return {section, {port_of(contents, kind_port_channel, name), 0}, 3};
-    const std::uint32_t number = whole_number<std::uint32_t>(name).value_or(0);
-    if (section == "profile" ? contents.profiles.contains(number)
-                             : section == "vsan" && contents.vsans.contains(number))
-        return {section, {number, 0}, 3};
-    if (section == "profile" || section == "vsan")
-        throw CommandError{"no " + section + " is called " + name};
-    throw CommandError{"\"" + section +
-                       "\" is none of tunnel, profile, ethernet, fibre_channel, port_channel, vsan, "
-                       "card, switch, ip"};
-}
+using Words = std::vector<std::string>;
 
 /// The switch with one row alone, and what rows refer to.
 Switch part_of(const Switch& contents, const Target& target) {
     Switch part = contents;
     part.events.clear();
-    if (target.section != "tunnel")
+    part.rates = rates_from_now(part);
+    if (target.section != "tunnel") {
         part.links.clear();
-    else
-        part.links = {{target.key, contents.links.at(target.key)}};
+        return part;
+    }
+    const FcipLinkEntry& link = contents.links.at(target.key);
+    const auto port = part.ports.find(link.link_if_index);
+    if (port != part.ports.end() && port->second.kind == kind_fcip && !owns_interface(contents, target.key))
+        part.ports.erase(port); // another tunnel's
+    part.links = {{target.key, link}};
     return part;
+}
+
+/// How many rows stand before a row.
+template <class Table>
+std::size_t rank(const Table& table, const typename Table::key_type& key) {
+    return static_cast<std::size_t>(std::distance(table.begin(), table.lower_bound(key)));
+}
+
+/// Where a row stands among those of its section, which stand in the order of their keys.
+std::size_t position_of(const Switch& contents, const Target& target) {
+    if (target.section == "tunnel")
+        return 0;
+    if (target.section == "profile")
+        return rank(contents.profiles, target.key.first);
+    if (target.section == "vsan")
+        return rank(contents.vsans, target.key.first);
+    if (target.section == "wwn_text")
+        return rank(contents.wwn_texts, wwn_of(target.key));
+    const std::uint8_t kind = contents.ports.at(target.key.first).kind;
+    return static_cast<std::size_t>(std::ranges::count_if(
+        contents.ports, [&](const auto& row) { return row.second.kind == kind && row.first < target.key.first; }));
 }
 
 /// A row as a scenario has it.
@@ -95,21 +60,7 @@ toml::table row_of(const Switch& contents, const Target& target) {
     if (const auto* table = document[target.section].as_table())
         return *table;
     const auto* rows = document[target.section].as_array();
-    if (!rows)
-        return {};
-    std::size_t position = 0; // rows stand in the order of their keys
-    if (target.section == "profile")
-        position = static_cast<std::size_t>(
-            std::distance(contents.profiles.begin(), contents.profiles.find(target.key.first)));
-    else if (target.section == "vsan")
-        position =
-            static_cast<std::size_t>(std::distance(contents.vsans.begin(), contents.vsans.find(target.key.first)));
-    else if (target.section != "tunnel") {
-        const std::uint8_t kind = contents.ports.at(target.key.first).kind;
-        for (const auto& [if_index, port] : contents.ports)
-            position += port.kind == kind && if_index < target.key.first ? 1 : 0;
-    }
-    return *rows->get(position)->as_table();
+    return rows ? *rows->get(position_of(contents, target))->as_table() : toml::table{};
 }
 
 std::string text_of_row(const std::string& section, const toml::table& row) {
@@ -118,36 +69,6 @@ std::string text_of_row(const std::string& section, const toml::table& row) {
     std::ostringstream text;
     text << document << "\n";
     return text.str();
-}
-
-/// Takes a row away, with all that stands behind it.
-void erase(Switch& contents, const Target& target) {
-    const std::uint32_t number = target.key.first;
-    const bool is_tunnel = target.section == "tunnel";
-    std::uint32_t if_index = is_tunnel ? contents.links.at(target.key).link_if_index : number;
-    if (target.section == "profile") {
-        contents.profiles.erase(number);
-        return;
-    }
-    if (target.section == "vsan") {
-        contents.vsans.erase(number);
-        return;
-    }
-    if (is_tunnel) {
-        contents.links.erase(target.key);
-        contents.link_errors.erase(target.key);
-        std::erase_if(contents.connections, [&](const auto& row) {
-            return LinkKey{std::get<0>(row.first), std::get<1>(row.first)} == target.key;
-        });
-    }
-    const auto port = contents.ports.find(if_index);
-    if (port != contents.ports.end() && (!is_tunnel || port->second.kind == kind_fcip))
-        contents.ports.erase(port);
-    std::erase_if(contents.rates, [&](const auto& rate) {
-        const CounterPlace& place = rate.first;
-        return place.row == (place.table == CounterTable::link_errors ? target.key : LinkKey{if_index, 0}) &&
-               (is_tunnel || place.table != CounterTable::link_errors);
-    });
 }
 
 /// A value as TOML has it; a text without quotes is a text.
@@ -175,14 +96,40 @@ void put(toml::table& row, const std::string& key, const std::string& value) {
     row.insert_or_assign(key, value);
 }
 
-/// The value that a key of a row has, as a word of a command.
-std::string value_of(const toml::table& row, const std::string& key) {
-    const auto node = row.at_path(key);
+/// A value as put() takes it, in one line; of a key that is not there "default".
+std::string value_text(const toml::node* node) {
     if (!node)
         return "default";
     std::ostringstream text;
-    text << node;
-    return text.str();
+    constexpr auto flags = toml::format_flags::allow_unicode_strings; // a text is in one line, too
+    if (const toml::table* table = node->as_table()) {
+        toml::table in_line = *table;
+        in_line.is_inline(true);
+        text << toml::toml_formatter(in_line, flags);
+    } else {
+        text << toml::toml_formatter(*node, flags);
+    }
+    std::string line = text.str();
+    std::ranges::replace(line, '\n', ' '); // between the elements of an array
+    return line;
+}
+
+/// The settings, "KEY VALUE" in a line each, that make one row of another. @param prefix of inner tables' keys
+std::string settings_between(const toml::table& present, const toml::table& wanted, const std::string& prefix = "") {
+    toml::table keys = present;
+    for (const auto& [key, node] : wanted)
+        keys.insert(key, node);
+    std::string lines;
+    for (const auto& [key, node] : keys) {
+        const toml::node* one = present.get(key.str());
+        const toml::node* other = wanted.get(key.str());
+        const std::string name = prefix + std::string(key.str());
+        if (one && other && one->is_table() && other->is_table())
+            lines += settings_between(*one->as_table(), *other->as_table(), name + ".");
+        else if (value_text(one) != value_text(other))
+            lines += name + " " + value_text(other) + "\n";
+    }
+    return lines;
 }
 
 void take_or_throw(Switch& contents, ScenarioResult result) {
@@ -211,75 +158,129 @@ void put_identity(Switch& contents, const std::string& section, const toml::tabl
     contents.slots = std::move(result.contents.slots);
 }
 
-void set(Change& change, const std::vector<std::string>& words) {
-    const Target target = target_of(change.contents, words);
-    if (words.size() != target.words_taken + 2)
-        throw CommandError{"set: expected a key and a value"};
-    const std::string& key = words[target.words_taken];
-    const std::string& word = words[target.words_taken + 1];
-    toml::table row = row_of(change.contents, target);
-    Event undo;
-    for (std::size_t i = 0; i <= target.words_taken; ++i)
-        undo.command += words[i] + " ";
-    undo.command += value_of(row, key);
-    change.undo.push_back(std::move(undo));
+void put_setting(toml::table& row, const Target& target, const std::string& key, const std::string& word) {
     const bool is_status = target.section == "tunnel" && key == "status";
     put(row, key, is_status && word == "up" ? "1" : is_status && word == "down" ? "2" : word);
-    if (target.section == "switch" || target.section == "ip") {
-        put_identity(change.contents, target.section, row);
-        return;
-    }
-    erase(change.contents, target);
-    take_or_throw(change.contents, read_rows(text_of_row(target.section, row), "set", std::move(change.contents)));
 }
 
-std::uint8_t card_of(const std::vector<std::string>& words) {
+/// Does what stands behind a row's name: a key and its value, or several of these as lines of one word.
+void put_settings(toml::table& row, const Target& target, const Words& words) {
+    const std::size_t count = words.size() - target.words_taken;
+    if (count == 2)
+        return put_setting(row, target, words[target.words_taken], words[target.words_taken + 1]);
+    std::istringstream lines(count == 1 ? words[target.words_taken] : "");
+    bool any = false;
+    for (std::string line; std::getline(lines, line); any = true) {
+        const std::size_t blank = line.find(' ');
+        if (blank == std::string::npos)
+            throw CommandError{"set: expected a key and a value"};
+        put_setting(row, target, line.substr(0, blank), line.substr(blank + 1));
+    }
+    if (!any)
+        throw CommandError{"set: expected a key and a value"};
+}
+
+/// Puts a row in the place of another; says what it is called then.
+std::string replace_row(Switch& contents, const Target& target, const toml::table& row) {
+    if (target.section == "switch" || target.section == "ip") {
+        put_identity(contents, target.section, row);
+        return target.section;
+    }
+    const auto rates = contents.rates;
+    const auto rates_in_text = rates_from_now(contents);
+    erase(contents, target);
+    const Switch others = contents;
+    take_or_throw(contents, read_rows(text_of_row(target.section, row), "set", std::move(contents)));
+    for (auto& [place, rate] : contents.rates) // what was not set goes on as it began
+        if (const auto in_text = rates_in_text.find(place); in_text != rates_in_text.end() && in_text->second == rate)
+            rate = rates.at(place);
+    return new_rows(others, contents).at(0);
+}
+
+/// The command that gives a row its settings back, whatever has become of the rows that they refer to.
+Event command_of(const Target& target, const std::string& name, std::string settings) {
+    constexpr std::pair<const char*, const char*> references[] = {{"\nvsan ", "vsan_missing true\n"},
+                                                                  {"\nslot ", "card_missing true\n"},
+                                                                  {"\nprofile ", "profile_missing true\n"}};
+    const std::string lines = "\n" + settings;
+    for (const auto& [key, flag] : references)
+        if (lines.find(key) != std::string::npos && (key[1] != 's' || target.section != "tunnel"))
+            settings += flag;
+    if (std::ranges::count(settings, '\n') > 1)
+        return {0, "set " + name, std::nullopt, std::move(settings)};
+    settings.pop_back();
+    return {0, "set " + name + " " + settings, std::nullopt, ""};
+}
+
+void set(Change& change, const Words& words) {
+    const Target target = target_of(change.contents, words);
+    const bool begins_ip = target.section == "ip" && !change.contents.ip_configuration;
+    const toml::table before = row_of(change.contents, target);
+    toml::table row = before;
+    put_settings(row, target, words);
+    const std::string name = replace_row(change.contents, target, row);
+    if (begins_ip) {
+        change.undo.push_back({0, "remove ip", std::nullopt, ""});
+        return;
+    }
+    const Target present = target_of(change.contents, words_of({0, "set " + name, std::nullopt, ""}));
+    std::string settings = settings_between(row_of(change.contents, present), before);
+    if (!settings.empty())
+        change.undo.push_back(command_of(target, name, std::move(settings)));
+}
+
+std::uint8_t card_of(const Words& words) {
     const auto slot = words.size() == 3 ? whole_number<std::uint32_t>(words[2]) : std::nullopt;
     if (!slot || *slot > 255)
         throw CommandError{words[0] + " card: expected a slot from 0 to 255"};
     return static_cast<std::uint8_t>(*slot);
 }
 
-void remove(Change& change, const std::vector<std::string>& words) {
+void remove_card(Change& change, const Words& words) {
     auto& slots = change.contents.slots;
-    if (words.size() > 1 && words[1] == "card") {
-        const auto slot = std::ranges::find(slots, card_of(words));
-        if (slot == slots.end())
-            throw CommandError{"no line card is in slot " + words[2]};
-        slots.erase(slot);
-        change.undo.push_back({0, "add card " + words[2], std::nullopt, ""});
-        return;
-    }
+    const auto slot = std::ranges::find(slots, card_of(words));
+    if (slot == slots.end())
+        throw CommandError{"no line card is in slot " + words[2]};
+    slots.erase(slot);
+    change.undo.push_back({0, "add card " + words[2], std::nullopt, ""});
+}
+
+void remove_ip(Change& change) {
+    if (!change.contents.ip_configuration)
+        throw CommandError{"there is no [ip]"};
+    const toml::table row = row_of(change.contents, {"ip", {}, 2});
+    change.undo.push_back({0, "set ip", std::nullopt,
+                           "forwarding " + value_text(row.get("forwarding")) + "\ndefault_ttl " +
+                               value_text(row.get("default_ttl")) + "\n"});
+    change.contents.ip_configuration.reset();
+}
+
+/// A row's text by which it comes back whatever has become of the rows that it refers to.
+std::string text_to_return(const std::string& section, toml::table row) {
+    const bool is_tunnel = section == "tunnel";
+    const bool is_port = std::ranges::any_of(port_kinds, [&](const PortKind& kind) { return section == kind.section; });
+    if (is_tunnel)
+        row.insert_or_assign("profile_missing", true);
+    if (is_port)
+        row.insert_or_assign("card_missing", true);
+    if (is_tunnel || is_port)
+        row.insert_or_assign("vsan_missing", true);
+    return text_of_row(section, row);
+}
+
+void remove(Change& change, const Words& words) {
+    if (words.size() > 1 && words[1] == "card")
+        return remove_card(change, words);
     const Target target = target_of(change.contents, words);
-    if (target.words_taken != 3 || words.size() != 3)
+    if (words.size() != target.words_taken || target.section == "switch")
         throw CommandError{"remove: expected what, and its name"};
-    change.undo.push_back({0, "add", std::nullopt, text_of_row(target.section, row_of(change.contents, target))});
+    if (target.section == "ip")
+        return remove_ip(change);
+    change.undo.push_back({0, "add", std::nullopt, text_to_return(target.section, row_of(change.contents, target))});
     erase(change.contents, target);
 }
 
-/// Which rows are there after, and were not before, as commands that remove them: those that refer to others first.
-std::vector<Event> removals(const Switch& before, const Switch& after) {
-    std::vector<Event> events;
-    const auto add = [&](const std::string& what) { events.push_back({0, "remove " + what, std::nullopt, ""}); };
-    for (const auto& [key, link] : after.links)
-        if (!before.links.contains(key))
-            add("tunnel " + std::to_string(key.first) + "/" + std::to_string(std::uint64_t{key.second} + 1));
-    for (const auto& [id, profile] : after.profiles)
-        if (!before.profiles.contains(id))
-            add("profile " + std::to_string(id));
-    for (const auto& [if_index, port] : after.ports)
-        if (!before.ports.contains(if_index) && port.kind != kind_fcip)
-            add((port.kind == kind_ethernet        ? "ethernet "
-                 : port.kind == kind_fibre_channel ? "fibre_channel "
-                                                   : "port_channel ") +
-                std::to_string(if_index));
-    for (const auto& [id, vsan] : after.vsans)
-        if (!before.vsans.contains(id))
-            add("vsan " + std::to_string(id));
-    return events;
-}
-
-void add(Change& change, const std::vector<std::string>& words) {
+void add(Change& change, const Words& words) {
     if (words.size() > 1 && words[1] == "card") {
         const std::uint8_t slot = card_of(words);
         if (std::ranges::count(change.contents.slots, slot) > 0)
@@ -292,17 +293,18 @@ void add(Change& change, const std::vector<std::string>& words) {
         throw CommandError{"add: expected rows, or card and a slot"};
     ScenarioResult result = read_rows(words[1], "rows", change.contents);
     if (result.errors.empty())
-        change.undo = removals(change.contents, result.contents);
+        for (const std::string& name : new_rows(change.contents, result.contents))
+            change.undo.push_back({0, "remove " + name, std::nullopt, ""});
     take_or_throw(change.contents, std::move(result));
 }
 
 struct Verb {
     const char* name;
-    void (*run)(Change& change, const std::vector<std::string>& words);
+    void (*run)(Change& change, const Words& words);
 };
 constexpr Verb verbs[] = {{"set", set}, {"add", add}, {"remove", remove}};
 
-const Verb* verb_of(const std::vector<std::string>& words) {
+const Verb* verb_of(const Words& words) {
     const auto* found = std::find_if(std::begin(verbs), std::end(verbs),
                                      [&](const Verb& one) { return !words.empty() && words[0] == one.name; });
     return found == std::end(verbs) ? nullptr : found;
@@ -331,11 +333,12 @@ std::vector<std::string> words_of(const Event& event) {
     return words;
 }
 
-bool is_event_command(const std::vector<std::string>& words) {
-    return verb_of(words) && words.size() >= (words[0] == "add" ? 2U : 3U);
+bool is_event_command(const Words& words) {
+    const bool is_short = words.size() == 2 && (words[0] == "add" || words == Words{"remove", "ip"});
+    return verb_of(words) && (words.size() >= 3 || is_short);
 }
 
-Change change(Switch contents, const std::vector<std::string>& words) {
+Change change(Switch contents, const Words& words) {
     Change result{std::move(contents), {}, {}};
     const Verb* verb = verb_of(words);
     try {

@@ -44,6 +44,29 @@ Function function_by_name(std::string_view name) {
     return static_cast<Function>(found - function_names.begin());
 }
 
+constexpr std::pair<const char*, Fault> shapes[] = {
+    {"fail", Fault::fail},
+    {"fail_leaving_record", Fault::fail_leaving_record},
+    {"succeed_without_record", Fault::succeed_without_record},
+    {"short_reply", Fault::short_reply},
+    {"wrong_status", Fault::wrong_status},
+    {"no_reply", Fault::no_reply},
+};
+
+std::string name_of(Fault fault) {
+    return std::ranges::find(shapes, fault, &std::pair<const char*, Fault>::second)->first;
+}
+
+constexpr Function without_faults[] = {
+    Function::fcip_if_str,      Function::hton_if_index,   Function::ip_addr_to_str,   Function::ip_addr_compare,
+    Function::mts_rr_token_get, Function::mts_payload_get, Function::mts_payload_size, Function::mts_sap_get,
+    Function::mts_drop,         Function::mutex_lock,      Function::mutex_unlock,
+};
+
+bool is_reply_fault(Fault fault) {
+    return fault == Fault::short_reply || fault == Fault::wrong_status || fault == Fault::no_reply;
+}
+
 /// Counts all planned faults down; the first that is due hits.
 std::optional<ActiveFault> take_due(std::vector<PlannedFault>& planned) {
     std::optional<ActiveFault> due;
@@ -82,7 +105,10 @@ Call::Call(Function function) noexcept : function_(function) {
         complain(function, "called without the process-wide lock");
     try {
         ensure_loaded();
-        advance();
+        if (lock_held_here())
+            advance_within_request();
+        else
+            advance();
         wait_for(function);
         if (recording)
             record.emplace_back(name_of(function));
@@ -129,12 +155,32 @@ void delay(std::string_view function, unsigned milliseconds) {
     delays[index_of(function_by_name(function))].store(milliseconds, std::memory_order_relaxed);
 }
 
+std::optional<Fault> fault_by_name(std::string_view name) {
+    const auto* found = std::ranges::find(shapes, name, &std::pair<const char*, Fault>::first);
+    return found == std::end(shapes) ? std::nullopt : std::optional(found->second);
+}
+
+bool can_happen(std::string_view function, Fault fault) {
+    const Function number = function_by_name(function);
+    if (!is_reply_fault(fault))
+        return std::ranges::count(without_faults, number) == 0;
+    const bool by_line_cards = number == Function::mts_send || number == Function::mts_recv;
+    const bool by_services = number == Function::fcip_send_recv_with_mts_q || number == Function::cmi_req_resp;
+    return by_line_cards || (by_services && fault != Fault::wrong_status);
+}
+
+bool can_be_delayed(std::string_view function) {
+    const Function number = function_by_name(function);
+    return number != Function::mutex_lock && number != Function::mutex_unlock;
+}
+
 std::vector<std::string> planned_faults() {
     std::vector<std::string> lines;
     for (std::size_t i = 0; i < function_count; ++i) {
         const std::string name(function_names[i]);
         for (const PlannedFault& fault : faults_by_function[i])
-            lines.push_back("fault " + name + " " + (fault.nth == every_call ? "every" : std::to_string(fault.nth)));
+            lines.push_back("fault " + name + " " + (fault.nth == every_call ? "every" : std::to_string(fault.nth)) +
+                            " " + name_of(fault.fault));
         if (const unsigned milliseconds = delays[i].load(std::memory_order_relaxed))
             lines.push_back("delay " + name + " " + std::to_string(milliseconds));
     }

@@ -1,6 +1,7 @@
 #include "simulator/live.h"
 
 #include "simulator/commands.h"
+#include "simulator/counters.h"
 #include "simulator/state.h"
 #include "simulator/statistics_layout.h"
 
@@ -58,38 +59,20 @@ std::uint64_t value_at(const CounterPlace& place, const Rate& rate, std::uint64_
     return rate.start + counted + static_cast<std::uint64_t>(most * chance(seed, place, periods));
 }
 
-Port* port_of(Switch& contents, const CounterPlace& place) {
-    const auto row = contents.ports.find(place.row.first);
-    return row == contents.ports.end() ? nullptr : &row->second;
-}
-
-/// The record that a counter stands in; null if it is not there.
-std::uint8_t* record_of(Switch& contents, const CounterPlace& place) {
-    if (place.table == CounterTable::link_errors) {
-        const auto row = contents.link_errors.find(place.row);
-        return row == contents.link_errors.end() ? nullptr : row->second.bytes;
-    }
-    Port* port = port_of(contents, place);
-    if (!port)
-        return nullptr;
-    const auto bytes = [](Payload& payload) { return payload.empty() ? nullptr : payload.data(); };
-    switch (place.table) {
-    case CounterTable::port_counters:
-        return port->counters ? port->counters->bytes : nullptr;
-    case CounterTable::mac_statistics:
-        return bytes(port->mac_statistics);
-    case CounterTable::ip_statistics:
-        return bytes(port->ip_statistics);
-    default:
-        return port->tcp_statistics.empty() ? nullptr : bytes(port->tcp_statistics[0]);
-    }
-}
-
-void move_counters(Switch& contents) {
+/// @param now the switch's clock, milliseconds; a time that is past counts as the present one
+void move_counters_to(std::uint64_t now) {
+    Switch& contents = current();
+    contents.now = std::max(contents.now, now);
     for (const auto& [place, rate] : contents.rates) {
         if (std::uint8_t* record = record_of(contents, place))
             CounterField{"", place.offset, place.bits}.put(record, value_at(place, rate, contents.seed, contents.now));
     }
+}
+
+/// Whether enough time has passed for counters to move. @param now milliseconds
+bool is_time_to_move(std::uint64_t now) {
+    const std::uint64_t resolution = current().rates.size() > 1000 ? 1000 : 10;
+    return now >= current().now + resolution;
 }
 
 /// The events that come first, or the end.
@@ -109,12 +92,14 @@ void happen(const Event& event) {
         return;
     }
     replace_switch(std::move(changed.contents));
-    if (!event.lasts)
+    if (!event.lasts || event.at + *event.lasts > longest_clock)
         return;
-    for (Event& undo : changed.undo) {
+    for (Event& undo : changed.undo)
         undo.at = event.at + *event.lasts;
-        contents.events.push_back(std::move(undo));
-    }
+    // Before all others: what ends at a time has ended when something begins at that time, and the last begun ends
+    // first.
+    contents.events.insert(contents.events.begin(), std::make_move_iterator(changed.undo.begin()),
+                           std::make_move_iterator(changed.undo.end()));
 }
 
 } // namespace
@@ -138,27 +123,32 @@ void advance_to(std::uint64_t milliseconds) {
          next = next_event(current())) {
         const Event event = std::move(*next);
         current().events.erase(next);
-        current().now = std::max(current().now, event.at);
-        move_counters(current());
+        move_counters_to(event.at);
         happen(event);
     }
-    current().now = std::max(current().now, milliseconds);
-    move_counters(current());
+    move_counters_to(milliseconds);
 }
 
 void advance() {
-    Switch& contents = current();
-    if ((contents.rates.empty() && contents.events.empty()) || is_stopped())
+    if (is_stopped())
         return;
-    const std::uint64_t resolution = contents.rates.size() > 1000 ? 1000 : 10; // milliseconds
     const std::uint64_t now = wall_time();
-    if (now >= contents.now + resolution)
+    const auto next = next_event(current());
+    if (is_time_to_move(now) || (next != current().events.end() && next->at <= now))
         advance_to(now);
+}
+
+void advance_within_request() {
+    if (current().rates.empty() || is_stopped())
+        return;
+    const std::uint64_t now = wall_time();
+    if (is_time_to_move(now))
+        move_counters_to(now);
 }
 
 const Switch* present_switch() {
     ensure_loaded();
-    advance();
+    advance_within_request();
     return load_failed() ? nullptr : &current();
 }
 

@@ -5,8 +5,14 @@
 
 namespace switchsim {
 
-/// Brings the switch to the present, if anything moves on it. At the beginning of every platform call.
+/// The latest time that a scenario can say, milliseconds. Clocks are not stepped beyond it.
+inline constexpr std::uint64_t longest_clock = 1'000'000'000'000;
+
+/// Brings the switch to the present, between two requests.
 void advance();
+
+/// The same while a request is under way: counters move, events wait.
+void advance_within_request();
 
 /// The switch as it is at this moment, for what is no platform call; null if its scenario could not be loaded. The
 /// caller holds the process-wide lock.

@@ -1,6 +1,7 @@
 #include "simulator/lock.h"
 
 #include "simulator/call.h"
+#include "simulator/live.h"
 #include "simulator/state.h"
 
 #include <atomic>
@@ -14,6 +15,15 @@ using namespace switchsim;
 // An ordinary mutex does the locking, so that the thread sanitizer sees it; the owner beside it is for the checks.
 std::mutex process_lock;
 std::atomic<std::thread::id> owner{};
+
+/// Lets happen what happened on the switch since the last request.
+void begin_request() noexcept {
+    try {
+        if (is_loaded())
+            advance();
+    } catch (const std::exception&) { // no memory: it happens at the next request
+    }
+}
 
 } // namespace
 
@@ -49,6 +59,7 @@ void mutex_lock(void) {
     }
     process_lock.lock();
     owner.store(std::this_thread::get_id(), std::memory_order_relaxed);
+    begin_request();
 }
 
 void mutex_unlock(void) {

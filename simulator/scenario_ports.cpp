@@ -121,8 +121,7 @@ void read_port(TableReader& reader, const PortKind& kind, bool default_slots, Sw
 
 void read_counters(TableReader& reader, std::span<const CounterField> fields, std::uint8_t* record, CounterTable table,
                    const LinkKey& row, Switch& contents) {
-    reader.counters(fields, record, [&](const CounterField& field, Rate rate) {
-        rate.since = contents.now;
+    reader.counters(fields, record, contents.now, [&](const CounterField& field, const Rate& rate) {
         contents.rates[{table, row, field.offset, field.bits}] = rate;
     });
 }

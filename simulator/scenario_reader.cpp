@@ -292,37 +292,39 @@ std::optional<std::uint64_t> TableReader::seconds(std::string_view key) {
     return std::nullopt;
 }
 
-/// A counter that moves: {value = 5, rate = 100, period = 1, jitter = 10}.
-std::optional<Rate> TableReader::rate(std::string_view key, std::uint64_t highest) {
-    auto reader = table(key);
-    if (!reader)
-        return std::nullopt;
+/// A counter that moves, as {value = 5, rate = 100, period = 1, jitter = 10} and more.
+/// @param rate its `since` is the switch's clock before
+void TableReader::rate(const CounterField& field, std::uint64_t highest, std::uint8_t* record, Rate& rate) {
+    TableReader reader = *table(field.key);
     constexpr std::uint32_t longest = 1000000;
-    Rate rate;
-    rate.start = reader->integer("value", 0, highest).value_or(0);
-    const auto per_second = reader->integer("rate", 0, std::numeric_limits<std::uint64_t>::max() / longest / 1000);
+    const std::uint64_t value = reader.integer("value", 0, highest).value_or(0);
+    field.put(record, value);
+    const auto per_second = reader.integer("rate", 0, std::numeric_limits<std::uint64_t>::max() / longest / 1000);
     if (!per_second)
-        reader->missing("rate", "an integer, how much is counted in a second");
+        reader.missing("rate", "an integer, how much is counted in a second");
     rate.per_second = per_second.value_or(0);
-    const std::uint64_t period = reader->seconds("period").value_or(rate.period);
+    const std::uint64_t period = reader.seconds("period").value_or(rate.period);
     if (period == 0 || period > std::uint64_t{longest} * 1000)
-        reader->fail("period", "seconds from 0.001 to 1000000");
+        reader.fail("period", "seconds from 0.001 to 1000000");
     rate.period = static_cast<std::uint32_t>(period);
-    rate.jitter = reader->number<std::uint8_t>("jitter", 0, 100).value_or(0);
-    reader->finish();
-    return rate;
+    rate.jitter = reader.number<std::uint8_t>("jitter", 0, 100).value_or(0);
+    rate.start = reader.integer("start", 0, highest).value_or(value);
+    const std::uint64_t since = reader.seconds("since").value_or(rate.since);
+    if (since > rate.since)
+        reader.fail("since", "seconds that are not after [clock] now");
+    rate.since = std::min(since, rate.since);
+    reader.finish();
 }
 
-void TableReader::counters(std::span<const CounterField> fields, std::uint8_t* record,
+void TableReader::counters(std::span<const CounterField> fields, std::uint8_t* record, std::uint64_t now,
                            const std::function<void(const CounterField& field, const Rate& rate)>& take_rate) {
     for (const CounterField& field : fields) {
         const std::uint64_t highest = field.bits == 64 ? std::numeric_limits<std::uint64_t>::max() : any_word;
         const toml::node* node = find(field.key);
         if (node && node->is_table()) {
-            if (const auto moving = rate(field.key, highest)) {
-                field.put(record, moving->start);
-                take_rate(field, *moving);
-            }
+            Rate moving{.since = now};
+            rate(field, highest, record, moving);
+            take_rate(field, moving);
         } else if (const auto value = integer(field.key, 0, highest)) {
             field.put(record, *value);
         }

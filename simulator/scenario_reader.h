@@ -113,7 +113,8 @@ class TableReader {
     std::vector<TableReader> tables(std::string_view key);
 
     /// Reads counters into a record: every field of the layout is a key. Those that move are handed to `take_rate`.
-    void counters(std::span<const CounterField> fields, std::uint8_t* record,
+    /// @param now the switch's clock, milliseconds
+    void counters(std::span<const CounterField> fields, std::uint8_t* record, std::uint64_t now,
                   const std::function<void(const CounterField& field, const Rate& rate)>& take_rate);
 
     /// Seconds, with up to three digits behind the point, as milliseconds.
@@ -134,7 +135,7 @@ class TableReader {
     std::optional<Value> parsed(std::string_view key, const char* expected,
                                 bool (*parse)(const std::string& text, Value& value));
     std::optional<std::string> text(std::string_view key, std::size_t longest, const std::string& expected);
-    std::optional<Rate> rate(std::string_view key, std::uint64_t highest);
+    void rate(const CounterField& field, std::uint64_t highest, std::uint8_t* record, Rate& rate);
     static std::string range_text(std::uint64_t lowest, std::uint64_t highest);
 
     const std::string* meant(std::string_view unknown) const;

@@ -120,6 +120,12 @@ struct Record {
     const std::uint8_t* bytes;
 };
 
+/// When and where a counter began to move, unless that is now.
+std::string begin_text(const Record& record, const Rate& rate, std::uint64_t value) {
+    return (rate.start == value ? "" : ", start = " + number_text(rate.start)) +
+           (rate.since == record.contents.now ? "" : ", since = " + seconds_text(rate.since));
+}
+
 void write_counters(Lines& lines, const std::string& header, std::span<const CounterField> fields,
                     const Record& record) {
     lines.table("[" + header + "]");
@@ -133,7 +139,7 @@ void write_counters(Lines& lines, const std::string& header, std::span<const Cou
         const Rate& rate = found->second;
         lines.raw(field.key, "{ value = " + number_text(value) + ", rate = " + number_text(rate.per_second) +
                                  ", period = " + seconds_text(rate.period) +
-                                 ", jitter = " + std::to_string(rate.jitter) + " }");
+                                 ", jitter = " + std::to_string(rate.jitter) + begin_text(record, rate, value) + " }");
     }
 }
 

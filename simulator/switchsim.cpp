@@ -26,6 +26,7 @@ void load_first() {
     std::fprintf(stderr, "%s\n", error.c_str());
     bad_scenario = true;
     loaded = true;
+    restart_clock();
 }
 
 /// Puts a scenario in place, or gives its first error and how many more there are.
@@ -45,10 +46,14 @@ std::string take(ScenarioResult result) {
 } // namespace
 
 void ensure_loaded() {
-    if (loaded.load(std::memory_order_relaxed))
+    if (is_loaded())
         return;
     load_first();
     open_control(); // of a bad scenario too
+}
+
+bool is_loaded() {
+    return loaded.load(std::memory_order_relaxed);
 }
 
 Switch& current() {

@@ -89,6 +89,8 @@ struct Rate {
     std::uint32_t period = 1000;  ///< milliseconds
     std::uint8_t jitter = 0;      ///< percent of a period's amount that a value may be ahead by
     std::uint64_t since = 0;      ///< milliseconds
+
+    bool operator==(const Rate& other) const = default;
 };
 
 /// What happens to the switch at a time of its own clock. `command` is one that switchsim::command() takes.
@@ -96,7 +98,7 @@ struct Event {
     std::uint64_t at = 0; ///< milliseconds
     std::string command;
     std::optional<std::uint64_t> lasts; ///< milliseconds, after which it is undone
-    std::string rows;                   ///< of the command "add": the rows, as a scenario has them
+    std::string rows; ///< of "add": the rows, as a scenario has them; of "set": "KEY VALUE" in a line each
 };
 
 /// The switch: its tables, keyed as the platform keys them. Edit freely; the next platform call sees the change.

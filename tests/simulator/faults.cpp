@@ -144,6 +144,22 @@ TEST_F(Faults, UnknownFunctionNamesAreRefused) {
     EXPECT_THROW(switchsim::calls("get_name"), std::invalid_argument);
 }
 
+TEST_F(Faults, CommandsTakeThoseThatCanHappen) {
+    const std::set<std::string_view> replies{"mts_send", "mts_recv", "fcip_send_recv_with_mts_q", "cmi_req_resp"};
+    for (const auto& function : platform_calls()) {
+        SCOPED_TRACE(function.name);
+        const auto taken = [&](const char* shape) {
+            return switchsim::command({"fault", function.name, "1", shape}).good;
+        };
+        for (const char* shape : {"fail", "fail_leaving_record", "succeed_without_record"})
+            EXPECT_EQ(taken(shape), function.takes != Takes::nothing) << shape;
+        for (const char* shape : {"short_reply", "no_reply"})
+            EXPECT_EQ(taken(shape), replies.contains(function.name)) << shape;
+        EXPECT_EQ(taken("wrong_status"),
+                  std::string(function.name).starts_with("mts_") && replies.contains(function.name));
+    }
+}
+
 // ---------------------------------------------------------------------------------------------- faults by number
 
 TEST_F(Faults, HitTheNthCallOfAnyFunction) {

@@ -7,6 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -31,6 +35,16 @@ cmpihost::Answer ports_of_the_own_provider() {
 /// Ends the child: 0 if all is as expected.
 [[noreturn]] void finish(bool as_expected) {
     std::exit(as_expected ? 0 : 1);
+}
+
+/// How many sockets the process has.
+int sockets() {
+    int count = 0;
+    for (const auto& descriptor : std::filesystem::directory_iterator("/proc/self/fd")) {
+        struct stat status {};
+        count += stat(descriptor.path().c_str(), &status) == 0 && S_ISSOCK(status.st_mode) ? 1 : 0;
+    }
+    return count;
 }
 
 const auto success = ::testing::ExitedWithCode(0);
@@ -63,6 +77,27 @@ TEST(FirstLoad, TheVariableNamesTheScenario) {
             const std::string name = getCSName();
             mutex_unlock();
             finish(name == "edge-sw1");
+        },
+        success, "^$");
+}
+
+TEST(FirstLoad, WithoutAControlSocketThereIsNone) {
+    for (const char* variable : {"", static_cast<const char*>(nullptr)})
+        EXPECT_EXIT(
+            {
+                unsetenv("SWITCHSIM_CONTROL");
+                if (variable)
+                    setenv("SWITCHSIM_CONTROL", variable, 1);
+                const bool loaded = open_queue() == 0;
+                finish(loaded && sockets() == 0);
+            },
+            success, "^$");
+    EXPECT_EXIT(
+        {
+            const std::string file = testing::TempDir() + "switchsim-first-load-" + std::to_string(getpid());
+            setenv("SWITCHSIM_CONTROL", file.c_str(), 1);
+            const bool loaded = open_queue() == 0;
+            finish(loaded && sockets() == 1);
         },
         success, "^$");
 }

@@ -230,7 +230,7 @@ TEST_F(SwitchsimControl, FaultsAndDelaysUntilTheyAreCleared) {
     EXPECT_GE(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(30));
     mutex_unlock();
     expect_done({"show"});
-    EXPECT_NE(out_.find("fault getCSName every\ndelay getCSName 30\n"), std::string::npos) << out_;
+    EXPECT_NE(out_.find("fault getCSName every fail\ndelay getCSName 30\n"), std::string::npos) << out_;
     expect_done({"clear"});
     mutex_lock();
     EXPECT_STREQ(getCSName(), "edge-sw1");
