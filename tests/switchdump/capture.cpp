@@ -9,6 +9,7 @@
 
 #include <cstdio>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -27,21 +28,38 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
+cmpihost::Request request_for(cmpihost::Request::Operation operation, const cmpihost::Object& path) {
+    cmpihost::Request request;
+    request.operation = operation;
+    request.path = path;
+    return request;
+}
+
 std::string name_of(const cmpihost::Request& request) {
     return "operation " + std::to_string(static_cast<int>(request.operation)) + " of " +
            cmpihost::path_text(request.path);
 }
 
+/// What the simulated switch serves of itself.
+constexpr const char* own_classes[] = {"ZANTO_PhysicalComputerSystem", "ZANTO_LogicalComputerSystem",
+                                       "ZANTO_EthernetPort", "ZANTO_FCPort"};
+
 class Capture : public CaptureTest {
   protected:
-    Capture() : library_(FCIP_BINARY_DIR "/lib/libFCIPProvider.so") { library_.create("FCIPProvider"); }
+    Capture()
+        : library_(FCIP_BINARY_DIR "/lib/libFCIPProvider.so"),
+          own_library_(FCIP_BINARY_DIR "/lib/libswitchsimProvider.so") {
+        library_.create("FCIPProvider");
+        own_library_.create("switchsimProvider");
+    }
 
-    std::vector<Outcome> answers(const std::vector<cmpihost::Request>& requests) const {
+    static std::vector<Outcome> answers_of(const cmpihost::Library& library,
+                                           const std::vector<cmpihost::Request>& requests) {
         testing::internal::CaptureStdout();
         std::vector<Outcome> outcomes;
         std::vector<off_t> ends;
         for (const auto& request : requests) {
-            auto answer = cmpihost::run(library_.provider(), request);
+            auto answer = cmpihost::run(library.provider(), request);
             outcomes.push_back({answer.rc, std::move(answer.objects), ""});
             std::fflush(stdout);
             ends.push_back(lseek(STDOUT_FILENO, 0, SEEK_CUR));
@@ -56,6 +74,39 @@ class Capture : public CaptureTest {
         return outcomes;
     }
 
+    std::vector<Outcome> answers(const std::vector<cmpihost::Request>& requests) const {
+        return answers_of(library_, requests);
+    }
+
+    /// Of each of the switch's own classes the enumerations, and each object.
+    std::vector<cmpihost::Request> requests_of_own_classes() const {
+        using enum cmpihost::Request::Operation;
+        std::vector<cmpihost::Request> requests;
+        for (const char* class_name : own_classes) {
+            const cmpihost::Object path{class_name, "root/cimv2", {}, {}, {}};
+            requests.push_back(request_for(enumerate_instances, path));
+            requests.push_back(request_for(enumerate_instance_names, path));
+            const auto names = answers_of(own_library_, {requests.back()});
+            for (const auto& object : names[0].objects)
+                requests.push_back(request_for(get_instance, object));
+        }
+        return requests;
+    }
+
+    /// Captures the switch and loads what was captured: of its own classes, answers about those that are named differ.
+    void expect_own_classes_alike_but(const std::set<std::string>& differing) {
+        const auto requests = requests_of_own_classes();
+        const auto before = answers_of(own_library_, requests);
+        ASSERT_EQ(switchsim::load_text(captured(), "captured"), "");
+        const auto after = answers_of(own_library_, requests);
+        std::set<std::string> found;
+        for (std::size_t i = 0; i < before.size(); ++i)
+            if (before[i] != after[i])
+                found.insert(requests[i].path.class_name);
+        EXPECT_EQ(found, differing);
+        EXPECT_GT(requests.size(), 2 * std::size(own_classes));
+    }
+
     /// Enumerations of every class and association; then of each object its instance, and every association operation.
     std::vector<cmpihost::Request> all_requests() const {
         using Operation = cmpihost::Request::Operation;
@@ -64,25 +115,18 @@ class Capture : public CaptureTest {
         std::vector<cmpihost::Request> requests;
         std::vector<cmpihost::Object> sources;
         for (const char* class_name : classes) {
-            cmpihost::Request request;
-            request.path.class_name = class_name;
-            request.path.name_space = "root/cimv2";
-            requests.push_back(request);
-            request.operation = Operation::enumerate_instance_names;
-            requests.push_back(request);
-            const auto names = answers({request});
-            for (const auto& path : names[0].objects)
-                sources.push_back(path);
+            const cmpihost::Object path{class_name, "root/cimv2", {}, {}, {}};
+            requests.push_back(request_for(Operation::enumerate_instances, path));
+            requests.push_back(request_for(Operation::enumerate_instance_names, path));
+            const auto names = answers({requests.back()});
+            for (const auto& object : names[0].objects)
+                sources.push_back(object);
         }
-        for (const auto& source : sources) {
+        for (const auto& source : sources)
             for (const Operation operation :
                  {Operation::get_instance, Operation::associators, Operation::associator_names, Operation::references,
-                  Operation::reference_names}) {
-                requests.push_back({});
-                requests.back().operation = operation;
-                requests.back().path = source;
-            }
-        }
+                  Operation::reference_names})
+                requests.push_back(request_for(operation, source));
         return requests;
     }
 
@@ -102,6 +146,7 @@ class Capture : public CaptureTest {
     }
 
     cmpihost::Library library_;
+    cmpihost::Library own_library_; ///< of the simulated switch itself
 };
 
 TEST_F(Capture, OfTheTwoSiteSwitchAnswersAlike) {
@@ -148,6 +193,48 @@ TEST_F(Capture, OfServicesThatDoNotAnswerAnswersAlike) {
         port.eth_stats_mtu.reset();
     }
     expect_alike();
+}
+
+TEST_F(Capture, OwnClassesDifferInTheNameOfAVsanWithoutADomain) {
+    ASSERT_EQ(switchsim::load_text(switchsim::built_in_scenario(), "two-site"), "");
+    expect_own_classes_alike_but({"ZANTO_LogicalComputerSystem"});
+    const auto& vsans = the_switch().vsans;
+    EXPECT_EQ(vsans.at(99).name, "VSAN99");
+    EXPECT_EQ(vsans.at(1).name, "200100005E112233");
+}
+
+TEST_F(Capture, OwnClassesOfASwitchWithEveryFieldChangedAreAlike) {
+    ASSERT_EQ(switchsim::load_text(switchsim::built_in_scenario(), "two-site"), "");
+    change_every_field();
+    expect_own_classes_alike_but({});
+}
+
+TEST_F(Capture, OwnClassesOfAGeneratedSwitchAreAlike) {
+    switchsim::generate(12);
+    expect_own_classes_alike_but({});
+}
+
+TEST_F(Capture, OwnClassesDifferInCardsThatHaveFibreChannelPortsAlone) {
+    ASSERT_EQ(switchsim::load_text(R"(
+        [switch]
+        name = "sw"
+        slots = [1, 4]
+        [[vsan]]
+        id = 1
+        domain = "d"
+        [[fibre_channel]]
+        slot = 4
+        port = 1
+    )",
+                                   "cards"),
+              "");
+    expect_own_classes_alike_but({"ZANTO_FCPort"});
+}
+
+TEST_F(Capture, OwnClassesLackVsansWithoutInterfaces) {
+    switchsim::generate(2);
+    the_switch().vsans[4000] = {"alone", "domain"};
+    expect_own_classes_alike_but({"ZANTO_LogicalComputerSystem"});
 }
 
 TEST_F(Capture, NamesWhatCannotBeRead) {
@@ -258,7 +345,7 @@ TEST_F(FailingCalls, AreNoted) {
     };
     for (const auto& [function, note] : notes) {
         const std::string scenario = captured_with(function, switchsim::Fault::fail);
-        EXPECT_NE(scenario.find(note), std::string::npos) << function << scenario;
+        EXPECT_NE(scenario.find(note), std::string::npos) << function;
     }
     load_two_site();
     EXPECT_TRUE(captured().starts_with("[switch]\n"));
