@@ -211,6 +211,7 @@ void write_ethernet_facts(Lines& lines, const Port& port) {
         if (!readable)
             unreadable.emplace_back(what);
     };
+    note("network_address", !port.network_address.empty());
     note("subnet_mask", port.subnet_mask.has_value());
     note("prefix_length", port.prefix_length.has_value());
     note("counters", port.counters.has_value());
@@ -249,6 +250,8 @@ void write_port(Lines& lines, const Switch& contents, const PortKind& kind, std:
     if (port.counters)
         write_counters(lines, std::string(kind.section) + ".counters", port_counter_fields,
                        {contents, CounterTable::port_counters, {if_index, 0}, port.counters->bytes});
+    else if (kind.kind != kind_ethernet) // which names it with its other facts
+        lines.unreadable({"counters"});
     if (kind.kind == kind_ethernet)
         write_statistics(lines, contents, {if_index, 0}, port);
 }

@@ -151,7 +151,8 @@ void read_ethernet_facts(const PmPortInfo& info, std::uint32_t if_index, Port& p
     alignas(std::max_align_t) std::uint8_t counters[4096] = {};
     if (pm_get_clear_eth_stats(mts_q, if_index, if_index, 1, counters) == 0)
         port.eth_stats_mtu = switchsim::get_big<std::uint32_t>(counters, 28);
-    read_line_card(if_index, port);
+    if (port.slot) // without one, no scenario has a line card that answers
+        read_line_card(if_index, port);
 }
 
 Port read_port(const PmPortInfo& info, bool is_tunnel) {
@@ -213,14 +214,17 @@ void read_vsan(std::uint32_t id, Switch& contents) {
     alignas(std::max_align_t) std::uint8_t vsan[4096] = {};
     alignas(std::max_align_t) std::uint8_t domain[4096] = {};
     switchsim::put_host(vsan, 0, id);
-    if (vsan_cim_get_vsanEntry(mts_q, platform_exact, vsan) != 0)
+    const bool has_entry = vsan_cim_get_vsanEntry(mts_q, platform_exact, vsan) == 0;
+    const bool has_domain = dm_cim_get_dmEntry(mts_q, id, 1, domain) == 0;
+    if (!has_entry && !has_domain)
         return;
     switchsim::Vsan& row = contents.vsans[id];
-    row.name = "VSAN" + std::to_string(id);
-    if (dm_cim_get_dmEntry(mts_q, id, 1, domain) != 0)
-        return;
-    row.name = written([&](char* key) { return vsan_cim_get_vsan_key(key, vsan, domain); }).value_or("");
-    row.domain = written([&](char* key) { return vsan_cim_get_vsan_admindomain_key(key, domain); }).value_or("");
+    if (has_domain)
+        row.domain = written([&](char* key) { return vsan_cim_get_vsan_admindomain_key(key, domain); }).value_or("");
+    else
+        row.name = "VSAN" + std::to_string(id);
+    if (has_entry && has_domain)
+        row.name = written([&](char* key) { return vsan_cim_get_vsan_key(key, vsan, domain); }).value_or("");
 }
 
 /// The VSANs that ports are in; there is no other list of them.

@@ -6,6 +6,7 @@
 #include "simulator/scenario_writer.h"
 #include "switchdump/anonymous.h"
 #include "switchdump/capture.h"
+#include "switchdump/notes.h"
 
 #include <CLI/CLI.hpp>
 
@@ -86,7 +87,7 @@ int print_scenario(bool anonymous) {
     switchsim::Switch contents = capture();
     if (anonymous)
         make_anonymous(contents);
-    const std::string text = switchsim::write_scenario(contents);
+    const std::string text = notes(contents) + switchsim::write_scenario(contents);
     const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
     return whole ? 0 : fail("the scenario cannot be written: " + std::string(std::strerror(errno)));
 }
