@@ -56,7 +56,7 @@ std::string address_text(const ip_addr_value& address) {
 }
 
 /// An integer; beyond what TOML's hold as a text.
-std::string number_text(std::uint64_t value) {
+std::string integer_text(std::uint64_t value) {
     const std::string digits = std::to_string(value);
     return value > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) ? quote(digits) : digits;
 }
@@ -77,7 +77,7 @@ class Lines {
         if (value != fallback)
             text(key, value);
     }
-    void number(std::string_view key, std::uint64_t value) { raw(key, number_text(value)); }
+    void number(std::string_view key, std::uint64_t value) { raw(key, integer_text(value)); }
     void number(std::string_view key, std::uint64_t value, std::uint64_t fallback) {
         if (value != fallback)
             number(key, value);
@@ -122,7 +122,7 @@ struct Record {
 
 /// When and where a counter began to move, unless that is now.
 std::string begin_text(const Record& record, const Rate& rate, std::uint64_t value) {
-    return (rate.start == value ? "" : ", start = " + number_text(rate.start)) +
+    return (rate.start == value ? "" : ", start = " + integer_text(rate.start)) +
            (rate.since == record.contents.now ? "" : ", since = " + seconds_text(rate.since));
 }
 
@@ -137,7 +137,7 @@ void write_counters(Lines& lines, const std::string& header, std::span<const Cou
             continue;
         }
         const Rate& rate = found->second;
-        lines.raw(field.key, "{ value = " + number_text(value) + ", rate = " + number_text(rate.per_second) +
+        lines.raw(field.key, "{ value = " + integer_text(value) + ", rate = " + integer_text(rate.per_second) +
                                  ", period = " + seconds_text(rate.period) +
                                  ", jitter = " + std::to_string(rate.jitter) + begin_text(record, rate, value) + " }");
     }

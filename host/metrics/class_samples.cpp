@@ -169,7 +169,7 @@ void ClassSamples::write(Pieces& pieces, std::size_t index) const {
         if (!head.empty())
             out.append(std::exchange(head, {}));
         if (cell.kind == Cell::Kind::states) {
-            append_states(out, metric, line, cell.bits);
+            append_states(out, metric, line, static_cast<std::size_t>(cell.bits));
             continue;
         }
         char* at = out.room(name.size() + line.size() + longest_number + 1);
