@@ -67,7 +67,7 @@ TEST_F(SameCommand, AsksTheServersScenario) {
     const ServerProcess server({"--scenario", scenario()});
     ASSERT_TRUE(server.is_up());
     const std::string shown = page(server, "ZANTO_FCIPProfile.InstanceID=%221%22");
-    const std::string address = between(shown, "FcipEntityAddress</th><td>", "</td>");
+    const std::string address = between(shown, "<td data-value=\"FcipEntityAddress\">", "</td>");
     EXPECT_FALSE(address.empty()) << shown;
     const std::string answer = run_in_shell(command(shown));
     EXPECT_NE(answer.find("\"" + address + "\""), std::string::npos) << answer;
