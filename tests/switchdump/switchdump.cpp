@@ -137,12 +137,18 @@ TEST_F(Switchdump, HelpIsExit0OnStandardOutput) {
     EXPECT_EQ(run({"--help"}), 0);
     EXPECT_TRUE(out_.starts_with("Shows the FCIP profiles and links of a switch")) << out_;
     EXPECT_NE(out_.find("--scenario FILE"), std::string::npos) << out_;
+    EXPECT_NE(out_.find("--salt TEXT"), std::string::npos) << out_;
     EXPECT_EQ(err_, "");
 }
 
 TEST_F(Switchdump, WrongUsageIsOneLineAndExit2) {
-    const std::vector<std::vector<const char*>> wrong = {
-        {"--no-such-option"}, {"extra"}, {"--scenario", "a", "b"}, {"--anonymous"}, {"--scenario", "a", "--anonymous"}};
+    const std::vector<std::vector<const char*>> wrong = {{"--no-such-option"},
+                                                         {"extra"},
+                                                         {"--scenario", "a", "b"},
+                                                         {"--anonymous"},
+                                                         {"--scenario", "a", "--anonymous"},
+                                                         {"--scenario", "--salt", "a"},
+                                                         {"--salt", "a"}};
     for (const auto& arguments : wrong) {
         EXPECT_EQ(run(arguments), 2) << arguments.front();
         EXPECT_TRUE(one_error_line()) << err_;
