@@ -116,9 +116,13 @@ TEST_F(Anonymous, ReplacementsOfEachKindDependOnTheSalt) {
         EXPECT_EQ(switchsim::load_text(switchsim::built_in_scenario(), "two-site"), "");
         auto contents = the_switch();
         switchdump::make_anonymous(contents, salt);
-        return std::vector<std::string>{
-            contents.name, switchsim::plain_text(contents.wwn), contents.ports.at(0x83010001).network_address,
-            address_text(contents.profiles.at(1).local_address), address_text(contents.profiles.at(3).local_address)};
+        const int distance = std::stoi(contents.name.substr(5)) - std::stoi(contents.system_name.substr(5));
+        return std::vector<std::string>{contents.name,
+                                        std::to_string(distance),
+                                        switchsim::plain_text(contents.wwn),
+                                        contents.ports.at(0x83010001).network_address,
+                                        address_text(contents.profiles.at(1).local_address),
+                                        address_text(contents.profiles.at(3).local_address)};
     };
     const auto one = texts("one");
     const auto two = texts("two");
