@@ -5,6 +5,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <initializer_list>
+#include <map>
+#include <numeric>
+#include <random>
+#include <vector>
 
 namespace switchdump {
 
@@ -13,27 +18,67 @@ namespace {
 using switchsim::put_big;
 using switchsim::Wwn;
 
-/// Gives each value that it is asked for a number, in the order in which they come first.
+using Random = std::mt19937_64;
+
+/// The numbers from `first` on, each once, in an order that chance gives.
+struct Shuffled {
+    std::uint64_t first;
+    std::uint64_t size; ///< at least 2, below 2^32
+    std::uint64_t offset;
+    std::uint64_t step; ///< shares no divisor with the size
+
+    Shuffled(std::uint64_t begin, std::uint64_t count, Random& random)
+        : first(begin), size(count), offset(random() % count), step(1) {
+        do
+            step = 1 + random() % (size - 1);
+        while (std::gcd(step, size) != 1);
+    }
+    std::uint64_t at(std::uint64_t index) const { return first + (index * step + offset) % size; }
+};
+
+/// Gives each value that it is asked for a number: of the first range as long as there are some, then of the next.
 template <class Value>
 class Numbers {
   public:
+    Numbers(std::initializer_list<std::uint64_t> sizes, Random& random) {
+        std::uint64_t first = 0;
+        for (const std::uint64_t size : sizes) {
+            ranges_.emplace_back(first, size, random);
+            first += size;
+        }
+    }
+
     std::uint32_t of(const Value& value) {
-        return numbers_.emplace(value, static_cast<std::uint32_t>(numbers_.size())).first->second;
+        const auto [row, is_new] = numbers_.emplace(value, 0);
+        if (is_new)
+            row->second = static_cast<std::uint32_t>(number(numbers_.size() - 1));
+        return row->second;
     }
 
   private:
+    std::uint64_t number(std::uint64_t index) const {
+        for (const Shuffled& range : ranges_)
+            if (index < range.first + range.size)
+                return range.at(index - range.first);
+        return index;
+    }
+
+    std::vector<Shuffled> ranges_;
     std::map<Value, std::uint32_t> numbers_;
 };
+
+constexpr std::uint32_t documentation_hosts = 254; // of each network
+constexpr std::uint32_t benchmark_hosts = (1U << 17) - 1;
+constexpr std::uint32_t shared_hosts = (1U << 22) - 2;
+constexpr std::uint32_t documentation_macs = 256;
 
 /// The hosts of the three documentation networks; behind them those of the range for benchmarks, and of the range that
 /// carriers share, both of which are no host's on the Internet either.
 std::uint32_t ipv4_of(std::uint32_t number) {
     constexpr std::uint32_t networks[] = {0xC0000200, 0xC6336400, 0xCB007100};
-    constexpr std::uint32_t hosts = 254;
-    constexpr std::uint32_t benchmark_hosts = (1U << 17) - 1;
-    if (number < 3 * hosts)
-        return networks[number / hosts] + 1 + number % hosts;
-    number -= 3 * hosts;
+    if (number < 3 * documentation_hosts)
+        return networks[number / documentation_hosts] + 1 + number % documentation_hosts;
+    number -= 3 * documentation_hosts;
     return number < benchmark_hosts ? 0xC6120000 + 1 + number : 0x64400001 + number - benchmark_hosts;
 }
 
@@ -41,7 +86,7 @@ std::uint32_t ipv4_of(std::uint32_t number) {
 std::string mac_of(std::uint32_t number) {
     char text[18];
     const unsigned last = number & 0xFF;
-    if (number < 256)
+    if (number < documentation_macs)
         std::snprintf(text, sizeof text, "00:00:5e:00:53:%02x", last);
     else
         std::snprintf(text, sizeof text, "02:00:00:%02x:%02x:%02x", number >> 16 & 0xFF, number >> 8 & 0xFF, last);
@@ -59,6 +104,11 @@ Wwn wwn_of(std::uint32_t number) {
 
 class Replacements {
   public:
+    explicit Replacements(Random random)
+        : ipv4_({3 * documentation_hosts, benchmark_hosts, shared_hosts}, random), ipv6_({(1ULL << 32) - 1}, random),
+          wwns_({1U << 20}, random), names_({9999, 999999999}, random),
+          macs_({documentation_macs, (1U << 24) - documentation_macs}, random) {}
+
     void address(ip_addr_value& value) {
         if (std::all_of(std::begin(value.address), std::end(value.address), [](auto byte) { return byte == 0; }))
             return;
@@ -122,8 +172,10 @@ void replace_in_ports(switchsim::Switch& contents, Replacements& replacements) {
 
 } // namespace
 
-void make_anonymous(switchsim::Switch& contents) {
-    Replacements replacements;
+void make_anonymous(switchsim::Switch& contents, const std::string& salt) {
+    const std::vector<std::uint8_t> bytes(salt.begin(), salt.end());
+    std::seed_seq seed(bytes.begin(), bytes.end());
+    Replacements replacements{Random(seed)};
     replacements.name(contents.name);
     replacements.name(contents.system_name);
     contents.wwn = replacements.wwn(contents.wwn);

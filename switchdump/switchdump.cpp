@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <random>
 #include <string>
 
 /// Of the simulated platform; a switch's libraries have no such function.
@@ -69,11 +70,21 @@ int dump_links() {
     }
 }
 
+/// A salt that no other run has.
+std::string random_salt() {
+    std::random_device random;
+    std::string salt;
+    for (int i = 0; i < 4; ++i)
+        salt += std::to_string(random()) + " ";
+    return salt;
+}
+
 /// What was asked for.
 struct Options {
     std::string scenario; ///< of the simulated switch; "" = the built-in one
     bool capture = false;
     bool anonymous = false;
+    std::string salt; ///< of anonymous captures
 };
 
 int dump() {
@@ -83,10 +94,10 @@ int dump() {
 }
 
 /// Prints the switch as a scenario.
-int print_scenario(bool anonymous) {
+int print_scenario(const Options& options) {
     switchsim::Switch contents = capture();
-    if (anonymous)
-        make_anonymous(contents);
+    if (options.anonymous)
+        make_anonymous(contents, options.salt);
     const std::string text = notes(contents) + switchsim::write_scenario(contents);
     const bool whole = std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
     return whole ? 0 : fail("the scenario cannot be written: " + std::string(std::strerror(errno)));
@@ -99,7 +110,7 @@ int look(const Options& options) {
         return fail(error);
     if (init_mts(&mts_q) < 0)
         return fail("the switch's response queue cannot be opened");
-    return options.capture ? print_scenario(options.anonymous) : dump();
+    return options.capture ? print_scenario(options) : dump();
 }
 
 /// The exit code of a run whose output was to be written.
@@ -111,7 +122,7 @@ int written(int result) {
 
 /// Reads the command line. @throws CLI::ParseError, CLI::CallForHelp
 Options parse(CLI::App& app, int argc, const char* const* argv) {
-    Options options{.scenario = scenario_of_environment()};
+    Options options{.scenario = scenario_of_environment(), .salt = random_salt()};
     const auto* scenario =
         app.add_option("--scenario", options.scenario,
                        "With FILE: the scenario file of the simulated switch; without this the one that "
@@ -121,12 +132,19 @@ Options parse(CLI::App& app, int argc, const char* const* argv) {
             ->expected(0, 1);
     app.add_flag("--anonymous", options.anonymous,
                  "With --scenario: put others in the place of names, addresses and WWNs, the same for the same");
+    const auto* salt =
+        app.add_option("--salt", options.salt,
+                       "With --anonymous: with the same text, the same switch gets the same others again; "
+                       "without this, each run takes a text of its own")
+            ->type_name("TEXT");
     app.parse(argc, argv);
     options.capture = scenario->count() > 0 && (scenario->results().empty() || scenario->results()[0].empty());
     if (options.capture)
         options.scenario = scenario_of_environment();
     if (options.anonymous && !options.capture)
         throw CLI::ValidationError("--anonymous goes with --scenario without a file");
+    if (salt->count() > 0 && !options.anonymous)
+        throw CLI::ValidationError("--salt goes with --anonymous");
     return options;
 }
 

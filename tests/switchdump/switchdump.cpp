@@ -137,12 +137,18 @@ TEST_F(Switchdump, HelpIsExit0OnStandardOutput) {
     EXPECT_EQ(run({"--help"}), 0);
     EXPECT_TRUE(out_.starts_with("Shows the FCIP profiles and links of a switch")) << out_;
     EXPECT_NE(out_.find("--scenario FILE"), std::string::npos) << out_;
+    EXPECT_NE(out_.find("--salt TEXT"), std::string::npos) << out_;
     EXPECT_EQ(err_, "");
 }
 
 TEST_F(Switchdump, WrongUsageIsOneLineAndExit2) {
-    const std::vector<std::vector<const char*>> wrong = {
-        {"--no-such-option"}, {"extra"}, {"--scenario", "a", "b"}, {"--anonymous"}, {"--scenario", "a", "--anonymous"}};
+    const std::vector<std::vector<const char*>> wrong = {{"--no-such-option"},
+                                                         {"extra"},
+                                                         {"--scenario", "a", "b"},
+                                                         {"--anonymous"},
+                                                         {"--scenario", "a", "--anonymous"},
+                                                         {"--scenario", "--salt", "a"},
+                                                         {"--salt", "a"}};
     for (const auto& arguments : wrong) {
         EXPECT_EQ(run(arguments), 2) << arguments.front();
         EXPECT_TRUE(one_error_line()) << err_;
@@ -182,22 +188,35 @@ TEST_F(Switchdump, LinkReadThatBringsNoneEndsTheLinks) {
     }
 }
 
-TEST_F(Switchdump, AFullDiskIsAnError) {
-    add_profile(1);
+/// Runs the program with a full disk as its standard output. @return the exit code
+int run_on_a_full_disk(const std::vector<const char*>& arguments, std::string& error) {
     std::fflush(stdout);
     const int saved = dup(STDOUT_FILENO);
     const int full = open("/dev/full", O_WRONLY);
     dup2(full, STDOUT_FILENO);
     testing::internal::CaptureStderr();
-    const char* arguments[] = {"switchdump"};
-    const int result = switchdump::run(1, arguments);
-    const std::string error = testing::internal::GetCapturedStderr();
+    const int result = switchdump::run(static_cast<int>(arguments.size()), arguments.data());
+    error = testing::internal::GetCapturedStderr();
     std::clearerr(stdout);
     dup2(saved, STDOUT_FILENO);
     close(full);
     close(saved);
-    EXPECT_EQ(result, 1);
-    EXPECT_EQ(error, "switchdump: the output could not be written\n");
+    return result;
+}
+
+TEST_F(Switchdump, AFullDiskIsAnError) {
+    add_profile(1);
+    EXPECT_EQ(run_on_a_full_disk({"switchdump"}, err_), 1);
+    EXPECT_EQ(err_, "switchdump: the output could not be written\n");
+}
+
+TEST_F(Switchdump, AFullDiskUnderACaptureIsAnError) {
+    const std::string error = "switchdump: the scenario cannot be written: No space left on device\n";
+    for (const unsigned tunnels : {0U, 300U}) { // what the stream's buffer holds, and more
+        switchsim::generate(tunnels);
+        EXPECT_EQ(run_on_a_full_disk({"switchdump", "--scenario"}, err_), 1) << tunnels;
+        EXPECT_EQ(err_, error) << tunnels;
+    }
 }
 
 } // namespace
