@@ -68,6 +68,7 @@ class Numbers {
 };
 
 constexpr std::uint32_t documentation_hosts = 254; // of each network
+constexpr std::uint32_t all_documentation_hosts = 3 * documentation_hosts;
 constexpr std::uint32_t benchmark_hosts = (1U << 17) - 1;
 constexpr std::uint32_t shared_hosts = (1U << 22) - 2;
 constexpr std::uint32_t documentation_macs = 256;
@@ -76,9 +77,9 @@ constexpr std::uint32_t documentation_macs = 256;
 /// carriers share, both of which are no host's on the Internet either.
 std::uint32_t ipv4_of(std::uint32_t number) {
     constexpr std::uint32_t networks[] = {0xC0000200, 0xC6336400, 0xCB007100};
-    if (number < 3 * documentation_hosts)
+    if (number < all_documentation_hosts)
         return networks[number / documentation_hosts] + 1 + number % documentation_hosts;
-    number -= 3 * documentation_hosts;
+    number -= all_documentation_hosts;
     return number < benchmark_hosts ? 0xC6120000 + 1 + number : 0x64400001 + number - benchmark_hosts;
 }
 
@@ -105,7 +106,7 @@ Wwn wwn_of(std::uint32_t number) {
 class Replacements {
   public:
     explicit Replacements(Random random)
-        : ipv4_({3 * documentation_hosts, benchmark_hosts, shared_hosts}, random), ipv6_({(1ULL << 32) - 1}, random),
+        : ipv4_({all_documentation_hosts, benchmark_hosts, shared_hosts}, random), ipv6_({(1ULL << 32) - 1}, random),
           wwns_({1U << 20}, random), names_({9999, 999999999}, random),
           macs_({documentation_macs, (1U << 24) - documentation_macs}, random) {}
 

@@ -36,7 +36,7 @@ std::string wwn_text(const std::uint8_t* bytes) {
 template <class Value>
 std::size_t distinct(std::vector<Value> values) {
     std::ranges::sort(values);
-    values.erase(std::ranges::unique(values).begin(), values.end());
+    values.erase(std::unique(values.begin(), values.end()), values.end());
     return values.size();
 }
 
