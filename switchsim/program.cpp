@@ -46,8 +46,8 @@ constexpr const char* usage =
 
 /// One line on standard error, whatever the texts in it have.
 int fail(std::string message) {
-    std::ranges::replace_if(
-        message, [](char c) { return (c >= 0 && c < ' ') || c == 0x7f; }, '?');
+    const auto is_control = [](char c) { return static_cast<unsigned char>(c) < ' ' || c == 0x7f; };
+    std::ranges::replace_if(message, is_control, '?');
     std::fprintf(stderr, "%s\n", message.c_str());
     return exit_failed;
 }
