@@ -17,10 +17,10 @@ const std::uint32_t port_key[2] = {gigabit, gigabit};
 const mts_addr destination{0xFE000000, 60};
 const mts_addr line_card{switchsim::node_of_slot(1), 943};
 const mts_recv_options options{{1, 0, 5, 0, 0, 0, 0, 0}};
-const FcipTcpConnKey connection{1, 0, 3225, 3225};
+const FcipTcpConnKey connection_key{1, 0, 3225, 3225};
 PmPortInfo some_port{};
 std::uint32_t out_word;
-mts_msg message;
+mts_msg some_message;
 void* out;
 
 template <typename Record>
@@ -39,7 +39,7 @@ const NullArgument null_arguments[] = {
     {"fcip_get_tcpconn_entry: the key is null",
      [] { return fcip_get_tcpconn_entry(mts_q, platform_exact, nullptr, typed_out<FcipTcpConnEntry>(), 15); }},
     {"fcip_get_tcpconn_entry: the out pointer is null",
-     [] { return fcip_get_tcpconn_entry(mts_q, platform_exact, &connection, nullptr, 15); }},
+     [] { return fcip_get_tcpconn_entry(mts_q, platform_exact, &connection_key, nullptr, 15); }},
     {"fcip_snmp_get_link_errors: the key is null",
      [] { return fcip_snmp_get_link_errors(mts_q, platform_exact, nullptr, typed_out<FcipLinkErrors>(), 10); }},
     {"fcip_snmp_get_link_errors: the out pointer is null",
@@ -118,11 +118,12 @@ const NullArgument null_arguments[] = {
 
     {"init_mts: the queue is null", [] { return init_mts(nullptr); }},
     {"mts_send: the destination is null",
-     [] { return mts_send(mts_q, nullptr, 1917, some_bytes, 32, &message, 0, 0); }},
-    {"mts_send: the payload is null", [] { return mts_send(mts_q, &line_card, 1917, nullptr, 32, &message, 0, 0); }},
+     [] { return mts_send(mts_q, nullptr, 1917, some_bytes, 32, &some_message, 0, 0); }},
+    {"mts_send: the payload is null",
+     [] { return mts_send(mts_q, &line_card, 1917, nullptr, 32, &some_message, 0, 0); }},
     {"mts_send: the message is null", [] { return mts_send(mts_q, &line_card, 1917, some_bytes, 32, nullptr, 0, 0); }},
     {"mts_recv: the message is null", [] { return mts_recv(mts_q, nullptr, &options, 5); }},
-    {"mts_recv: the options is null", [] { return mts_recv(mts_q, &message, nullptr, 5); }},
+    {"mts_recv: the options is null", [] { return mts_recv(mts_q, &some_message, nullptr, 5); }},
 };
 
 class NullArguments : public SimulatorTest {};
