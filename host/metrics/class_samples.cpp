@@ -69,9 +69,19 @@ char* write_cell(char* at, const Cell& cell, const Metric& metric) {
     return write_gauge(at, std::bit_cast<double>(cell.bits), metric.unit);
 }
 
-char* write_text(char* at, std::string_view text) {
-    std::memcpy(at, text.data(), text.size());
-    return at + text.size();
+Text joined(std::initializer_list<std::string_view> parts) {
+    Text text;
+    for (const std::string_view part : parts)
+        text.append(part);
+    return text;
+}
+
+void add_label(Text& line, char separator, std::string_view opening, std::string_view value) {
+    char* at = line.room(1 + opening.size() + longest_escaped * value.size() + 1);
+    *at++ = separator;
+    at = write_escaped(write_blocks(at, opening), value);
+    *at++ = '"';
+    line.end_at(at);
 }
 
 } // namespace
@@ -89,26 +99,30 @@ void ClassSamples::Place::look_for(const HeldProperties& properties) {
 
 ClassSamples::ClassSamples(const ClassPlan& plan) : plan_(&plan) {
     for (const Metric& metric : plan.metrics)
-        metrics_.push_back({metric.property, metric.states.empty() ? nullptr : &metric});
+        metrics_.push_back({metric.property, joined({metric.name}), metric.states.empty() ? nullptr : &metric});
     for (const Label& label : plan.labels)
-        labels_.push_back({label.property});
+        labels_.push_back({label.property, joined({label.name, "=\""})});
 }
 
 void ClassSamples::clear() {
     lines_.clear();
-    cells_.clear();
     states_.clear();
     doubles_ = 0;
 }
 
 void ClassSamples::add(const HeldObject& object) {
     const HeldProperties& properties = object.properties;
+    const std::size_t first = lines_.size() * metrics_.size();
     find_places(properties);
     add_labels(properties);
-    cells_.resize(cells_.size() + metrics_.size());
-    Cell* cell = cells_.data() + cells_.size() - metrics_.size();
+    if (cells_.size() - first < metrics_.size())
+        cells_.resize(2 * first + metrics_.size());
+    Cell* cell = cells_.data() + first;
     for (const Place& place : metrics_) {
-        if (const HeldProperty* property = place.in(properties))
+        const HeldProperty* property = place.in(properties);
+        if (property == nullptr)
+            *cell = {};
+        else
             *cell = place.with_states == nullptr ? cell_of(property->value) : states_in(*property, *place.with_states);
         ++cell;
     }
@@ -130,14 +144,14 @@ void ClassSamples::find_places(const HeldProperties& properties) {
 
 void ClassSamples::add_labels(const HeldProperties& properties) {
     Text& line = lines_.begin();
-    line.append("{");
-    for (std::size_t index = 0; index < labels_.size(); ++index)
-        if (const HeldProperty* property = labels_[index].in(properties)) {
+    char separator = '{';
+    for (const Place& label : labels_)
+        if (const HeldProperty* property = label.in(properties)) {
             const auto* text = std::get_if<std::string_view>(&property->value.data);
-            append_label(line, plan_->labels[index].name,
-                         text != nullptr ? *text : std::string_view(text_of(property->type, property->value)));
+            add_label(line, std::exchange(separator, ','), label.opening.view(),
+                      text != nullptr ? *text : std::string_view(text_of(property->type, property->value)));
         }
-    line.append("} ");
+    line.append(separator == '{' ? "{} " : "} ");
 }
 
 Cell ClassSamples::states_in(const HeldProperty& property, const Metric& metric) {
@@ -156,15 +170,14 @@ void ClassSamples::write(Pieces& pieces) const {
 /// One metric's samples.
 void ClassSamples::write(Pieces& pieces, std::size_t index) const {
     const Metric& metric = plan_->metrics[index];
-    const std::string_view name = metric.name;
+    const std::string_view name = metrics_[index].opening.view();
     std::string_view head = metric.head;
-    const std::size_t cells_of_object = metrics_.size();
     const Cell* next = cells_.data() + index;
-    for (std::size_t object = 0; object < lines_.size(); ++object, next += cells_of_object) {
-        const Cell cell = *next;
-        if (cell.kind == Cell::Kind::none || lines_.is_double(object))
+    const std::size_t cells_of_object = metrics_.size();
+    for (const std::string_view line : lines_.kept()) {
+        const Cell cell = *std::exchange(next, next + cells_of_object);
+        if (cell.kind == Cell::Kind::none || line.empty())
             continue;
-        const std::string_view line = lines_.line(object);
         Text& out = pieces.line();
         if (!head.empty())
             out.append(std::exchange(head, {}));
@@ -173,7 +186,7 @@ void ClassSamples::write(Pieces& pieces, std::size_t index) const {
             continue;
         }
         char* at = out.room(name.size() + line.size() + longest_number + 1);
-        at = write_text(write_text(at, name), line);
+        at = write_blocks(write_blocks(at, name), line);
         at = write_cell(at, cell, metric);
         *at++ = '\n';
         out.end_at(at);

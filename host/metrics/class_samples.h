@@ -30,7 +30,7 @@ class ClassSamples {
     void add(const HeldObject& object);
 
     /// No more objects come: leaves out those whose labels are those of another object before.
-    void end() { doubles_ = lines_.find_doubles(); }
+    void end() { doubles_ = lines_.end(); }
 
     std::uint64_t objects() const { return lines_.size(); }
     std::uint64_t doubles() const { return doubles_; } ///< were left out
@@ -42,6 +42,7 @@ class ClassSamples {
     /// Where a class's objects mostly have a property.
     struct Place {
         std::string_view name;
+        Text opening;                        ///< what is written before what the property has
         const Metric* with_states = nullptr; ///< whose values it has; null: they are numbers or labels
         bool is_there = false;
         std::size_t index = 0;
@@ -63,7 +64,7 @@ class ClassSamples {
     std::vector<Place> labels_;        ///< of each label of the plan
     std::vector<const Name*> names_;   ///< of the properties of the object for which the places hold
     Lines lines_;                      ///< labels of each object, from brace to brace and with the blank after them
-    std::vector<Cell> cells_;          ///< of each object in turn, one for each metric
+    std::vector<Cell> cells_;          ///< of each object in turn, one for each metric; then some that are free
     std::vector<std::uint8_t> states_; ///< whether an object is in each of a metric's states
     std::uint64_t doubles_ = 0;
 };

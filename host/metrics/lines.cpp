@@ -8,7 +8,7 @@ namespace cmpihost::metrics {
 void Lines::clear() {
     text_.cut(0);
     begins_.clear();
-    doubles_.clear();
+    kept_.clear();
 }
 
 Text& Lines::begin() {
@@ -16,21 +16,25 @@ Text& Lines::begin() {
     return text_;
 }
 
-std::size_t Lines::find_doubles() {
+std::string_view Lines::line(std::size_t index) const {
+    const std::size_t end = index + 1 < size() ? begins_[index + 1] : text_.size();
+    return text_.view().substr(begins_[index], end - begins_[index]);
+}
+
+std::size_t Lines::end() {
     slots_.assign(std::bit_ceil(2 * size() + 1), {});
-    doubles_.assign(size(), 0);
-    std::size_t found = 0;
+    std::size_t doubles = 0;
     for (std::size_t index = 0; index < size(); ++index) {
         const auto hash = static_cast<std::uint32_t>(std::hash<std::string_view>{}(line(index)));
         Slot& slot = slot_of(line(index), hash);
-        if (slot.number == 0) {
+        const bool is_double = slot.number != 0;
+        kept_.push_back(is_double ? std::string_view() : line(index));
+        if (is_double)
+            ++doubles;
+        else
             slot = {hash, static_cast<std::uint32_t>(index + 1)};
-            continue;
-        }
-        doubles_[index] = 1;
-        ++found;
     }
-    return found;
+    return doubles;
 }
 
 /// Where the line is, or belongs.

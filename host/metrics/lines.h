@@ -19,16 +19,12 @@ class Lines {
 
     std::size_t size() const { return begins_.size(); }
 
-    std::string_view line(std::size_t index) const {
-        const std::size_t end = index + 1 < begins_.size() ? begins_[index + 1] : text_.size();
-        return text_.view().substr(begins_[index], end - begins_[index]);
-    }
+    /// No more lines come. @return how many stood there before already
+    std::size_t end();
 
-    /// Finds the lines that stand there before already. @return how many there are
-    std::size_t find_doubles();
-
-    /// Whether the last find_doubles() found it to be one.
-    bool is_double(std::size_t index) const { return doubles_[index] != 0; }
+    /// After end() all lines, of which those that stood there before are empty. They live until clear() or the next
+    /// begin(), and each lies in a Text.
+    const std::vector<std::string_view>& kept() const { return kept_; }
 
   private:
     struct Slot {
@@ -36,12 +32,13 @@ class Lines {
         std::uint32_t number = 0; ///< of the line, from 1 on; 0: nothing is here
     };
 
+    std::string_view line(std::size_t index) const;
     Slot& slot_of(std::string_view line, std::uint32_t hash);
 
     Text text_;
     std::vector<std::size_t> begins_;
-    std::vector<std::uint8_t> doubles_; ///< of each line
-    std::vector<Slot> slots_;           ///< a power of two, at most half full; open addressing
+    std::vector<std::string_view> kept_;
+    std::vector<Slot> slots_; ///< a power of two, at most half full; open addressing
 };
 
 } // namespace cmpihost::metrics

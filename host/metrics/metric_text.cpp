@@ -30,28 +30,35 @@ bool is_plain(std::string_view text) {
     return plain;
 }
 
+char* write_text(char* at, std::string_view text) {
+    return std::copy(text.begin(), text.end(), at);
+}
+
+static_assert(longest_escaped == replacement.size());
+
 /// What is no character, and controls, are replaced.
-void append_escaped(Text& out, std::string_view text, bool quoted) {
-    if (is_plain(text)) {
-        out.append(text);
-        return;
-    }
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = cimxml::xml_character_length(text, at);
-        const char c = text[at];
+char* write_escaped(char* at, std::string_view text, bool quoted) {
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t length = cimxml::xml_character_length(text, from);
+        const char c = text[from];
         if (c == '\\' || (c == '"' && quoted))
-            out.append("\\").append(text.substr(at, 1));
+            at = write_text(write_text(at, "\\"), text.substr(from, 1));
         else if (c == '\n')
-            out.append("\\n");
+            at = write_text(at, "\\n");
         else if (length == 0 || (length == 1 && (static_cast<unsigned char>(c) < ' ' || c == 0x7f)))
-            out.append(replacement);
+            at = write_text(at, replacement);
         else
-            out.append(text.substr(at, length));
-        at += length == 0 ? 1 : length;
+            at = write_text(at, text.substr(from, length));
+        from += length == 0 ? 1 : length;
     }
+    return at;
 }
 
 } // namespace
+
+char* write_escaped(char* at, std::string_view value) {
+    return is_plain(value) ? write_text(at, value) : write_escaped(at, value, true);
+}
 
 void append_head(Text& out, std::string_view name, std::string_view type, std::string_view help) {
     out.append("# HELP ").append(name).append(" ").append(help);
@@ -60,16 +67,19 @@ void append_head(Text& out, std::string_view name, std::string_view type, std::s
 
 Text escaped_help(std::string_view help) {
     Text out;
-    append_escaped(out, help, false);
+    out.end_at(write_escaped(out.room(longest_escaped * help.size()), help, false));
     return out;
 }
 
 void append_label(Text& out, std::string_view name, std::string_view value) {
-    if (out.size() != 0 && out.view().back() != '{')
-        out.append(",");
-    out.append(name).append("=\"");
-    append_escaped(out, value, true);
-    out.append("\"");
+    const bool is_first = out.size() == 0 || out.view().back() == '{';
+    char* at = out.room(name.size() + longest_escaped * value.size() + 4);
+    if (!is_first)
+        *at++ = ',';
+    at = write_text(write_text(at, name), "=\"");
+    at = write_escaped(at, value);
+    *at++ = '"';
+    out.end_at(at);
 }
 
 Text only_label(std::string_view name, std::string_view value) {
@@ -81,6 +91,9 @@ Text only_label(std::string_view name, std::string_view value) {
 }
 
 char* write_number(char* at, std::uint64_t number) {
+    const auto small = static_cast<std::uint32_t>(number); // most are, and divided faster
+    if (small == number)
+        return std::to_chars(at, at + longest_number, small).ptr;
     return std::to_chars(at, at + longest_number, number).ptr;
 }
 

@@ -19,8 +19,14 @@ void append_head(Text& out, std::string_view name, std::string_view type, std::s
 /// Any text as a metric's help.
 Text escaped_help(std::string_view help);
 
-/// `name="value"` after what `out` holds already, with a comma if that ends with no brace. What is no UTF-8 and control
-/// characters become U+FFFD.
+/// What a character of a label's value becomes at most.
+inline constexpr std::size_t longest_escaped = 3;
+
+/// Writes a label's value to `at`, where there is room for the longest one. What is no UTF-8 and control characters
+/// become U+FFFD. @return behind it
+char* write_escaped(char* at, std::string_view value);
+
+/// `name="value"` after what `out` holds already, with a comma if that ends with no brace.
 void append_label(Text& out, std::string_view name, std::string_view value);
 
 /// Room that a number takes at most.

@@ -65,6 +65,9 @@ TEST(MetricText, LabelsAreDividedByCommas) {
 
 TEST(MetricText, NumbersAreExact) {
     EXPECT_EQ(number(std::uint64_t{18446744073709551615U}), "18446744073709551615");
+    EXPECT_EQ(number(std::uint64_t{0}), "0");
+    EXPECT_EQ(number(std::uint64_t{4294967295U}), "4294967295");
+    EXPECT_EQ(number(std::uint64_t{4294967296U}), "4294967296");
     EXPECT_EQ(number(-5.0), "-5");
     EXPECT_EQ(number(-std::numeric_limits<double>::denorm_min()), "-5e-324");
     EXPECT_EQ(number(-2.2250738585072014e-308), "-2.2250738585072014e-308") << "as long as numbers get";

@@ -137,6 +137,16 @@ TEST_F(Scrapes, LabelsAreTheInstancesOwn) {
     EXPECT_EQ(samples("test_port_frames_total"), "{device_id=\"1\",key_instance=\"3\",name=\"a\\\"b\"} 1\n");
 }
 
+TEST_F(Scrapes, LabelsMayBeMissing) {
+    Object nameless;
+    nameless.class_name = "Test_Port";
+    nameless.properties = {value("Frames", "uint64", std::uint64_t{1})};
+    Object numbered = nameless;
+    numbered.properties.push_back(value("Instance", "uint32", std::uint64_t{3}));
+    objects = {nameless, numbered};
+    EXPECT_EQ(samples("test_port_frames_total"), "{} 1\n{key_instance=\"3\"} 1\n");
+}
+
 TEST_F(Scrapes, MissingAndNullValuesGiveNoSample) {
     objects = {port("1", {value("Frames", "uint64", std::monostate())}), port("2", {}),
                port("3", {value("Frames", "string", std::string("many"))}),
