@@ -30,16 +30,6 @@ mof::Schema read_schema(const std::vector<std::string>& files) {
     return std::get<mof::Schema>(std::move(read));
 }
 
-/// The interop namespace's classes build on the same excerpt as the providers'.
-std::vector<std::string> interop_files(const Settings& settings) {
-    std::vector<std::string> files;
-    const fs::path first = settings.schema.empty() ? fs::path() : fs::path(settings.schema.front());
-    if (const fs::path dmtf = first.parent_path() / "dmtf.mof"; fs::exists(dmtf))
-        files.push_back(dmtf.string());
-    files.push_back(settings.interop_schema);
-    return files;
-}
-
 std::string own_system_name() {
     std::array<char, 256> name{};
     return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
@@ -265,7 +255,7 @@ void Catalogue::Content::add_files(const Settings& settings) {
 void Catalogue::Content::add_interop(const Settings& settings) {
     if (settings.interop_schema.empty())
         return;
-    interop_schema.emplace(read_schema(interop_files(settings)));
+    interop_schema.emplace(read_schema({settings.interop_schema}));
     for (const char* name : interop_names) {
         if (std::any_of(namespaces.begin(), namespaces.end(),
                         [name](const Namespace& each) { return same_name(each.name, name); }))

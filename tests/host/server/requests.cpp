@@ -244,6 +244,17 @@ TEST_F(Opening, SchemaThatIsMissingIsTold) {
     EXPECT_TRUE(refusal().starts_with("/nowhere.mof: ")) << refusal();
 }
 
+TEST_F(Opening, SchemaMayBeACopyInAnotherFolder) {
+    const std::string copied = folder + "/copied";
+    std::filesystem::create_directories(copied);
+    for (const std::string name : {"/dmtf.mof", "/qualifiers.mof"})
+        std::filesystem::copy_file(FCIP_SOURCE_DIR "/schema" + name, copied + name,
+                                   std::filesystem::copy_options::overwrite_existing);
+    settings.schema.insert(settings.schema.begin(), copied + "/dmtf.mof");
+    settings.interop_schema = FCIP_SOURCE_DIR "/schema/interop.mof";
+    EXPECT_EQ(refusal(), "opened");
+}
+
 TEST_F(Opening, RegistrationOfAnUnknownClassIsTold) {
     use_registration(stanza("Test_Nothing", "instance"));
     EXPECT_EQ(refusal(), folder + "/test.reg: class Test_Nothing is in no schema file");
