@@ -25,13 +25,15 @@ TEST(Text, GrowsWithWhatIsAppended) {
     EXPECT_EQ(text.append("d").view(), expected.substr(0, 3) + "d");
 }
 
-TEST(Text, IsEmptyAfterItWasMoved) {
+TEST(Text, IsMovedWithItsMemory) {
     Text text;
     text.append("one");
+    const std::string_view before = text.view();
     Text other(std::move(text));
     EXPECT_EQ(other.view(), "one");
-    text = Text(); // NOLINT(bugprone-use-after-move): a moved text may be used again
-    EXPECT_EQ(text.append("two").view(), "two");
+    EXPECT_EQ(other.view().data(), before.data());
+    text = std::move(other);
+    EXPECT_EQ(text.append(" two").view(), "one two");
 }
 
 TEST(Text, BlocksAreWrittenAsFarAsTheTextGoes) {
