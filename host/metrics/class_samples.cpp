@@ -172,10 +172,10 @@ void ClassSamples::write(Pieces& pieces, std::size_t index) const {
     const Metric& metric = plan_->metrics[index];
     const std::string_view name = metrics_[index].opening.view();
     std::string_view head = metric.head;
-    const Cell* next = cells_.data() + index;
     const std::size_t cells_of_object = metrics_.size();
+    std::size_t next = index;
     for (const std::string_view line : lines_.kept()) {
-        const Cell cell = *std::exchange(next, next + cells_of_object);
+        const Cell cell = cells_[std::exchange(next, next + cells_of_object)];
         if (cell.kind == Cell::Kind::none || line.empty())
             continue;
         Text& out = pieces.line();
