@@ -108,6 +108,19 @@ std::size_t xml_character_length(std::string_view text, std::size_t at) {
     return is_xml_character(decoded.code) ? decoded.length : 0;
 }
 
+std::size_t character_length(std::string_view text, std::size_t at) {
+    return std::max<std::size_t>(decode(text, at).length, 1);
+}
+
+std::string carried(std::string_view text) {
+    std::string out;
+    for (std::size_t at = 0; at < text.size(); at += character_length(text, at)) {
+        const std::size_t length = xml_character_length(text, at);
+        out += length == 0 ? replacement : text.substr(at, length);
+    }
+    return out;
+}
+
 bool is_utf8(std::string_view text) {
     std::size_t at = 0;
     while (at < text.size()) {
@@ -150,8 +163,7 @@ void append_escaped(std::string& out, std::string_view text) {
             continue;
         }
         out.append(text, run, at - run).append(escape.empty() ? replacement : escape);
-        const std::size_t refused = escape.empty() ? std::max<std::size_t>(decode(text, at).length, 1) : 1;
-        at += refused;
+        at += character_length(text, at);
         run = at;
     }
     out.append(text, run);

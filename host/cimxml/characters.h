@@ -14,6 +14,12 @@ bool is_xml_character(std::uint32_t code);
 /// The length in bytes (1 to 4) of the UTF-8 character at text[at], which XML can carry; 0 if there is none such.
 std::size_t xml_character_length(std::string_view text, std::size_t at);
 
+/// The length in bytes of the UTF-8 character at text[at], whether XML can carry it or not; 1 for what is none.
+std::size_t character_length(std::string_view text, std::size_t at);
+
+/// Text as a reader of XML has it: what XML cannot carry is replaced by U+FFFD.
+std::string carried(std::string_view text);
+
 /// Whether a text is UTF-8, whatever its characters.
 bool is_utf8(std::string_view text);
 

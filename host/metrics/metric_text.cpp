@@ -38,7 +38,7 @@ static_assert(longest_escaped == replacement.size());
 
 /// What is no character, and controls, are replaced.
 char* write_escaped(char* at, std::string_view text, bool quoted) {
-    for (std::size_t from = 0; from < text.size();) {
+    for (std::size_t from = 0; from < text.size(); from += cimxml::character_length(text, from)) {
         const std::size_t length = cimxml::xml_character_length(text, from);
         const char c = text[from];
         if (c == '\\' || (c == '"' && quoted))
@@ -49,7 +49,6 @@ char* write_escaped(char* at, std::string_view text, bool quoted) {
             at = write_text(at, replacement);
         else
             at = write_text(at, text.substr(from, length));
-        from += length == 0 ? 1 : length;
     }
     return at;
 }

@@ -6,8 +6,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
-
 namespace cmpihost::pages {
 
 namespace {
@@ -36,17 +34,6 @@ Json json_of(const std::vector<Property>& properties) {
     return json;
 }
 
-/// A text as the page shows it: what no page can carry is replaced.
-std::string shown(std::string_view text) {
-    std::string out;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = cimxml::xml_character_length(text, at);
-        out += length == 0 ? "\xef\xbf\xbd" : text.substr(at, length);
-        at += std::max<std::size_t>(length, 1);
-    }
-    return out;
-}
-
 /// A string or an integer as a reader that has doubles alone would show it; nothing for what it could not, and for
 /// other values.
 std::optional<std::string> plain_text(const Property& property) {
@@ -67,7 +54,7 @@ Json texts_of(const Object& instance, const mof::ClassDeclaration& declaration) 
         const mof::PropertyDeclaration* declared = declaration.property(property.name);
         if (!is_refreshed(declared, property))
             continue;
-        const std::string text = shown(value_text(declared, property));
+        const std::string text = cimxml::carried(value_text(declared, property));
         if (text != plain_text(property))
             json[property.name] = text;
     }

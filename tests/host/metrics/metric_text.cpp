@@ -42,7 +42,7 @@ TEST(MetricText, LabelsAreEscaped) {
 
 TEST(MetricText, WhatWouldSpoilAScrapeIsReplaced) {
     const std::string replaced = "n=\"\xef\xbf\xbd\"";
-    for (const std::string_view spoilt : {"\xff", "\r", "\x01", "\x7f", "\xc3"})
+    for (const std::string_view spoilt : {"\xff", "\r", "\x01", "\x7f", "\xc3", "\xef\xbf\xbe"})
         EXPECT_EQ(label(spoilt), replaced);
     EXPECT_EQ(label(std::string_view("\0", 1)), replaced);
     EXPECT_EQ(escaped_help("one \"two\"\r\n\\three\xff").view(), "one \"two\"\xef\xbf\xbd\\n\\\\three\xef\xbf\xbd");

@@ -158,9 +158,9 @@ TEST_F(ObjectPages, AllButReferencesIsRefreshed) {
 TEST(ObjectJson, TextsHaveWhatNoPageCarriesReplaced) {
     mof::ClassDeclaration declaration;
     declaration.name = "Test_Thing";
-    const Object thing{"Test_Thing", "", {}, {}, {{"Bell", "string", {std::string("a\x07\xff\xc3\xa9")}}}};
+    const Object thing{"Test_Thing", "", {}, {}, {{"Bell", "string", {std::string("a\x07\xff\xc3\xa9\xef\xbf\xbe.")}}}};
     const auto object = nlohmann::json::parse(json_of(thing, thing, declaration));
-    EXPECT_EQ(object["texts"]["Bell"], "a\xef\xbf\xbd\xef\xbf\xbd\xc3\xa9");
+    EXPECT_EQ(object["texts"]["Bell"], "a\xef\xbf\xbd\xef\xbf\xbd\xc3\xa9\xef\xbf\xbd.");
 }
 
 TEST_F(ObjectPages, ProviderThatLacksTheClassTellsNothing) {
